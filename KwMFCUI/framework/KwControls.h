@@ -1,0 +1,19 @@
+#pragma once
+// Controls of a dialog template carry their original id in the dynamic property "ctrlId";
+// these helpers find a control by that id.
+#include "KwMFCUIExport.h"
+
+#include <QWidget>
+
+inline constexpr const char* kKwCtrlIdProperty = "ctrlId";
+
+// The first descendant of `root` whose ctrlId equals `id`, or nullptr (also for a null root).
+KWMFCUI_EXPORT QWidget* KwFindControl(const QWidget* root, int id);
+
+template <class T> T* KwControl(const QWidget* root, int id)
+{
+    return qobject_cast<T*>(KwFindControl(root, id));
+}
+
+// Gives a control its id (for controls built in code rather than in a template).
+KWMFCUI_EXPORT void KwSetControlId(QWidget* w, int id);

@@ -1,0 +1,81 @@
+#include "KwLaunchTable.h"
+
+#include "CKwAboutDlg.h"
+#include "CKwMFCUITechPreview.h"
+
+namespace {
+
+CKwMFCDialog* makeAbout(const KwLaunchArgs&) { return new CKwAboutDlg(); }
+CKwMFCDialog* makeTechPreview(const KwLaunchArgs& a) { return new CKwMFCUITechPreview(a.view); }
+
+using H = KwLaunchHow;
+
+// Read top to bottom: kind, class, template, how, factory (nullptr: not in this build).
+const KwLaunchEntry kTable[] = {
+    {0, "CKwMFCUILoad", 370, H::Modeless, nullptr},
+    {1, "CKwMFCUIRestraint", 368, H::Modeless, nullptr},
+    {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr},
+    {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
+    {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
+    {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},
+    {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
+    {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
+    {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, nullptr},
+    {12, "CKwMFCUISurfaceContact", 360, H::Modeless, nullptr},
+    {13, "CKwMFCUIConMass", 353, H::Modeless, nullptr},
+    {14, "CKwMFCUIConnector", 7001, H::Modeless, nullptr},
+    {15, "CKwMFCUIDamping", 361, H::Modeless, nullptr},
+    {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, nullptr},
+    {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, nullptr},
+    {19, "", 0, H::Ignored, nullptr},
+    {21, "CKwMFCUIReverseNormals", 7011, H::Modeless, nullptr},
+    {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
+    {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
+    {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
+    {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
+    {28, "CKwMFCUICoordSystem", 7012, H::Modeless, nullptr},
+    {29, "CKwMFCUITimeStep", 7008, H::Modeless, nullptr},
+    {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner, nullptr},
+    {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
+    {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
+    {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
+    {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, nullptr},
+    {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
+    {36, "CKwTableDialog", 0, H::Modeless, nullptr},
+    {37, "CTreeOptionDialog", 0, H::Modeless, nullptr},
+    {39, "CKwXYPlotDlg", 0, H::Special, nullptr},
+    {40, "CKwXYPlotDlg", 0, H::Special, nullptr},
+    {43, "report", 0, H::Modal, nullptr},
+    {44, "CKwAboutDlg", 0, H::Modal, makeAbout},
+    {45, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {46, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
+    {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
+    {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
+    {53, "CKwNonlinearParametersDlg", 0, H::Modeless, nullptr},
+    {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
+    {55, "CKwMFCUIEndRelease", 7231, H::Modeless, nullptr},
+    {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},
+    {68, "display preferences", 0, H::Modal, nullptr},
+    {70, "CKwMsgDialog", 1150, H::Modal, nullptr},
+    {82, "", 0, H::Special, nullptr},
+    {83, "", 0, H::Special, nullptr},
+    {85, "licence type", 7306, H::Modal, nullptr},
+    {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr},
+    {87, "CKwMFCUITechPreview", 7322, H::Modal, makeTechPreview},
+    {88, "CKwMFCUIMeshConvergence", 0, H::Modeless, nullptr},
+    {89, "CKwMFCUIMeshConvergencePlot", 7335, H::Special, nullptr},
+};
+
+} // namespace
+
+const KwLaunchEntry* KwFindLaunchEntry(std::uint32_t kind)
+{
+    for (const KwLaunchEntry& e : kTable)
+        if (e.kind == kind)
+            return &e;
+    return nullptr;
+}

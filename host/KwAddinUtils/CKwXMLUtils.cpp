@@ -1,0 +1,240 @@
+#include "CKwXMLUtils.h"
+
+#include "KwRegistry.h"
+
+#include <QDomDocument>
+#include <QFile>
+#include <QHash>
+#include <QMap>
+
+namespace {
+
+struct LanguageState
+{
+    QString code = QStringLiteral("en");
+    // kind -> "section\nkey" -> text
+    QHash<QString, QString> texts[3];
+    QMap<int, std::function<void()>> listeners;
+    int nextHandle = 1;
+};
+
+LanguageState& state()
+{
+    static LanguageState s;
+    return s;
+}
+
+QString pseudoCode() { return QStringLiteral("qps"); }
+
+QString joinKey(const QString& section, const QString& key)
+{
+    return section + QLatin1Char('\n') + key;
+}
+
+int kindIndex(const QString& name)
+{
+    if (name == QLatin1String("PropPage"))
+        return 0;
+    if (name == QLatin1String("ErrorMessage"))
+        return 1;
+    if (name == QLatin1String("TreeItem"))
+        return 2;
+    return -1;
+}
+
+QString shippedFile(const QString& code)
+{
+    return QStringLiteral(":/kwlang/%1.xml").arg(code);
+}
+
+// Parses into `out`; returns count or -1.
+int parseInto(const QByteArray& xml, QString* code, QHash<QString, QString> (&out)[3],
+              QString* error)
+{
+    QDomDocument doc;
+    QString msg;
+    int line = 0;
+    int column = 0;
+    if (!doc.setContent(xml, &msg, &line, &column)) {
+        if (error)
+            *error = QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(msg);
+        return -1;
+    }
+    const QDomElement root = doc.documentElement();
+    if (root.tagName() != QLatin1String("KwLanguage")) {
+        if (error)
+            *error = QStringLiteral("the root element is not KwLanguage");
+        return -1;
+    }
+    const QString c = root.attribute(QStringLiteral("code")).trimmed();
+    if (c.isEmpty()) {
+        if (error)
+            *error = QStringLiteral("the language has no code");
+        return -1;
+    }
+    if (code)
+        *code = c;
+    int count = 0;
+    for (QDomElement texts = root.firstChildElement(QStringLiteral("Texts")); !texts.isNull();
+         texts = texts.nextSiblingElement(QStringLiteral("Texts"))) {
+        const int k = kindIndex(texts.attribute(QStringLiteral("kind")));
+        if (k < 0)
+            continue; // a family this host does not know: skip, keep the rest usable
+        for (QDomElement sec = texts.firstChildElement(QStringLiteral("Section")); !sec.isNull();
+             sec = sec.nextSiblingElement(QStringLiteral("Section"))) {
+            const QString section = sec.attribute(QStringLiteral("name"));
+            for (QDomElement t = sec.firstChildElement(QStringLiteral("Text")); !t.isNull();
+                 t = t.nextSiblingElement(QStringLiteral("Text"))) {
+                const QString key = t.attribute(QStringLiteral("key"));
+                if (key.isEmpty())
+                    continue;
+                out[k].insert(joinKey(section, key), t.text());
+                ++count;
+            }
+        }
+    }
+    return count;
+}
+
+void notifyListeners()
+{
+    // Copy: a listener may add or remove listeners.
+    const auto listeners = state().listeners;
+    for (const auto& l : listeners)
+        if (l)
+            l();
+}
+
+} // namespace
+
+QString CKwXMLUtils::PseudoPrefix() { return QStringLiteral("[~"); }
+QString CKwXMLUtils::PseudoSuffix() { return QStringLiteral("~]"); }
+
+QString CKwXMLUtils::Lookup(TextKind kind, const QString& section, const QString& key,
+                            const QString& englishDefault)
+{
+    LanguageState& s = state();
+    if (s.code == pseudoCode())
+        return PseudoPrefix() + englishDefault + PseudoSuffix();
+    if (s.code == QLatin1String("en"))
+        return englishDefault;
+    const auto& table = s.texts[static_cast<int>(kind)];
+    const auto it = table.constFind(joinKey(section, key));
+    if (it == table.constEnd() || it->isEmpty())
+        return englishDefault;
+    return *it;
+}
+
+QString CKwXMLUtils::GetInternationalPropPageItemText(const QString& section, const QString& key,
+                                                      const QString& englishDefault)
+{
+    return Lookup(TextKind::PropPage, section, key, englishDefault);
+}
+
+QString CKwXMLUtils::GetInternationalErrorMessageItemText(const QString& section,
+                                                          const QString& key,
+                                                          const QString& englishDefault)
+{
+    return Lookup(TextKind::ErrorMessage, section, key, englishDefault);
+}
+
+QString CKwXMLUtils::GetInternationalTreeItemText(const QString& section, const QString& key,
+                                                  const QString& englishDefault)
+{
+    return Lookup(TextKind::TreeItem, section, key, englishDefault);
+}
+
+QString CKwXMLUtils::GetCurrentLanguage() { return state().code; }
+
+QStringList CKwXMLUtils::GetAvailableLanguages()
+{
+    return {QStringLiteral("en"), QStringLiteral("de"), pseudoCode()};
+}
+
+QString CKwXMLUtils::GetLanguageDisplayName(const QString& code)
+{
+    if (code == QLatin1String("en"))
+        return QStringLiteral("English");
+    if (code == QLatin1String("de"))
+        return QStringLiteral("Deutsch");
+    if (code == pseudoCode())
+        return QStringLiteral("Pseudo-language");
+    return code;
+}
+
+bool CKwXMLUtils::SetCurrentLanguage(const QString& code, QString* error)
+{
+    LanguageState& s = state();
+    if (code == QLatin1String("en") || code == pseudoCode()) {
+        for (auto& t : s.texts)
+            t.clear();
+        s.code = code;
+        notifyListeners();
+        return true;
+    }
+    if (!GetAvailableLanguages().contains(code)) {
+        if (error)
+            *error = QStringLiteral("unknown language \"%1\"").arg(code);
+        return false;
+    }
+    QFile f(shippedFile(code));
+    if (!f.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error = QStringLiteral("cannot read %1").arg(f.fileName());
+        return false;
+    }
+    QHash<QString, QString> texts[3];
+    QString fileCode;
+    if (parseInto(f.readAll(), &fileCode, texts, error) < 0)
+        return false;
+    for (int i = 0; i < 3; ++i)
+        s.texts[i] = std::move(texts[i]);
+    s.code = code;
+    notifyListeners();
+    return true;
+}
+
+bool CKwXMLUtils::LoadLanguageFile(const QString& path, QString* error)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error = QStringLiteral("cannot read %1").arg(path);
+        return false;
+    }
+    QHash<QString, QString> texts[3];
+    QString code;
+    if (parseInto(f.readAll(), &code, texts, error) < 0)
+        return false;
+    LanguageState& s = state();
+    for (int i = 0; i < 3; ++i)
+        s.texts[i] = std::move(texts[i]);
+    // A file that calls itself English still translates: it is someone's corrected English.
+    s.code = code == QLatin1String("en") ? QStringLiteral("en-file") : code;
+    notifyListeners();
+    return true;
+}
+
+int CKwXMLUtils::ParseLanguageDocument(const QByteArray& xml, QString* code, QString* error)
+{
+    QHash<QString, QString> texts[3];
+    return parseInto(xml, code, texts, error);
+}
+
+int CKwXMLUtils::AddLanguageChangedListener(std::function<void()> listener)
+{
+    LanguageState& s = state();
+    const int h = s.nextHandle++;
+    s.listeners.insert(h, std::move(listener));
+    return h;
+}
+
+void CKwXMLUtils::RemoveLanguageChangedListener(int handle) { state().listeners.remove(handle); }
+
+void CKwXMLUtils::ApplyLanguageSetting()
+{
+    const QString code = KwReadRegistryCurrentUser(LanguageSettingSection(),
+                                                   LanguageSettingEntry(), QStringLiteral("en"));
+    if (code != GetCurrentLanguage() && !SetCurrentLanguage(code))
+        SetCurrentLanguage(QStringLiteral("en"));
+}

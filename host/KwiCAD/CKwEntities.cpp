@@ -1,0 +1,104 @@
+// Constructors of the small model entities (each class has its own header).
+#include "CKwAnalysis.h"
+#include "CKwFEBase.h"
+#include "CKwLoad.h"
+#include "CKwMaterial.h"
+#include "CKwMeshModel.h"
+#include "CKwNonlinearSetup.h"
+#include "CKwPhysicalProperty.h"
+#include "CKwPlot.h"
+#include "CKwRestraint.h"
+#include "CKwSubCase.h"
+#include "KwNumbers.h"
+
+CKwFEBase::CKwFEBase(int id, const QString& name) : m_id(id), m_name(name) {}
+CKwFEBase::~CKwFEBase() = default;
+
+CKwMaterial::CKwMaterial(int id, const QString& name)
+    : CKwFEBase(id, name), m_youngsModulus(MissingDouble), m_poissonRatio(MissingDouble),
+      m_density(MissingDouble), m_yieldStress(MissingDouble), m_thermalExpansion(MissingDouble),
+      m_conductivity(MissingDouble)
+{
+}
+
+CKwRestraint::CKwRestraint(int id, const QString& name)
+    : CKwFEBase(id, name), m_temperature(MissingDouble)
+{
+}
+
+CKwLoad::CKwLoad(int id, const QString& name) : CKwFEBase(id, name) {}
+
+CKwPhysicalProperty::CKwPhysicalProperty(int id, const QString& name)
+    : CKwFEBase(id, name), m_thickness(MissingDouble), m_sectionArea(MissingDouble)
+{
+}
+
+CKwNonlinearSetup::CKwNonlinearSetup(int id, const QString& name) : CKwFEBase(id, name)
+{
+    m_integers.fill(MissingInteger);
+    m_reals.fill(MissingFloat);
+}
+
+CKwSubCase::CKwSubCase(int id, const QString& name, CKwAnalysis* analysis)
+    : CKwFEBase(id, name), m_analysis(analysis)
+{
+}
+
+CKwSubCase::~CKwSubCase() { delete m_setup; }
+
+void CKwSubCase::SetNonlinearSetup(CKwNonlinearSetup* setup)
+{
+    if (setup == m_setup)
+        return;
+    delete m_setup;
+    m_setup = setup;
+    if (m_setup)
+        m_setup->SetSubCase(this);
+}
+
+CKwAnalysis::CKwAnalysis(int id, const QString& name, int typeCode)
+    : CKwFEBase(id, name), m_typeCode(typeCode)
+{
+}
+
+CKwAnalysis::~CKwAnalysis() { qDeleteAll(m_subcases); }
+
+CKwSubCase* CKwAnalysis::AddSubCase(CKwSubCase* subcase)
+{
+    subcase->SetAnalysis(this);
+    m_subcases.append(subcase);
+    if (CKwNonlinearSetup* s = subcase->GetNonlinearSetup())
+        s->SetAnalysisType(m_typeCode);
+    return subcase;
+}
+
+void CKwAnalysis::AddResultSet(int subcaseId)
+{
+    if (!m_resultSubcases.contains(subcaseId))
+        m_resultSubcases.append(subcaseId);
+}
+
+void CKwAnalysis::ClearResults() { m_resultSubcases.clear(); }
+
+CKwSubCase* CKwAnalysis::GetFirstValidSubcaseInAnalysisResults() const
+{
+    for (CKwSubCase* s : m_subcases)
+        if (m_resultSubcases.contains(s->GetID()))
+            return s;
+    return nullptr;
+}
+
+bool CKwAnalysis::IsValidUserId(int nodeId) const { return m_mesh && m_mesh->HasNode(nodeId); }
+
+CKwPlot::CKwPlot(int id, const QString& name, CKwAnalysis* analysis)
+    : CKwFEBase(id, name), m_analysis(analysis)
+{
+}
+
+void CKwPlot::TurnPlotDisplayOff()
+{
+    m_displayed = false;
+    m_animating = false;
+}
+
+void CKwPlot::TurnPlotAnimateOff() { m_animating = false; }

@@ -1,0 +1,120 @@
+#pragma once
+// The model view of the host: draws the model, keeps the stack of dialogs open on it, the
+// result toolbar and the active plot, shows bubble tips, and knows whether the solver runs.
+#include "KwiCADExport.h"
+
+#include <QList>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+class CKwAnalysis;
+class CKwFEModel;
+class CKwFrameWnd;
+class CKwPlot;
+class CKwSelectionHandler;
+class KW_UOM;
+class QLabel;
+
+class KWICAD_EXPORT CFMView : public QWidget
+{
+    Q_OBJECT
+public:
+    enum BubbleKind { BubbleNone = 0, BubbleError = 1, BubbleWarning = 2 };
+
+    explicit CFMView(CKwFEModel* model = nullptr, QWidget* parent = nullptr);
+    ~CFMView() override;
+
+    CKwFEModel* GetModel() const { return m_model; }
+    void SetModel(CKwFEModel* model);
+
+    // --- open dialogs ---
+    // Puts a dialog on top of the view's open-dialog list and counts it.
+    void AddOpenDialog(QWidget* dialog);
+    // The topmost open dialog, or nullptr.
+    QWidget* GetOpenDialog() const;
+    QList<QWidget*> GetOpenDialogs() const;
+    int GetOpenDialogCount() const { return m_openCount; }
+    bool HasActiveDialogMark() const { return m_activeMark; }
+    // A dialog leaves the stack: it is taken off the list and the count goes down; at zero the
+    // active-dialog mark is cleared.
+    void LeaveDialogStack(QWidget* dialog);
+
+    // --- result toolbar ---
+    QWidget* GetResultToolbar() const { return m_resultToolbar.data(); }
+    bool IsResultToolbar(const QWidget* w) const;
+    void DestroyResultToolbar();
+    // Re-creates the toolbar when the active plot is displayed and none exists.
+    void CreateResultToolbarIfPlotDispalyed();
+
+    // --- results and plots ---
+    CKwPlot* GetActivePlot() const { return m_activePlot; }
+    void SetActivePlot(CKwPlot* plot) { m_activePlot = plot; }
+    void ClearResultDisplay(CKwAnalysis* analysis);
+    int GetClearResultDisplayCount() const { return m_clearCount; }
+    CKwAnalysis* GetLastClearedAnalysis() const { return m_lastCleared; }
+
+    // --- solver ---
+    bool IsSolvraRunning() const { return m_solverRunning; }
+    void SetSolvraRunning(bool running);
+
+    // --- bubble tips ---
+    void ShowBubbleToolTipError(const QString& text, int flags);
+    void ShowBubbleToolTipWarning(const QString& text, int flags);
+    QString GetLastBubbleText() const { return m_lastBubbleText; }
+    BubbleKind GetLastBubbleKind() const { return m_lastBubbleKind; }
+    int GetBubbleCount() const { return m_bubbleCount; }
+    void ClearBubbleRecord();
+
+    // --- parts the dialogs use ---
+    CKwFrameWnd* GetFrameWnd() const { return m_frame.get(); }
+    void SetFrameWindow(QWidget* window);
+    KW_UOM* GetUnitHolder() const { return m_units; }
+    void SetUnitHolder(KW_UOM* units) { m_units = units; }
+    CKwSelectionHandler* GetSelectionHandler() const { return m_selection.get(); }
+    bool GetShowIDs() const { return m_showIds; }
+    void SetShowIDs(bool on) { m_showIds = on; }
+    void HideAllCoordinateSystem();
+    bool AreCoordinateSystemsShown() const { return m_coordSystemsShown; }
+    void ReDraw();
+    int GetRedrawCount() const { return m_redrawCount; }
+
+    // --- number fields ---
+    // The integer in `text` (blanks allowed around it); MissingInteger when it is not one.
+    static int GetIntegerFromString(const QString& text);
+    // The number in `text` (blanks allowed); MissingDouble when it is not one. With `convert`
+    // non-zero the value is taken as shown in `units` and returned internal.
+    static double GetDoubleFromString(const KW_UOM* units, const QString& text, int unitType,
+                                      int convert);
+
+Q_SIGNALS:
+    void solverRunningChanged(bool running);
+    void openDialogsChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void showBubble(const QString& text, BubbleKind kind);
+
+    CKwFEModel* m_model;
+    QList<QPointer<QWidget>> m_openDialogs;
+    int m_openCount = 0;
+    bool m_activeMark = false;
+    QPointer<QWidget> m_resultToolbar;
+    CKwPlot* m_activePlot = nullptr;
+    int m_clearCount = 0;
+    CKwAnalysis* m_lastCleared = nullptr;
+    bool m_solverRunning = false;
+    QString m_lastBubbleText;
+    BubbleKind m_lastBubbleKind = BubbleNone;
+    int m_bubbleCount = 0;
+    QPointer<QLabel> m_bubble;
+    std::unique_ptr<CKwFrameWnd> m_frame;
+    std::unique_ptr<CKwSelectionHandler> m_selection;
+    KW_UOM* m_units = nullptr;
+    bool m_showIds = false;
+    bool m_coordSystemsShown = true;
+    int m_redrawCount = 0;
+};

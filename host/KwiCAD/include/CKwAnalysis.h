@@ -1,0 +1,47 @@
+#pragma once
+// An analysis of the model: its type, its subcases and, after a solve, its result sets.
+#include "CKwFEBase.h"
+
+#include <QList>
+
+class CKwMeshModel;
+class CKwSubCase;
+
+class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
+{
+public:
+    // Analysis type codes of the model.
+    enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 10, NonlinearTransient = 13,
+                    ResponseSpectrum = 20, ExplicitDynamics = 30 };
+
+    CKwAnalysis(int id = 0, const QString& name = QString(), int typeCode = LinearStatic);
+    ~CKwAnalysis() override;
+    QString GetTypeName() const override { return QStringLiteral("Analysis"); }
+
+    int GetAnalysisTypeCode() const { return m_typeCode; }
+    void SetAnalysisTypeCode(int code) { m_typeCode = code; }
+    bool IsExplicitAnalysis() const { return m_explicit || m_typeCode == ExplicitDynamics; }
+    void SetExplicit(bool on) { m_explicit = on; }
+
+    // Takes ownership.
+    CKwSubCase* AddSubCase(CKwSubCase* subcase);
+    const QList<CKwSubCase*>& GetSubCases() const { return m_subcases; }
+
+    // Result sets are recorded per subcase id.
+    bool HasResultSet() const { return !m_resultSubcases.isEmpty(); }
+    void AddResultSet(int subcaseId);
+    void ClearResults();
+    // The first subcase that has results, or nullptr.
+    CKwSubCase* GetFirstValidSubcaseInAnalysisResults() const;
+
+    void SetMesh(const CKwMeshModel* mesh) { m_mesh = mesh; }
+    // True when a node with this user id exists in the analysed mesh.
+    bool IsValidUserId(int nodeId) const;
+
+private:
+    int m_typeCode;
+    bool m_explicit = false;
+    QList<CKwSubCase*> m_subcases;
+    QList<int> m_resultSubcases;
+    const CKwMeshModel* m_mesh = nullptr;
+};

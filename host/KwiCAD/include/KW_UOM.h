@@ -1,0 +1,65 @@
+#pragma once
+// Unit system of the model. Values are stored internally in SI (metre, newton, pascal,
+// kilogram, kelvin, second, radian); a unit system converts them to and from what the user
+// sees. Unit kinds are small integers shared with the dialogs.
+#include "KwiCADExport.h"
+
+#include <QString>
+
+namespace KwUnitKind {
+enum : int {
+    Dimensionless = -1,
+    Stress = 1,
+    Force = 2,
+    Moment = 3,
+    Pressure = 4,
+    Length = 5,
+    AreaMomentOfInertia = 6,
+    Area = 7,
+    Volume = 8,
+    Mass = 9,
+    Density = 10,
+    Temperature = 11,
+    Time = 12,
+    Frequency = 13,
+    Velocity = 14,
+    Acceleration = 15,
+    Energy = 16,
+    Stiffness = 17,
+    ThermalConductivity = 18,
+    ThermalExpansion = 19,
+    Angle = 20,
+    AngularVelocity = 21,
+    SpecificHeat = 22,
+    HeatFlux = 23,
+};
+}
+
+class KWICAD_EXPORT KW_UOM
+{
+public:
+    enum System { SI = 0, MMNS = 1, IPS = 2 };
+
+    explicit KW_UOM(System system = SI);
+    System GetSystem() const { return m_system; }
+    void SetSystem(System system) { m_system = system; }
+    // "SI (m, N, Pa)" and so on.
+    static QString GetSystemName(System system);
+
+    // Internal (SI) value to the value shown in this system; unknown kinds pass unchanged.
+    double GetDisplayValue(double internalValue, int unitKind) const;
+    // Shown value back to the internal value.
+    double ToInternalValue(double displayValue, int unitKind) const;
+    // Unit label of a kind in this system ("mm", "MPa", "F", ...); empty for dimensionless and
+    // unknown kinds.
+    QString GetUnits(int unitKind) const;
+    // A message telling the user which unit a field expects.
+    QString GetErrorMessageForUnit(int unitKind) const;
+    // True for the kinds this class converts.
+    static bool IsKnownKind(int unitKind);
+
+private:
+    // display = internal * scale + offset
+    void factor(int unitKind, double* scale, double* offset) const;
+    System m_system;
+};

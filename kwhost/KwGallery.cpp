@@ -1,0 +1,104 @@
+#include "KwGallery.h"
+
+#include "CFMView.h"
+#include "CKwDlgBase.h"
+#include "KwHostKinds.h"
+#include "KwHostWindow.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+
+namespace {
+
+QString fileFor(const QString& dir, unsigned kind, const QString& title, int index)
+{
+    QString slug = title;
+    slug.remove(QStringLiteral("..."));
+    slug = slug.trimmed().toLower();
+    for (QChar& c : slug)
+        if (!c.isLetterOrNumber())
+            c = QLatin1Char('-');
+    QString name = QStringLiteral("kind%1-%2").arg(kind, 2, 10, QLatin1Char('0')).arg(slug);
+    if (index > 0)
+        name += QStringLiteral("-%1").arg(index + 1);
+    return QDir(dir).filePath(name + QStringLiteral(".png"));
+}
+
+bool isNotAvailableBox(QWidget* w)
+{
+    return qobject_cast<QMessageBox*>(w) != nullptr;
+}
+
+void closeDialog(QWidget* w)
+{
+    if (auto* d = qobject_cast<QDialog*>(w))
+        d->reject();
+    else
+        w->close();
+}
+
+} // namespace
+
+KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory)
+{
+    KwGalleryResult result;
+    QDir().mkpath(directory);
+    host->show();
+    QApplication::processEvents();
+    host->grab().save(QDir(directory).filePath(QStringLiteral("host-window.png")));
+    result.written << QDir(directory).filePath(QStringLiteral("host-window.png"));
+
+    for (const KwHostKind& k : KwHostKinds()) {
+        QSet<QWidget*> before;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->isVisible())
+                before.insert(w);
+        bool sawWindow = false;
+        int shot = 0;
+        // Modal dialogs block inside LaunchDialog: photograph and close them from a timer.
+        QTimer modalWatch;
+        modalWatch.setInterval(20);
+        QObject::connect(&modalWatch, &QTimer::timeout, [&] {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (!modal)
+                return;
+            if (!isNotAvailableBox(modal) || k.kind == 83) {
+                QApplication::processEvents();
+                const QString f = fileFor(directory, k.kind, k.title, shot++);
+                modal->grab().save(f);
+                result.written << f;
+                sawWindow = true;
+            }
+            closeDialog(modal);
+        });
+        modalWatch.start();
+        host->Launch(k.kind);
+        modalWatch.stop();
+        QApplication::processEvents();
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (!w->isVisible() || before.contains(w) || w == host)
+                continue;
+            if (w->objectName() == QLatin1String("ResultToolbar"))
+                continue;
+            const QString f = fileFor(directory, k.kind, k.title, shot++);
+            w->grab().save(f);
+            result.written << f;
+            sawWindow = true;
+        }
+        // Modeless windows close the way a user closes them; singletons stay for later kinds.
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->isVisible() && !before.contains(w) && w != host &&
+                dynamic_cast<CKwDlgBase*>(w) && w->property("kwSingleton").toBool() == false)
+                closeDialog(w);
+        QApplication::processEvents();
+        if (!sawWindow)
+            result.unavailable << QStringLiteral("%1 (%2)").arg(k.kind).arg(k.title);
+    }
+    return result;
+}

@@ -1,0 +1,130 @@
+#include "KwHostKinds.h"
+
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwLoad.h"
+#include "CKwMaterial.h"
+#include "CKwPhysicalProperty.h"
+#include "CKwPlot.h"
+#include "CKwRestraint.h"
+#include "CKwSubCase.h"
+#include "CKwNonlinearSetup.h"
+
+QList<KwHostKind> KwHostKinds()
+{
+    const QString ed = QStringLiteral("Editors");
+    const QString an = QStringLiteral("Analysis");
+    const QString res = QStringLiteral("Results");
+    const QString mesh = QStringLiteral("Mesh");
+    const QString gen = QStringLiteral("General");
+    return {
+        {0, QStringLiteral("Load..."), ed},
+        {1, QStringLiteral("Constraint..."), ed},
+        {2, QStringLiteral("Material..."), ed},
+        {34, QStringLiteral("Physical Property..."), ed},
+        {13, QStringLiteral("Concentrated Masses..."), ed},
+        {14, QStringLiteral("Connector..."), ed},
+        {12, QStringLiteral("Surface Contact..."), ed},
+        {28, QStringLiteral("Coordinate System..."), ed},
+        {6, QStringLiteral("Material Orientation..."), ed},
+        {55, QStringLiteral("End Release..."), ed},
+        {27, QStringLiteral("FE Model..."), ed},
+        {8, QStringLiteral("Subcase..."), an},
+        {15, QStringLiteral("Damping..."), an},
+        {29, QStringLiteral("Time Step..."), an},
+        {30, QStringLiteral("Spectrum Setup..."), an},
+        {31, QStringLiteral("Solution Frequencies..."), an},
+        {32, QStringLiteral("Modal Setup..."), an},
+        {33, QStringLiteral("Impact Analysis..."), an},
+        {52, QStringLiteral("Nonlinear Setup..."), an},
+        {53, QStringLiteral("Nonlinear Parameters..."), an},
+        {54, QStringLiteral("Element Deletion..."), an},
+        {56, QStringLiteral("Fatigue Setup..."), an},
+        {16, QStringLiteral("Optimization Objective..."), an},
+        {17, QStringLiteral("Optimization Variable..."), an},
+        {4, QStringLiteral("SPC Summation Force..."), res},
+        {7, QStringLiteral("Plot..."), res},
+        {26, QStringLiteral("Plot (second variant)..."), res},
+        {35, QStringLiteral("Plot (third variant)..."), res},
+        {25, QStringLiteral("XY Plot..."), res},
+        {39, QStringLiteral("XY Plot Window..."), res},
+        {86, QStringLiteral("Stress Linearization..."), res},
+        {89, QStringLiteral("Mesh Convergence Plot..."), res},
+        {3, QStringLiteral("Mesh Control..."), mesh},
+        {9, QStringLiteral("Check Mesh Quality..."), mesh},
+        {21, QStringLiteral("Reverse Normals..."), mesh},
+        {22, QStringLiteral("Reverse Line Element Direction..."), mesh},
+        {23, QStringLiteral("Highlight Nodes..."), mesh},
+        {24, QStringLiteral("Highlight Elements..."), mesh},
+        {48, QStringLiteral("Mesh Settings..."), mesh},
+        {49, QStringLiteral("Mesh Table..."), mesh},
+        {88, QStringLiteral("Mesh Convergence..."), mesh},
+        {36, QStringLiteral("Table..."), gen},
+        {37, QStringLiteral("Tree Options..."), gen},
+        {43, QStringLiteral("Report..."), gen},
+        {68, QStringLiteral("Display Preferences..."), gen},
+        {70, QStringLiteral("Warning (invalid IDs)..."), gen},
+        {83, QStringLiteral("Message Box..."), gen},
+        {85, QStringLiteral("License Type..."), gen},
+        {87, QStringLiteral("Tech Preview..."), gen},
+        {44, QStringLiteral("About..."), gen},
+    };
+}
+
+DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
+                                  KW_UOM* units, bool newEntity)
+{
+    DialogLaunchRequest r{};
+    r.kind = kind;
+    r.view = view;
+    r.units = units;
+    if (!model)
+        return r;
+    CKwAnalysis* withResults = model->m_analyses.isEmpty() ? nullptr : model->m_analyses.first();
+    auto firstSetup = [&](int type) -> CKwFEBase* {
+        for (CKwAnalysis* a : model->m_analyses)
+            if (a->GetAnalysisTypeCode() == type)
+                for (CKwSubCase* s : a->GetSubCases())
+                    if (s->GetNonlinearSetup())
+                        return s->GetNonlinearSetup();
+        return nullptr;
+    };
+    switch (kind) {
+    case 0:
+        r.object = newEntity || model->m_loads.isEmpty() ? nullptr : model->m_loads.first();
+        r.analysis = withResults;
+        break;
+    case 1:
+        r.object = newEntity || model->m_restraints.isEmpty() ? nullptr
+                                                              : model->m_restraints.first();
+        r.analysis = withResults;
+        break;
+    case 2:
+        r.object = newEntity || model->m_materials.isEmpty() ? nullptr
+                                                             : model->m_materials.first();
+        break;
+    case 34:
+        r.object = newEntity || model->m_properties.isEmpty() ? nullptr
+                                                              : model->m_properties.first();
+        break;
+    case 7:
+    case 26:
+        r.analysis = withResults;
+        r.object = model->m_plots.isEmpty() ? nullptr : model->m_plots.first();
+        break;
+    case 8:
+        r.analysis = withResults;
+        r.object = withResults && !withResults->GetSubCases().isEmpty()
+                       ? withResults->GetSubCases().first()
+                       : nullptr;
+        break;
+    case 52:
+    case 53:
+        r.object = firstSetup(CKwAnalysis::NonlinearStatic);
+        break;
+    default:
+        r.analysis = withResults;
+        break;
+    }
+    return r;
+}

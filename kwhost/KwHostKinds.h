@@ -1,0 +1,26 @@
+#pragma once
+// The dialog kinds the demo host offers, and how it fills a request for each from the model.
+#include "KwMFCUIEntry.h"
+
+#include <QList>
+#include <QString>
+
+class CFMView;
+class CKwFEModel;
+class KW_UOM;
+
+struct KwHostKind
+{
+    unsigned kind;
+    QString title;   // menu text
+    QString group;   // menu the entry goes under
+};
+
+// Every kind the library's dispatch knows, in menu order.
+QList<KwHostKind> KwHostKinds();
+
+// A request for `kind` on the sample model as the host would send it: the entity to edit (the
+// first of its family), the view, an analysis with results where the kind shows results, the
+// units. `newEntity` leaves the object null ("new").
+DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
+                                  KW_UOM* units, bool newEntity = false);

@@ -1,0 +1,231 @@
+#include "KwHostWindow.h"
+
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwDlgBase.h"
+#include "CKwFEModel.h"
+#include "CKwLoad.h"
+#include "CKwMaterial.h"
+#include "CKwNonlinearSetup.h"
+#include "CKwPhysicalProperty.h"
+#include "CKwPlot.h"
+#include "CKwRestraint.h"
+#include "CKwSubCase.h"
+#include "CKwXMLUtils.h"
+#include "CKwiCKAddin.h"
+#include "KW_UOM.h"
+#include "KwHostKinds.h"
+#include "KwMFCUIEntry.h"
+#include "KwRegistry.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QHeaderView>
+#include <QMap>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTreeWidget>
+
+namespace {
+enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole };
+}
+
+KwHostWindow::KwHostWindow(QWidget* parent)
+    : QMainWindow(parent), m_model(CKwFEModel::CreateSampleModel()),
+      m_units(std::make_unique<KW_UOM>(KW_UOM::MMNS)), m_addin(std::make_unique<CKwiCKAddin>())
+{
+    TheApplication = m_addin.get();
+    m_addin->SetHelpHandler([this](const QString& topic) {
+        statusBar()->showMessage(tr("Help topic requested: %1").arg(topic), 5000);
+    });
+    setWindowTitle(tr("KwHost - %1").arg(m_model->GetName()));
+    auto* split = new QSplitter(this);
+    m_tree = new QTreeWidget(split);
+    m_tree->setHeaderLabel(tr("Model"));
+    m_view = new CFMView(m_model.get(), split);
+    m_view->SetUnitHolder(m_units.get());
+    m_view->SetFrameWindow(this);
+    split->addWidget(m_tree);
+    split->addWidget(m_view);
+    split->setStretchFactor(1, 1);
+    split->setSizes({260, 700});
+    setCentralWidget(split);
+    connect(m_tree, &QTreeWidget::itemActivated, this, &KwHostWindow::onTreeActivated);
+    buildMenus();
+    RebuildTree();
+    m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });
+    resize(1100, 700);
+    statusBar()->showMessage(tr("Ready"));
+}
+
+KwHostWindow::~KwHostWindow()
+{
+    CKwXMLUtils::RemoveLanguageChangedListener(m_langListener);
+    // Dialogs still open refer to the model; close them before it goes.
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w != this && dynamic_cast<CKwDlgBase*>(w))
+            delete w;
+    if (TheApplication == m_addin.get())
+        TheApplication = nullptr;
+}
+
+void KwHostWindow::buildMenus()
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("E&xit"), QKeySequence::Quit, this, &QWidget::close);
+
+    QMap<QString, QMenu*> groups;
+    for (const QString& g : {QStringLiteral("Editors"), QStringLiteral("Analysis"),
+                             QStringLiteral("Results"), QStringLiteral("Mesh"),
+                             QStringLiteral("General")})
+        groups.insert(g, menuBar()->addMenu(g));
+    for (const KwHostKind& k : KwHostKinds()) {
+        const unsigned kind = k.kind;
+        QAction* a = groups.value(k.group)->addAction(
+            QStringLiteral("%1  [%2]").arg(k.title).arg(kind));
+        connect(a, &QAction::triggered, this, [this, kind] { Launch(kind); });
+    }
+
+    QMenu* options = menuBar()->addMenu(tr("&Options"));
+    QMenu* lang = options->addMenu(tr("Language"));
+    m_langGroup = new QActionGroup(this);
+    for (const QString& code : CKwXMLUtils::GetAvailableLanguages()) {
+        QAction* a = lang->addAction(CKwXMLUtils::GetLanguageDisplayName(code));
+        a->setCheckable(true);
+        a->setChecked(code == CKwXMLUtils::GetCurrentLanguage());
+        a->setData(code);
+        m_langGroup->addAction(a);
+        connect(a, &QAction::triggered, this, [this, code] { setLanguage(code); });
+    }
+    QMenu* units = options->addMenu(tr("Units"));
+    auto* unitGroup = new QActionGroup(this);
+    for (KW_UOM::System s : {KW_UOM::SI, KW_UOM::MMNS, KW_UOM::IPS}) {
+        QAction* a = units->addAction(KW_UOM::GetSystemName(s));
+        a->setCheckable(true);
+        a->setChecked(s == m_units->GetSystem());
+        unitGroup->addAction(a);
+        connect(a, &QAction::triggered, this, [this, s] { m_units->SetSystem(s); });
+    }
+    QAction* running = options->addAction(tr("Solver running"));
+    running->setCheckable(true);
+    connect(running, &QAction::toggled, m_view, &CFMView::SetSolvraRunning);
+    connect(m_view, &CFMView::solverRunningChanged, running, &QAction::setChecked);
+    QAction* ids = options->addAction(tr("Show entity IDs"));
+    ids->setCheckable(true);
+    connect(ids, &QAction::toggled, m_view, &CFMView::SetShowIDs);
+}
+
+void KwHostWindow::setLanguage(const QString& code)
+{
+    QString error;
+    if (!CKwXMLUtils::SetCurrentLanguage(code, &error)) {
+        QMessageBox::warning(this, windowTitle(), tr("Cannot switch language: %1").arg(error));
+        return;
+    }
+    KwWriteToRegistryCurrentUser(CKwXMLUtils::LanguageSettingSection(),
+                                 CKwXMLUtils::LanguageSettingEntry(), code);
+}
+
+void KwHostWindow::refreshCaptions()
+{
+    CKwDlgBase::RetranslateAll();
+    if (m_langGroup)
+        for (QAction* a : m_langGroup->actions())
+            a->setChecked(a->data().toString() == CKwXMLUtils::GetCurrentLanguage());
+    RebuildTree();
+}
+
+void KwHostWindow::Launch(unsigned kind, bool newEntity)
+{
+    DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity);
+    if (kind == 83) {
+        const std::wstring text = L"Save the model before running the analysis?";
+        MessageRequest m{};
+        m.text = text.c_str();
+        m.buttons = 1;
+        m.icon = 0;
+        r.object = &m;
+        LaunchDialog(&r);
+        statusBar()->showMessage(tr("Message box answered with result code %1").arg(m.result),
+                                 5000);
+        return;
+    }
+    LaunchDialog(&r);
+}
+
+void KwHostWindow::RebuildTree()
+{
+    m_tree->clear();
+    auto* root = new QTreeWidgetItem(m_tree, {m_model->GetName()});
+    auto add = [](QTreeWidgetItem* parent, const QString& text, int kind, void* object) {
+        auto* it = new QTreeWidgetItem(parent, {text});
+        it->setData(0, KindRole, kind);
+        it->setData(0, ObjectRole, QVariant::fromValue(reinterpret_cast<quintptr>(object)));
+        return it;
+    };
+    auto* mats = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                               QStringLiteral("Materials"),
+                                               QStringLiteral("TreeCategoryText"),
+                                               QStringLiteral("Materials"))});
+    for (CKwMaterial* m : m_model->m_materials)
+        add(mats, m->GetName(), 2, m);
+    auto* props = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                QStringLiteral("PhysicalProperties"),
+                                                QStringLiteral("TreeCategoryText"),
+                                                QStringLiteral("Physical Properties"))});
+    for (CKwPhysicalProperty* p : m_model->m_properties)
+        add(props, p->GetName(), 34, p);
+    auto* cons = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                               QStringLiteral("Constraints"),
+                                               QStringLiteral("TreeCategoryText"),
+                                               QStringLiteral("Constraints"))});
+    add(cons, tr("(new constraint)"), 1, nullptr);
+    for (CKwRestraint* c : m_model->m_restraints)
+        add(cons, c->GetName(), 1, c);
+    auto* loads = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                QStringLiteral("Loads"),
+                                                QStringLiteral("TreeCategoryText"),
+                                                QStringLiteral("Loads"))});
+    add(loads, tr("(new load)"), 0, nullptr);
+    for (CKwLoad* l : m_model->m_loads)
+        add(loads, l->GetName(), 0, l);
+    auto* analyses = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                   QStringLiteral("Analyses"),
+                                                   QStringLiteral("TreeCategoryText"),
+                                                   QStringLiteral("Analyses"))});
+    for (CKwAnalysis* a : m_model->m_analyses) {
+        auto* ai = new QTreeWidgetItem(analyses, {a->GetName()});
+        for (CKwSubCase* s : a->GetSubCases()) {
+            auto* si = add(ai, s->GetName(), 8, s);
+            if (CKwNonlinearSetup* setup = s->GetNonlinearSetup())
+                add(si, tr("Nonlinear parameters"), 53, setup);
+        }
+    }
+    auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                QStringLiteral("Plots"),
+                                                QStringLiteral("TreeCategoryText"),
+                                                QStringLiteral("Plots"))});
+    for (CKwPlot* p : m_model->m_plots)
+        add(plots, p->GetName(), 7, p);
+    m_tree->expandAll();
+}
+
+void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
+{
+    if (!item || !item->data(0, KindRole).isValid())
+        return;
+    const unsigned kind = item->data(0, KindRole).toUInt();
+    void* object = reinterpret_cast<void*>(item->data(0, ObjectRole).value<quintptr>());
+    DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true);
+    r.object = object;
+    if (kind == 8 || kind == 53) {
+        // Subcases and setups know their analysis.
+        for (CKwAnalysis* a : m_model->m_analyses)
+            for (CKwSubCase* s : a->GetSubCases())
+                if (s == object || s->GetNonlinearSetup() == object)
+                    r.analysis = a;
+    }
+    LaunchDialog(&r);
+}

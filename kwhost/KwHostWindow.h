@@ -1,0 +1,42 @@
+#pragma once
+// The demo host's main window: the sample model in a tree and a view, menus that open every
+// dialog kind as a host would, a language switch, a unit switch and a solver-running switch.
+#include <QMainWindow>
+#include <memory>
+
+class CFMView;
+class CKwFEModel;
+class CKwiCKAddin;
+class KW_UOM;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QActionGroup;
+
+class KwHostWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit KwHostWindow(QWidget* parent = nullptr);
+    ~KwHostWindow() override;
+
+    CFMView* View() const { return m_view; }
+    CKwFEModel* Model() const { return m_model.get(); }
+    KW_UOM* Units() const { return m_units.get(); }
+    // Opens a dialog kind as the menus do.
+    void Launch(unsigned kind, bool newEntity = false);
+    void RebuildTree();
+
+private:
+    void buildMenus();
+    void onTreeActivated(QTreeWidgetItem* item);
+    void setLanguage(const QString& code);
+    void refreshCaptions();
+
+    std::unique_ptr<CKwFEModel> m_model;
+    std::unique_ptr<KW_UOM> m_units;
+    std::unique_ptr<CKwiCKAddin> m_addin;
+    CFMView* m_view = nullptr;
+    QTreeWidget* m_tree = nullptr;
+    QActionGroup* m_langGroup = nullptr;
+    int m_langListener = 0;
+};

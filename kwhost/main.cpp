@@ -1,0 +1,72 @@
+// kwhost: the demo host of the dialog library. With a display it opens the main window on the
+// built-in sample model; without one (or with --gallery DIR) it renders every dialog to PNG.
+#include "CKwXMLUtils.h"
+#include "KwGallery.h"
+#include "KwHostWindow.h"
+#include "KwRegistry.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    const bool haveDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
+                             qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!haveDisplay)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kwhost"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Demo host of the KwMFCUI dialog library"));
+    parser.addHelpOption();
+    QCommandLineOption gallery(QStringLiteral("gallery"),
+                               QStringLiteral("Render every dialog to PNG files in <dir>."),
+                               QStringLiteral("dir"));
+    QCommandLineOption lang(QStringLiteral("lang"),
+                            QStringLiteral("Language: en, de or qps (pseudo)."),
+                            QStringLiteral("code"));
+    QCommandLineOption settings(QStringLiteral("settings"),
+                                QStringLiteral("Keep per-user settings in this INI file."),
+                                QStringLiteral("file"));
+    parser.addOptions({gallery, lang, settings});
+    parser.process(app);
+
+    if (parser.isSet(settings))
+        KwSetRegistryFile(parser.value(settings));
+    CKwXMLUtils::ApplyLanguageSetting();
+    if (parser.isSet(lang)) {
+        QString error;
+        if (!CKwXMLUtils::SetCurrentLanguage(parser.value(lang), &error)) {
+            std::fprintf(stderr, "kwhost: %s\n", qPrintable(error));
+            return 2;
+        }
+    }
+
+    KwHostWindow window;
+    const bool galleryMode = parser.isSet(gallery) || !haveDisplay;
+    if (galleryMode) {
+        const QString dir = parser.isSet(gallery) ? parser.value(gallery)
+                                                  : QStringLiteral("gallery");
+        if (!parser.isSet(settings)) // the gallery must not move the user's own dialogs
+            KwSetRegistryFile(QDir(dir).filePath(QStringLiteral("gallery-settings.ini")));
+        if (!haveDisplay && !parser.isSet(gallery))
+            std::printf("kwhost: no display; rendering the dialog gallery instead.\n");
+        const KwGalleryResult r = KwRenderGallery(&window, dir);
+        std::printf("kwhost: wrote %lld dialog pictures to %s\n",
+                    static_cast<long long>(r.written.size()),
+                    qPrintable(QDir(dir).absolutePath()));
+        for (const QString& f : r.written)
+            std::printf("  %s\n", qPrintable(f));
+        if (!r.unavailable.isEmpty())
+            std::printf("kwhost: %lld kinds are not available in this build: %s\n",
+                        static_cast<long long>(r.unavailable.size()),
+                        qPrintable(r.unavailable.join(QStringLiteral(", "))));
+        return 0;
+    }
+    window.show();
+    return app.exec();
+}
