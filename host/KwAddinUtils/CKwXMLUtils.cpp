@@ -2,6 +2,7 @@
 
 #include "KwRegistry.h"
 
+#include <QDir>
 #include <QDomDocument>
 #include <QFile>
 #include <QHash>
@@ -42,9 +43,14 @@ int kindIndex(const QString& name)
     return -1;
 }
 
-QString shippedFile(const QString& code)
+// All files of a shipped language, in name order; later files may add to earlier ones.
+QStringList shippedFiles(const QString& code)
 {
-    return QStringLiteral(":/kwlang/%1.xml").arg(code);
+    QDir dir(QStringLiteral(":/kwlang/%1").arg(code));
+    QStringList files;
+    for (const QString& f : dir.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name))
+        files << dir.filePath(f);
+    return files;
 }
 
 // Parses into `out`; returns count or -1.
@@ -177,16 +183,24 @@ bool CKwXMLUtils::SetCurrentLanguage(const QString& code, QString* error)
             *error = QStringLiteral("unknown language \"%1\"").arg(code);
         return false;
     }
-    QFile f(shippedFile(code));
-    if (!f.open(QIODevice::ReadOnly)) {
+    const QStringList files = shippedFiles(code);
+    if (files.isEmpty()) {
         if (error)
-            *error = QStringLiteral("cannot read %1").arg(f.fileName());
+            *error = QStringLiteral("no language files for \"%1\"").arg(code);
         return false;
     }
     QHash<QString, QString> texts[3];
-    QString fileCode;
-    if (parseInto(f.readAll(), &fileCode, texts, error) < 0)
-        return false;
+    for (const QString& path : files) {
+        QFile f(path);
+        if (!f.open(QIODevice::ReadOnly)) {
+            if (error)
+                *error = QStringLiteral("cannot read %1").arg(path);
+            return false;
+        }
+        QString fileCode;
+        if (parseInto(f.readAll(), &fileCode, texts, error) < 0)
+            return false;
+    }
     for (int i = 0; i < 3; ++i)
         s.texts[i] = std::move(texts[i]);
     s.code = code;
