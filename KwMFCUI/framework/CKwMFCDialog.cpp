@@ -109,7 +109,9 @@ void CKwMFCDialog::ensureInitialised()
 bool CKwMFCDialog::OnInitDialog()
 {
     SetTextToCurrentLang();
-    adjustSize();
+    // A template without a size of its own takes the size its texts need; a sized one keeps it.
+    if (!testAttribute(Qt::WA_Resized))
+        adjustSize();
     RestorePlacement();
     return true;
 }

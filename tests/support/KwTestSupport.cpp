@@ -12,6 +12,7 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMainWindow>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -102,18 +103,22 @@ QStringList UntranslatedCaptions(QWidget* root)
 }
 
 Host::Host()
-    : model(CKwFEModel::CreateSampleModel()), units(std::make_unique<KW_UOM>(KW_UOM::MMNS)),
-      addin(std::make_unique<CKwiCKAddin>()), view(std::make_unique<CFMView>(model.get()))
+    : frame(std::make_unique<QMainWindow>()), model(CKwFEModel::CreateSampleModel()),
+      units(std::make_unique<KW_UOM>(KW_UOM::MMNS)), addin(std::make_unique<CKwiCKAddin>()),
+      view(std::make_unique<CFMView>(model.get(), frame.get()))
 {
     TheApplication = addin.get();
+    static_cast<QMainWindow*>(frame.get())->setCentralWidget(view.get());
     view->SetUnitHolder(units.get());
-    view->resize(640, 480);
+    view->SetFrameWindow(frame.get());
+    frame->resize(640, 480);
 }
 
 Host::~Host()
 {
-    CloseAllWindows();
     view.reset();
+    frame.reset();
+    CloseAllWindows();
     if (TheApplication == addin.get())
         TheApplication = nullptr;
 }

@@ -44,11 +44,13 @@ void CloseAllWindows();
 // show data carry the property kwData and are skipped.
 QStringList UntranslatedCaptions(QWidget* root);
 
-// A host as a real one sets up: sample model, view with units, add-in in TheApplication.
+// A host as a real one sets up: sample model, a frame window holding the view (with units),
+// add-in in TheApplication.
 struct Host
 {
     Host();
     ~Host();
+    std::unique_ptr<QWidget> frame;
     std::unique_ptr<CKwFEModel> model;
     std::unique_ptr<KW_UOM> units;
     std::unique_ptr<CKwiCKAddin> addin;

@@ -1,0 +1,97 @@
+// Language-text formats and the message-box mappings in both directions.
+#include "CKwXMLUtils.h"
+#include "KwControls.h"
+#include "KwLangText.h"
+#include "KwMessageBox.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+TEST(LanguageText, formatsLabelsTitlesAndFieldMessages)
+{
+    EXPECT_EQ(KwLabel(QStringLiteral("Name")), QStringLiteral("Name:"));
+    EXPECT_EQ(KwTitleWithName(QStringLiteral("Table Data"), QStringLiteral("Curve 1")),
+              QStringLiteral("Table Data - 'Curve 1'"));
+    EXPECT_EQ(KwFieldMessage(QStringLiteral("Size:"), QStringLiteral("Invalid")),
+              QStringLiteral("Size: - \n 'Invalid'"));
+    // Arguments holding % markers must come through untouched.
+    EXPECT_EQ(KwTitleWithName(QStringLiteral("%1"), QStringLiteral("%2")),
+              QStringLiteral("%1 - '%2'"));
+}
+
+TEST(LanguageText, englishDefaultsWithoutTranslation)
+{
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+    EXPECT_EQ(KwPropText("General", "LabelName", "Name"), QStringLiteral("Name"));
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("de"));
+    EXPECT_EQ(KwPropText("General", "ButtonCancel", "Cancel"), QStringLiteral("Abbrechen"));
+    EXPECT_EQ(KwPropText("General", "NoSuchKey", "Fallback"), QStringLiteral("Fallback"));
+    // The same key in another family is another text.
+    EXPECT_EQ(KwErrText("General", "ButtonCancel", "Cancel"), QStringLiteral("Cancel"));
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+}
+
+TEST(LanguageText, setsControlsByIdAndSkipsMissingOnes)
+{
+    QWidget root;
+    auto* label = new QLabel(&root);
+    auto* check = new QCheckBox(&root);
+    auto* group = new QGroupBox(&root);
+    KwSetControlId(label, 1419);
+    KwSetControlId(check, 7675);
+    KwSetControlId(group, 7116);
+    const KwTextRow rows[] = {
+        {1419, "General", "LabelName", "Name", true},
+        {7675, "Constraints", "CheckboxFixRadialDirection", "Fix Radial Direction", false},
+        {7116, "Constraints", "GroupDegreesofFreedom", "Degrees of Freedom", false},
+        {9999, "General", "LabelID", "ID", true},
+    };
+    KwApplyTextTable(&root, rows);
+    EXPECT_EQ(label->text(), QStringLiteral("Name:"));
+    EXPECT_EQ(check->text(), QStringLiteral("Fix Radial Direction"));
+    EXPECT_EQ(group->title(), QStringLiteral("Degrees of Freedom"));
+    EXPECT_EQ(KwGetControlText(&root, 1419), QStringLiteral("Name:"));
+    EXPECT_FALSE(KwSetControlText(&root, 9999, QStringLiteral("x")));
+    EXPECT_EQ(KwGetControlText(nullptr, 1419), QString());
+    EXPECT_EQ(KwFindControl(nullptr, 1), nullptr);
+}
+
+TEST(MessageBoxMapping, styleBitsChooseIconAndButtons)
+{
+    const struct
+    {
+        unsigned style;
+        QMessageBox::Icon icon;
+        QMessageBox::StandardButtons buttons;
+    } cases[] = {
+        {0x00, QMessageBox::NoIcon, QMessageBox::Ok},
+        {0x41, QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel},
+        {0x24, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No},
+        {0x10, QMessageBox::Critical, QMessageBox::Ok},
+        {0x33, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel},
+        {0x02, QMessageBox::NoIcon,
+         QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore},
+        {0x05, QMessageBox::NoIcon, QMessageBox::Retry | QMessageBox::Cancel},
+        {0x0F, QMessageBox::NoIcon, QMessageBox::Ok},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(KwStyleToIcon(c.style), c.icon) << c.style;
+        EXPECT_EQ(KwStyleToButtons(c.style), c.buttons) << c.style;
+    }
+}
+
+TEST(MessageBoxMapping, pressedButtonsGiveResultCodes)
+{
+    const struct
+    {
+        QMessageBox::StandardButton button;
+        int result;
+    } cases[] = {{QMessageBox::Ok, 1},    {QMessageBox::Cancel, 2}, {QMessageBox::Abort, 3},
+                 {QMessageBox::Retry, 4}, {QMessageBox::Ignore, 5}, {QMessageBox::Yes, 6},
+                 {QMessageBox::No, 7},    {QMessageBox::Close, 8},  {QMessageBox::Help, 2}};
+    for (const auto& c : cases)
+        EXPECT_EQ(KwButtonToResult(c.button), c.result) << c.button;
+}
