@@ -1,0 +1,137 @@
+// The reference host's unit systems and number parsing.
+#include "CFMView.h"
+#include "KW_UOM.h"
+#include "KwNumbers.h"
+
+#include <QString>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+const int kAllKinds[] = {KwUnitKind::Stress,   KwUnitKind::Force,
+                         KwUnitKind::Moment,   KwUnitKind::Pressure,
+                         KwUnitKind::Length,   KwUnitKind::AreaMomentOfInertia,
+                         KwUnitKind::Area,     KwUnitKind::Volume,
+                         KwUnitKind::Mass,     KwUnitKind::Density,
+                         KwUnitKind::Temperature, KwUnitKind::Time,
+                         KwUnitKind::Frequency, KwUnitKind::Velocity,
+                         KwUnitKind::Acceleration, KwUnitKind::Energy,
+                         KwUnitKind::Stiffness, KwUnitKind::ThermalConductivity,
+                         KwUnitKind::ThermalExpansion, KwUnitKind::Angle,
+                         KwUnitKind::AngularVelocity, KwUnitKind::SpecificHeat,
+                         KwUnitKind::HeatFlux, KwUnitKind::Dimensionless};
+} // namespace
+
+TEST(Units, knownValuesConvertCorrectly)
+{
+    const struct
+    {
+        KW_UOM::System system;
+        int kind;
+        double internal;
+        double shown;
+        const char* label;
+    } cases[] = {
+        {KW_UOM::MMNS, KwUnitKind::Length, 0.0254, 25.4, "mm"},
+        {KW_UOM::IPS, KwUnitKind::Length, 0.0254, 1.0, "in"},
+        {KW_UOM::MMNS, KwUnitKind::Stress, 2.0e11, 2.0e5, "MPa"},
+        {KW_UOM::IPS, KwUnitKind::Stress, 6894.757293168, 1.0, "psi"},
+        {KW_UOM::IPS, KwUnitKind::Force, 4.4482216152605, 1.0, "lbf"},
+        {KW_UOM::MMNS, KwUnitKind::AreaMomentOfInertia, 1e-8, 1e4, "mm^4"},
+        {KW_UOM::MMNS, KwUnitKind::Area, 1e-4, 100.0, "mm^2"},
+        {KW_UOM::MMNS, KwUnitKind::Density, 7900.0, 7.9e-9, "t/mm^3"},
+        {KW_UOM::MMNS, KwUnitKind::Mass, 1000.0, 1.0, "t"},
+        {KW_UOM::SI, KwUnitKind::Temperature, 300.0, 300.0, "K"},
+        {KW_UOM::MMNS, KwUnitKind::Temperature, 273.15, 0.0, "C"},
+        {KW_UOM::IPS, KwUnitKind::Temperature, 273.15, 32.0, "F"},
+        {KW_UOM::IPS, KwUnitKind::Temperature, 373.15, 212.0, "F"},
+        {KW_UOM::SI, KwUnitKind::Angle, 3.14159265358979, 180.0, "deg"},
+        {KW_UOM::MMNS, KwUnitKind::Dimensionless, 0.3, 0.3, ""},
+    };
+    for (const auto& c : cases) {
+        KW_UOM u(c.system);
+        EXPECT_NEAR(u.GetDisplayValue(c.internal, c.kind), c.shown, 1e-9 * std::abs(c.shown) + 1e-12)
+            << c.label;
+        EXPECT_NEAR(u.ToInternalValue(c.shown, c.kind), c.internal,
+                    1e-9 * std::abs(c.internal) + 1e-12)
+            << c.label;
+        EXPECT_EQ(u.GetUnits(c.kind), QString::fromLatin1(c.label));
+    }
+}
+
+TEST(Units, everyKindRoundTripsInEverySystem)
+{
+    for (KW_UOM::System s : {KW_UOM::SI, KW_UOM::MMNS, KW_UOM::IPS}) {
+        KW_UOM u(s);
+        for (int kind : kAllKinds) {
+            EXPECT_TRUE(KW_UOM::IsKnownKind(kind));
+            for (double v : {-123.456, 0.0, 1e-6, 987654.321}) {
+                const double back = u.ToInternalValue(u.GetDisplayValue(v, kind), kind);
+                EXPECT_NEAR(back, v, 1e-9 * std::abs(v) + 1e-9) << "system " << s << " kind " << kind;
+            }
+            if (kind != KwUnitKind::Dimensionless)
+                EXPECT_FALSE(u.GetUnits(kind).isEmpty()) << kind;
+        }
+    }
+}
+
+TEST(Units, unknownKindsPassUnchanged)
+{
+    KW_UOM u(KW_UOM::IPS);
+    for (int kind : {0, 99, -7, 1000000}) {
+        EXPECT_FALSE(KW_UOM::IsKnownKind(kind));
+        EXPECT_EQ(u.GetDisplayValue(12.5, kind), 12.5);
+        EXPECT_EQ(u.ToInternalValue(12.5, kind), 12.5);
+        EXPECT_TRUE(u.GetUnits(kind).isEmpty());
+    }
+    EXPECT_EQ(u.GetErrorMessageForUnit(KwUnitKind::Length), QStringLiteral("Enter a number in in."));
+    EXPECT_EQ(u.GetErrorMessageForUnit(99), QStringLiteral("Enter a number."));
+}
+
+TEST(Numbers, isNumberAcceptsWholeFiniteDecimalsOnly)
+{
+    const struct
+    {
+        const char* text;
+        bool number;
+    } cases[] = {{"1", true},        {" -2.5 ", true},  {".5", true},      {"5.", true},
+                 {"1e3", true},      {"1E-3", true},    {"+7", true},      {"\t42\n", true},
+                 {"", false},        {"   ", false},    {"1.2.3", false},  {"3x", false},
+                 {"x3", false},      {"nan", false},    {"inf", false},    {"-inf", false},
+                 {"1e", false},      {"e5", false},     {".", false},      {"-", false},
+                 {"1 2", false},     {"1e999", false},  {"0x10", false},   {"1,5", false}};
+    for (const auto& c : cases)
+        EXPECT_EQ(IsNumber(QString::fromLatin1(c.text)), c.number) << '"' << c.text << '"';
+}
+
+TEST(Numbers, atofReadsTheLeadingNumber)
+{
+    const struct
+    {
+        const char* text;
+        double value;
+    } cases[] = {{"12.5abc", 12.5}, {"  -3e2x", -300.0}, {"abc", 0.0}, {"", 0.0},
+                 {"1e", 1.0},       {".25", 0.25},       {"7,5", 7.0}};
+    for (const auto& c : cases)
+        EXPECT_DOUBLE_EQ(KwAtof(QString::fromLatin1(c.text)), c.value) << c.text;
+}
+
+TEST(Numbers, viewParsesFieldsIntoValuesOrMissing)
+{
+    EXPECT_EQ(CFMView::GetIntegerFromString(QStringLiteral(" 42 ")), 42);
+    EXPECT_EQ(CFMView::GetIntegerFromString(QStringLiteral("-7")), -7);
+    for (const char* bad : {"", "4.5", "12a", "99999999999", "nan"})
+        EXPECT_TRUE(IsMissingValue(CFMView::GetIntegerFromString(QString::fromLatin1(bad)))) << bad;
+
+    KW_UOM mm(KW_UOM::MMNS);
+    EXPECT_DOUBLE_EQ(CFMView::GetDoubleFromString(&mm, QStringLiteral("25.4"),
+                                                  KwUnitKind::Length, 0),
+                     25.4);
+    EXPECT_NEAR(CFMView::GetDoubleFromString(&mm, QStringLiteral("25.4"), KwUnitKind::Length, 1),
+                0.0254, 1e-15);
+    EXPECT_DOUBLE_EQ(CFMView::GetDoubleFromString(nullptr, QStringLiteral("3"),
+                                                  KwUnitKind::Length, 1),
+                     3.0);
+    EXPECT_TRUE(IsMissingValue(
+        CFMView::GetDoubleFromString(&mm, QStringLiteral("inf"), KwUnitKind::Length, 0)));
+}

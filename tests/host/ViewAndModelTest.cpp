@@ -1,0 +1,95 @@
+// The reference host's view (dialog stack, toolbar, bubbles) and model queries.
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwMeshModel.h"
+#include "CKwPlot.h"
+#include "CKwSubCase.h"
+
+#include <QLabel>
+#include <gtest/gtest.h>
+
+TEST(View, dialogStackCountsAndForgetsDeadDialogs)
+{
+    CFMView view;
+    auto* a = new QWidget;
+    QWidget b;
+    view.AddOpenDialog(a);
+    view.AddOpenDialog(&b);
+    view.AddOpenDialog(nullptr);
+    EXPECT_EQ(view.GetOpenDialogCount(), 2);
+    EXPECT_EQ(view.GetOpenDialog(), &b);
+    delete a;
+    view.LeaveDialogStack(&b);
+    EXPECT_EQ(view.GetOpenDialogCount(), 1);
+    EXPECT_EQ(view.GetOpenDialog(), nullptr);
+    view.LeaveDialogStack(nullptr);
+    view.LeaveDialogStack(nullptr); // never below zero
+    EXPECT_EQ(view.GetOpenDialogCount(), 0);
+    EXPECT_FALSE(view.HasActiveDialogMark());
+}
+
+TEST(View, resultToolbarOnlyForADisplayedPlot)
+{
+    CFMView view;
+    view.CreateResultToolbarIfPlotDispalyed();
+    EXPECT_EQ(view.GetResultToolbar(), nullptr);
+    CKwPlot plot(1, QStringLiteral("p"));
+    view.SetActivePlot(&plot);
+    view.CreateResultToolbarIfPlotDispalyed();
+    EXPECT_EQ(view.GetResultToolbar(), nullptr);
+    plot.TurnPlotDisplayOn();
+    view.CreateResultToolbarIfPlotDispalyed();
+    QWidget* tb = view.GetResultToolbar();
+    ASSERT_NE(tb, nullptr);
+    view.CreateResultToolbarIfPlotDispalyed();
+    EXPECT_EQ(view.GetResultToolbar(), tb);
+    EXPECT_TRUE(view.IsResultToolbar(view.GetOpenDialog()));
+    view.DestroyResultToolbar();
+    EXPECT_EQ(view.GetResultToolbar(), nullptr);
+    EXPECT_EQ(view.GetOpenDialogCount(), 0);
+}
+
+TEST(View, bubblesAreShownAndRemembered)
+{
+    CFMView view;
+    view.resize(400, 300);
+    view.show();
+    view.ShowBubbleToolTipWarning(QStringLiteral("careful"), 0);
+    EXPECT_EQ(view.GetLastBubbleKind(), CFMView::BubbleWarning);
+    view.ShowBubbleToolTipError(QStringLiteral("wrong"), 0);
+    EXPECT_EQ(view.GetLastBubbleKind(), CFMView::BubbleError);
+    EXPECT_EQ(view.GetLastBubbleText(), QStringLiteral("wrong"));
+    EXPECT_EQ(view.GetBubbleCount(), 2);
+    auto* bubble = view.findChild<QLabel*>(QStringLiteral("BubbleTip"));
+    ASSERT_NE(bubble, nullptr);
+    EXPECT_TRUE(bubble->isVisible());
+    EXPECT_EQ(bubble->text(), QStringLiteral("wrong"));
+}
+
+TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
+{
+    std::unique_ptr<CKwFEModel> m(CKwFEModel::CreateSampleModel());
+    EXPECT_EQ(m->m_materials.size(), 2);
+    EXPECT_EQ(m->m_properties.size(), 2);
+    EXPECT_EQ(m->m_restraints.size(), 1);
+    EXPECT_EQ(m->m_loads.size(), 1);
+    ASSERT_EQ(m->m_analyses.size(), 3);
+    EXPECT_EQ(m->m_mesh->Elements().size(), 32u);
+    EXPECT_EQ(m->m_mesh->Nodes().size(), 81u);
+    const CKwAnalysis* linear = m->m_analyses.at(0);
+    ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
+    EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
+    for (int i = 1; i < 3; ++i) {
+        const CKwAnalysis* a = m->m_analyses.at(i);
+        EXPECT_FALSE(a->HasResultSet());
+        EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
+        ASSERT_FALSE(a->GetSubCases().isEmpty());
+        EXPECT_NE(a->GetSubCases().first()->GetNonlinearSetup(), nullptr);
+    }
+    EXPECT_TRUE(linear->IsValidUserId(1));
+    EXPECT_TRUE(linear->IsValidUserId(81));
+    EXPECT_FALSE(linear->IsValidUserId(82));
+    EXPECT_FALSE(linear->IsValidUserId(0));
+    EXPECT_FALSE(CKwAnalysis().IsValidUserId(1));
+}
