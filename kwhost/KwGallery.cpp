@@ -45,7 +45,8 @@ void closeDialog(QWidget* w)
 
 } // namespace
 
-KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory)
+KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
+                                const KwGalleryInspector& inspect)
 {
     KwGalleryResult result;
     QDir().mkpath(directory);
@@ -70,9 +71,12 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory)
                 return;
             if (!isNotAvailableBox(modal) || k.kind == 83) {
                 QApplication::processEvents();
+                if (inspect)
+                    inspect(k.kind, modal);
                 const QString f = fileFor(directory, k.kind, k.title, shot++);
                 modal->grab().save(f);
                 result.written << f;
+                result.titles << modal->windowTitle();
                 sawWindow = true;
             }
             closeDialog(modal);
@@ -86,9 +90,12 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory)
                 continue;
             if (w->objectName() == QLatin1String("ResultToolbar"))
                 continue;
+            if (inspect)
+                inspect(k.kind, w);
             const QString f = fileFor(directory, k.kind, k.title, shot++);
             w->grab().save(f);
             result.written << f;
+            result.titles << w->windowTitle();
             sawWindow = true;
         }
         // Modeless windows close the way a user closes them; singletons stay for later kinds.

@@ -1,8 +1,11 @@
 #include "KwMessageBox.h"
 
 #include "CKwMFCUIApp.h"
+#include "KwLangText.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 
 QMessageBox::Icon KwStyleToIcon(unsigned style)
 {
@@ -42,10 +45,49 @@ int KwButtonToResult(QMessageBox::StandardButton button)
     }
 }
 
-int KwMessageBoxW(QWidget* owner, const QString& text, const QString& caption, unsigned style)
+namespace {
+
+// Buttons speak the user's language like every other caption of the module.
+void captionButtons(QMessageBox& box)
+{
+    const struct
+    {
+        QMessageBox::StandardButton button;
+        const char* key;
+        const char* english;
+    } rows[] = {{QMessageBox::Ok, "ButtonOk", "OK"},
+                {QMessageBox::Cancel, "ButtonCancel", "Cancel"},
+                {QMessageBox::Yes, "ButtonYes", "Yes"},
+                {QMessageBox::No, "ButtonNo", "No"},
+                {QMessageBox::Abort, "ButtonAbort", "Abort"},
+                {QMessageBox::Retry, "ButtonRetry", "Retry"},
+                {QMessageBox::Ignore, "ButtonIgnore", "Ignore"}};
+    for (const auto& r : rows)
+        if (QAbstractButton* b = box.button(r.button))
+            b->setText(KwPropText("General", r.key, r.english));
+    // The caption is the product's name, not a text of any language.
+    box.setProperty("kwDataTitle", true);
+}
+
+// Marks the message as the host's own words (nothing of the module's language).
+void markHostText(QMessageBox& box)
+{
+    if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
+        label->setProperty("kwData", true);
+}
+
+} // namespace
+
+void KwMarkHostText(QMessageBox& box) { markHostText(box); }
+
+int KwMessageBoxW(QWidget* owner, const QString& text, const QString& caption, unsigned style,
+                  bool hostText)
 {
     QMessageBox box(KwStyleToIcon(style), caption, text, KwStyleToButtons(style), owner);
     box.setObjectName(QStringLiteral("KwMessageBox"));
+    captionButtons(box);
+    if (hostText)
+        markHostText(box);
     const auto buttons = KwStyleToButtons(style);
     // Escape answers as closing the box would: Cancel or No where offered, else the only OK.
     if (buttons.testFlag(QMessageBox::Cancel))
@@ -61,7 +103,7 @@ int KwMessageBoxW(QWidget* owner, const QString& text, const QString& caption, u
     return KwButtonToResult(box.standardButton(clicked));
 }
 
-int KwAfxMessageBox(const QString& text, unsigned style, unsigned helpId)
+int KwAfxMessageBox(const QString& text, unsigned style, unsigned helpId, bool hostText)
 {
     QMessageBox::Icon icon = KwStyleToIcon(style);
     unsigned s = style;
@@ -72,6 +114,9 @@ int KwAfxMessageBox(const QString& text, unsigned style, unsigned helpId)
                     KwStyleToButtons(s), owner);
     box.setObjectName(QStringLiteral("KwMessageBox"));
     box.setProperty("helpId", helpId);
+    captionButtons(box);
+    if (hostText)
+        markHostText(box);
     box.exec();
     QAbstractButton* clicked = box.clickedButton();
     return clicked ? KwButtonToResult(box.standardButton(clicked)) : KwMB::IDCANCEL;

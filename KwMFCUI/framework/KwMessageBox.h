@@ -24,9 +24,13 @@ KWMFCUI_EXPORT QMessageBox::StandardButtons KwStyleToButtons(unsigned style);
 // The result code of a pressed button (IDCANCEL for anything unknown, as closing the box).
 KWMFCUI_EXPORT int KwButtonToResult(QMessageBox::StandardButton button);
 
-// Shows a message box owned by `owner` (may be null) and returns the result code.
+// Marks a box's message as the host's words, not a text of the module.
+KWMFCUI_EXPORT void KwMarkHostText(QMessageBox& box);
+
+// Shows a message box owned by `owner` (may be null) and returns the result code. Buttons are
+// captioned in the current language; `hostText` says the message is the host's own words.
 KWMFCUI_EXPORT int KwMessageBoxW(QWidget* owner, const QString& text, const QString& caption,
-                                 unsigned style);
+                                 unsigned style, bool hostText = false);
 // A box captioned with the product display name; `helpId` is kept for the host's help.
 KWMFCUI_EXPORT int KwAfxMessageBox(const QString& text, unsigned style = KwMB::OK,
-                                   unsigned helpId = 0);
+                                   unsigned helpId = 0, bool hostText = false);

@@ -65,7 +65,7 @@ void deliverStatusMessage(CFMView* view, const MessageRequest* m)
         editor->OnKwMessage(text, m->buttons, m->code);
         return;
     }
-    KwAfxMessageBox(text, KwMB::OK, m->buttons);
+    KwAfxMessageBox(text, KwMB::OK, m->buttons, true);
 }
 
 // Kind 83: a message box whose pressed button goes back into the record.
@@ -77,7 +77,7 @@ void runMessageBox(CFMView* view, MessageRequest* m)
     if (!owner && view->GetFrameWnd())
         owner = view->GetFrameWnd()->GetSafeHwnd();
     const int pressed = KwMessageBoxW(owner, requestText(m), CKwMFCUIApp::ProductDisplayName(),
-                                      messageStyle(*m));
+                                      messageStyle(*m), true);
     m->result = static_cast<std::uint32_t>(pressed - 1);
 }
 

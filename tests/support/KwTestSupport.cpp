@@ -86,7 +86,8 @@ QStringList UntranslatedCaptions(QWidget* root)
     };
     if (!root)
         return bad;
-    check(root, root->windowTitle());
+    if (!root->property("kwDataTitle").toBool())
+        check(root, root->windowTitle());
     for (QWidget* w : root->findChildren<QWidget*>()) {
         if (!w->isVisibleTo(root) || w->property("kwData").toBool())
             continue;

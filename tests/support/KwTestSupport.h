@@ -41,7 +41,8 @@ void CloseAllWindows();
 
 // Captions of `root`'s visible texts that did not pass through the language service while
 // the pseudo-language is active (labels, buttons, group boxes, window title). Controls that
-// show data carry the property kwData and are skipped.
+// show data carry the property kwData and are skipped; a window whose title is data (the
+// product name of message boxes) carries kwDataTitle.
 QStringList UntranslatedCaptions(QWidget* root);
 
 // A host as a real one sets up: sample model, a frame window holding the view (with units),
