@@ -7,6 +7,7 @@
 #include "CKwMFCDialog.h"
 #include "CKwUIBase.h"
 #include "CKwiCKAddin.h"
+#include "KwModuleWindows.h"
 #include "KwTestSupport.h"
 
 #include <QApplication>
@@ -336,4 +337,38 @@ TEST_F(LaunchTest, modalKindsReturnOnlyAfterClosing)
         EXPECT_EQ(launchKind, kind);
         EXPECT_TRUE(kwtest::VisibleTopLevels().isEmpty()) << kind;
     }
+}
+
+namespace {
+// An open material editor as the dispatch sees it.
+class FakeMaterialEditor : public QWidget, public CKwMaterialEditorLink
+{
+public:
+    unsigned failureTheory = 0;
+    int refreshes = 0;
+    void SetFailureTheorySetting(unsigned option) override { failureTheory = option; }
+    void RefreshFromHost() override { ++refreshes; }
+};
+} // namespace
+
+TEST_F(LaunchTest, hiddenMaterialRequestRefreshesTheOpenMaterialEditor)
+{
+    FakeMaterialEditor editor;
+    host.view->AddOpenDialog(&editor);
+    DialogLaunchRequest r = host.Request(2);
+    r.keepResults = 1; // otherwise the open editor refuses the request outright
+    r.createHidden = 1;
+    r.option = 3;
+    const auto before = kwtest::VisibleTopLevels();
+    const auto rec = kwtest::AnswerModals([&] { LaunchDialog(&r); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_EQ(editor.refreshes, 1);
+    EXPECT_EQ(editor.failureTheory, 3u);
+    EXPECT_EQ(kwtest::VisibleTopLevels(), before);
+
+    // With the editor closed the request goes on to open a new one.
+    host.view->LeaveDialogStack(&editor);
+    const auto rec2 = kwtest::AnswerModals([&] { LaunchDialog(&r); });
+    EXPECT_EQ(editor.refreshes, 1);
+    EXPECT_LE(rec2.boxTexts.size(), 1); // "not available" where the editor is not built
 }
