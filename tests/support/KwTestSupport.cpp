@@ -12,6 +12,7 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -68,9 +69,13 @@ QList<QWidget*> VisibleTopLevels()
 
 void CloseAllWindows()
 {
+    // Deleting one window may delete others (dialogs parented to it): guard every pointer.
+    QList<QPointer<QWidget>> windows;
     for (QWidget* w : QApplication::topLevelWidgets())
-        if (!qobject_cast<QWidget*>(w->parent()))
-            delete w;
+        windows << w;
+    for (const QPointer<QWidget>& w : windows)
+        if (w && !qobject_cast<QWidget*>(w->parent()))
+            delete w.data();
     QApplication::processEvents();
 }
 
@@ -112,8 +117,10 @@ Host::Host()
 
 Host::~Host()
 {
+    // The view is a parentless widget as well, so the sweep may take it; delete it only if not.
+    QPointer<CFMView> v = view.release();
     CloseAllWindows();
-    view.reset();
+    delete v.data();
     if (TheApplication == addin.get())
         TheApplication = nullptr;
 }
