@@ -62,7 +62,9 @@ public:
         IDC_LABEL_CRITERIA = 11404,
     };
 
-    // `setup` is not owned and may be null (nothing to edit; OK then writes nothing).
+    // `setup` is not owned and may be null (nothing to edit; OK then writes nothing). Field
+    // errors go to the view given with SetFMView (kind 53 passes the request's view), else to
+    // a view the parent window holds, else into a message box.
     explicit CKwNonlinearParametersDlg(CKwNonlinearSetup* setup, QWidget* parent = nullptr);
     ~CKwNonlinearParametersDlg() override;
 
