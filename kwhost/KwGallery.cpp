@@ -82,7 +82,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             closeDialog(modal);
         });
         modalWatch.start();
-        host->Launch(k.kind);
+        host->Launch(k.kind, false, k.variant);
         modalWatch.stop();
         QApplication::processEvents();
         for (QWidget* w : QApplication::topLevelWidgets()) {

@@ -38,6 +38,7 @@ QList<KwHostKind> KwHostKinds()
         {33, QStringLiteral("Impact Analysis..."), an},
         {52, QStringLiteral("Nonlinear Setup..."), an},
         {53, QStringLiteral("Nonlinear Parameters..."), an},
+        {53, QStringLiteral("Nonlinear Parameters (transient)..."), an, 1},
         {54, QStringLiteral("Element Deletion..."), an},
         {56, QStringLiteral("Fatigue Setup..."), an},
         {16, QStringLiteral("Optimization Objective..."), an},
@@ -72,7 +73,7 @@ QList<KwHostKind> KwHostKinds()
 }
 
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
-                                  KW_UOM* units, bool newEntity)
+                                  KW_UOM* units, bool newEntity, int variant)
 {
     DialogLaunchRequest r{};
     r.kind = kind;
@@ -120,7 +121,8 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         break;
     case 52:
     case 53:
-        r.object = firstSetup(CKwAnalysis::NonlinearStatic);
+        r.object = firstSetup(variant == 1 ? CKwAnalysis::NonlinearTransient
+                                           : CKwAnalysis::NonlinearStatic);
         break;
     default:
         r.analysis = withResults;

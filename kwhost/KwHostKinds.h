@@ -14,6 +14,7 @@ struct KwHostKind
     unsigned kind;
     QString title;   // menu text
     QString group;   // menu the entry goes under
+    int variant = 0; // which sample object the request carries (see KwMakeRequest)
 };
 
 // Every kind the library's dispatch knows, in menu order.
@@ -21,6 +22,7 @@ QList<KwHostKind> KwHostKinds();
 
 // A request for `kind` on the sample model as the host would send it: the entity to edit (the
 // first of its family), the view, an analysis with results where the kind shows results, the
-// units. `newEntity` leaves the object null ("new").
+// units. `newEntity` leaves the object null ("new"). `variant` 1 picks the transient
+// nonlinear setup for kinds 52 and 53 instead of the static one.
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
-                                  KW_UOM* units, bool newEntity = false);
+                                  KW_UOM* units, bool newEntity = false, int variant = 0);

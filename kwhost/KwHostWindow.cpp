@@ -83,9 +83,11 @@ void KwHostWindow::buildMenus()
         groups.insert(g, menuBar()->addMenu(g));
     for (const KwHostKind& k : KwHostKinds()) {
         const unsigned kind = k.kind;
+        const int variant = k.variant;
         QAction* a = groups.value(k.group)->addAction(
             QStringLiteral("%1  [%2]").arg(k.title).arg(kind));
-        connect(a, &QAction::triggered, this, [this, kind] { Launch(kind); });
+        connect(a, &QAction::triggered, this,
+                [this, kind, variant] { Launch(kind, false, variant); });
     }
 
     QMenu* options = menuBar()->addMenu(tr("&Options"));
@@ -137,9 +139,10 @@ void KwHostWindow::refreshCaptions()
     RebuildTree();
 }
 
-void KwHostWindow::Launch(unsigned kind, bool newEntity)
+void KwHostWindow::Launch(unsigned kind, bool newEntity, int variant)
 {
-    DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity);
+    DialogLaunchRequest r =
+        KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity, variant);
     if (kind == 83) {
         const std::wstring text = L"Save the model before running the analysis?";
         MessageRequest m{};

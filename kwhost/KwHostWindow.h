@@ -23,7 +23,7 @@ public:
     CKwFEModel* Model() const { return m_model.get(); }
     KW_UOM* Units() const { return m_units.get(); }
     // Opens a dialog kind as the menus do.
-    void Launch(unsigned kind, bool newEntity = false);
+    void Launch(unsigned kind, bool newEntity = false, int variant = 0);
     void RebuildTree();
 
 private:

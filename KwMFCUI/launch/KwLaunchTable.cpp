@@ -2,11 +2,25 @@
 
 #include "CKwAboutDlg.h"
 #include "CKwMFCUITechPreview.h"
+#include "CKwNonlinearParametersDlg.h"
+#include "CKwNonlinearSetup.h"
 
 namespace {
 
 CKwMFCDialog* makeAbout(const KwLaunchArgs&) { return new CKwAboutDlg(); }
 CKwMFCDialog* makeTechPreview(const KwLaunchArgs& a) { return new CKwMFCUITechPreview(a.view); }
+
+// The object is a model entity; anything but a nonlinear setup opens nothing.
+CKwMFCDialog* makeNonlinearParameters(const KwLaunchArgs& a)
+{
+    auto* setup = dynamic_cast<CKwNonlinearSetup*>(static_cast<CKwFEBase*>(a.object));
+    if (!setup)
+        return nullptr;
+    auto* dlg = new CKwNonlinearParametersDlg(setup, nullptr);
+    dlg->SetFMView(a.view);
+    dlg->Create();
+    return dlg;
+}
 
 using H = KwLaunchHow;
 
@@ -55,7 +69,7 @@ const KwLaunchEntry kTable[] = {
     {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
-    {53, "CKwNonlinearParametersDlg", 0, H::Modeless, nullptr},
+    {53, "CKwNonlinearParametersDlg", 0, H::Modeless, makeNonlinearParameters},
     {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
     {55, "CKwMFCUIEndRelease", 7231, H::Modeless, nullptr},
     {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},

@@ -52,8 +52,13 @@ void CKwSubCase::SetNonlinearSetup(CKwNonlinearSetup* setup)
         return;
     delete m_setup;
     m_setup = setup;
-    if (m_setup)
-        m_setup->SetSubCase(this);
+    if (!m_setup)
+        return;
+    m_setup->SetSubCase(this);
+    // A setup given to a subcase that already belongs to an analysis takes its type now;
+    // otherwise AddSubCase sets it.
+    if (m_analysis)
+        m_setup->SetAnalysisType(m_analysis->GetAnalysisTypeCode());
 }
 
 CKwAnalysis::CKwAnalysis(int id, const QString& name, int typeCode)

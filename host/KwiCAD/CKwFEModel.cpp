@@ -106,21 +106,26 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
                                      CKwAnalysis::NonlinearStatic);
     auto* s1 = new CKwSubCase(1, QStringLiteral("Loading"));
     auto* setup1 = new CKwNonlinearSetup(1, QStringLiteral("Loading"));
-    setup1->m_methodIndex = 1;
-    setup1->m_integers[0] = 5;    // iterations before stiffness update
-    setup1->m_integers[1] = 25;   // maximum iterations
-    setup1->m_integers[2] = 3;    // maximum divergence
-    setup1->m_integers[3] = 5;    // maximum unbisecting
-    setup1->m_integers[4] = 4;    // line searches
-    setup1->m_integers[5] = 5;    // bisections
+    using NL = CKwNonlinearSetup;
+    setup1->m_methodIndex = 1; // AUTO
+    setup1->m_integers[NL::IntStiffnessUpdateSteps] = 5;
+    setup1->m_integers[NL::IntMaxIterations] = 25;
+    setup1->m_integers[NL::IntMaxDivergence] = 3;
+    setup1->m_integers[NL::IntMaxUnbisecting] = 5;
+    setup1->m_integers[NL::IntMaxLineSearches] = 4;
+    setup1->m_integers[NL::IntMaxBisections] = 5;
+    setup1->m_integers[NL::IntTerminationNode] = 81; // the loaded corner of the block
     setup1->m_convergence = {true, true, false};
-    setup1->m_reals[0] = 0.001f;  // displacement tolerance
-    setup1->m_reals[1] = 0.001f;  // load tolerance
-    setup1->m_reals[3] = 0.2f;    // fraction of effective stress
-    setup1->m_reals[4] = 0.1f;    // initial increment
-    setup1->m_reals[5] = 0.01f;   // minimum increment
-    setup1->m_reals[6] = 0.5f;    // maximum increment
-    setup1->m_reals[7] = 0.5f;    // line search tolerance
+    setup1->m_reals[NL::RealDisplacementTolerance] = 0.001f;
+    setup1->m_reals[NL::RealLoadTolerance] = 0.001f;
+    setup1->m_reals[NL::RealFractionOfStress] = 0.2f;
+    setup1->m_reals[NL::RealInitialIncrement] = 0.1f;
+    setup1->m_reals[NL::RealMinIncrement] = 0.01f;
+    setup1->m_reals[NL::RealMaxIncrement] = 0.5f;
+    setup1->m_reals[NL::RealLineSearchTolerance] = 0.5f;
+    setup1->m_reals[NL::RealMaxRotation] = 10.0f;
+    setup1->m_reals[NL::RealTerminationValue] = 0.005f;
+    setup1->m_componentIndex = 3; // TZ
     s1->SetNonlinearSetup(setup1);
     nlStatic->AddSubCase(s1);
 
@@ -128,22 +133,23 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
                                         CKwAnalysis::NonlinearTransient);
     auto* t1 = new CKwSubCase(1, QStringLiteral("Impact"));
     auto* setup2 = new CKwNonlinearSetup(2, QStringLiteral("Impact"));
-    setup2->m_methodIndex = 1;
-    setup2->m_integers[0] = 2;
-    setup2->m_integers[2] = 3;
-    setup2->m_integers[3] = 5;
-    setup2->m_integers[4] = 2;
-    setup2->m_integers[5] = 5;
-    setup2->m_integers[6] = 2;    // skip factor
-    setup2->m_integers[7] = 50;   // steps for dominant period
+    setup2->m_methodIndex = 1; // ADAPT; maximum iterations left to AUTO
+    setup2->m_integers[NL::IntStiffnessUpdateSteps] = 2;
+    setup2->m_integers[NL::IntMaxDivergence] = 3;
+    setup2->m_integers[NL::IntMaxUnbisecting] = 5;
+    setup2->m_integers[NL::IntMaxLineSearches] = 2;
+    setup2->m_integers[NL::IntMaxBisections] = 5;
+    setup2->m_integers[NL::IntSkipFactor] = 2;
+    setup2->m_integers[NL::IntDominantPeriodSteps] = 50;
     setup2->m_convergence = {true, false, true};
-    setup2->m_reals[0] = 0.01f;
-    setup2->m_reals[2] = 1e-4f;
-    setup2->m_reals[3] = 0.02f;
-    setup2->m_reals[7] = 0.5f;
-    setup2->m_reals[8] = 0.75f;   // bounds for stepping function
-    setup2->m_reals[9] = 2.0f;    // max ratio
-    setup2->m_reals[10] = 0.01f;  // displacement filter tolerance
+    setup2->m_reals[NL::RealDisplacementTolerance] = 0.01f;
+    setup2->m_reals[NL::RealWorkTolerance] = 1e-4f;
+    setup2->m_reals[NL::RealFractionOfStress] = 0.02f;
+    setup2->m_reals[NL::RealLineSearchTolerance] = 0.5f;
+    setup2->m_reals[NL::RealSteppingBounds] = 0.75f;
+    setup2->m_reals[NL::RealMaxTimeRatio] = 2.0f;
+    setup2->m_reals[NL::RealFilterTolerance] = 0.01f;
+    setup2->m_reals[NL::RealMaxRotation] = 20.0f;
     t1->SetNonlinearSetup(setup2);
     nlTransient->AddSubCase(t1);
 

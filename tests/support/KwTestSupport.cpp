@@ -13,6 +13,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -69,9 +70,13 @@ QList<QWidget*> VisibleTopLevels()
 
 void CloseAllWindows()
 {
+    // Deleting one window may delete others (dialogs parented to it): guard every pointer.
+    QList<QPointer<QWidget>> windows;
     for (QWidget* w : QApplication::topLevelWidgets())
-        if (!qobject_cast<QWidget*>(w->parent()))
-            delete w;
+        windows << w;
+    for (const QPointer<QWidget>& w : windows)
+        if (w && !qobject_cast<QWidget*>(w->parent()))
+            delete w.data();
     QApplication::processEvents();
 }
 
