@@ -122,6 +122,12 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     case 53:
         r.object = firstSetup(CKwAnalysis::NonlinearStatic);
         break;
+    case 70: {
+        // The warning lists IDs that name no entity; show a typical list.
+        static const QList<int> missing = {104, 2071, 9999};
+        r.object = const_cast<QList<int>*>(&missing);
+        break;
+    }
     default:
         r.analysis = withResults;
         break;
