@@ -32,6 +32,12 @@ CFMView::CFMView(CKwFEModel* model, QWidget* parent)
 CFMView::~CFMView()
 {
     delete m_resultToolbar.data();
+    // Dialogs opened on the view are its child windows; they leave the view's dialog stack as
+    // they go, so they must go while the view is still whole.
+    const auto children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* w : children)
+        if (w->isWindow())
+            delete w;
 }
 
 void CFMView::SetModel(CKwFEModel* model)

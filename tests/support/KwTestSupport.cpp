@@ -112,8 +112,10 @@ Host::Host()
 
 Host::~Host()
 {
-    CloseAllWindows();
+    // The view goes first (it takes the dialogs it owns with it); CloseAllWindows would
+    // otherwise delete the view behind the unique_ptr's back.
     view.reset();
+    CloseAllWindows();
     if (TheApplication == addin.get())
         TheApplication = nullptr;
 }
