@@ -189,8 +189,12 @@ bool CKwMFCUIRestraint::OnInitDialog()
     box->SetFilter(kFilterGeometry);
     RegisterSelectionBox(box);
     box->SetOption(kSelectionOption);
-    m_ui->size->setRange(1, 10);
-    m_ui->density->setRange(1, 20);
+    {
+        // A range change clamps the value; that is not the user's choice of a size.
+        const QSignalBlocker b1(m_ui->size), b2(m_ui->density);
+        m_ui->size->setRange(1, 10);
+        m_ui->density->setRange(1, 20);
+    }
 
     LoadObjectData();
     // What has no control code comes from the value interface.
