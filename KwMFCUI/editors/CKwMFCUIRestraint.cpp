@@ -177,8 +177,12 @@ bool CKwMFCUIRestraint::OnInitDialog()
     m_ui->btnNoRotation->setIcon(icon(":/kwmfcui/icons/dof-norotation-7268.svg"));
     const char* axes[] = {":/kwmfcui/icons/axis-x-7278.svg", ":/kwmfcui/icons/axis-y-7279.svg",
                           ":/kwmfcui/icons/axis-z-7280.svg"};
-    for (std::size_t i = 0; i < 6; ++i)
+    for (std::size_t i = 0; i < 6; ++i) {
         m_dofToggles[i]->setIcon(icon(axes[i % 3]));
+        // A held direction must be told apart from a free one at a glance.
+        m_dofToggles[i]->setStyleSheet(QStringLiteral(
+            "QToolButton:checked{background:#aed6f1;border:1px solid #2e86c1;border-radius:3px;}"));
+    }
     m_ui->iconTranslation->setPixmap(
         icon(":/kwmfcui/icons/dof-translation.svg").pixmap(QSize(20, 20)));
     m_ui->iconRotation->setPixmap(icon(":/kwmfcui/icons/dof-rotation.svg").pixmap(QSize(20, 20)));
