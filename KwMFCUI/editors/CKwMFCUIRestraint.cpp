@@ -126,7 +126,13 @@ CKwMFCUIRestraint::CKwMFCUIRestraint(CKwRestraint* restraint, CKwSubCase* subcas
     OnCreate(view, restraint, subcase);
 }
 
-CKwMFCUIRestraint::~CKwMFCUIRestraint() = default;
+CKwMFCUIRestraint::~CKwMFCUIRestraint()
+{
+    // The controls outlive the logic half while the widget tree is taken down; none of their
+    // signals may reach this editor any more.
+    for (QObject* child : findChildren<QObject*>())
+        child->disconnect(this);
+}
 
 CKwMFCNodeElemSelectionBox* CKwMFCUIRestraint::GetSelectionBox() const
 {

@@ -474,8 +474,27 @@ TEST_F(RestraintEditor, contextMenuOffersWhatTheFilterAllowsAndDropsReachTheCons
     d->GetSelectionBox()->SelectAll();
     EXPECT_EQ(d->GetSelectionBox()->count(), 6 + 12 + 8);
     EXPECT_EQ(d->GetEditObject()->m_entities.size(), 26);
+    // The Delete key drops the selected line's entity.
+    d->GetSelectionBox()->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+    QTest::keyClick(d->GetSelectionBox(), Qt::Key_Delete);
+    EXPECT_EQ(d->GetEditObject()->m_entities.size(), 25);
+    EXPECT_EQ(d->GetSelectionBox()->count(), 25);
     d->GetSelectionBox()->ClearAll();
     EXPECT_TRUE(d->GetEditObject()->m_entities.isEmpty());
+}
+
+TEST_F(RestraintEditor, statusMessageOfTheHostReachesTheOpenEditor)
+{
+    CKwMFCUIRestraint* d = open();
+    ASSERT_NE(d, nullptr);
+    const std::wstring text = L"Mesh updated";
+    MessageRequest m{};
+    m.text = text.c_str();
+    DialogLaunchRequest r = host.Request(82);
+    r.object = &m;
+    const auto rec = kwtest::AnswerModals([&] { LaunchDialog(&r); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_EQ(d->GetLastMessage(), "Mesh updated");
 }
 
 TEST_F(RestraintEditor, pickModeNarrowsWhatTheViewOffers)
