@@ -79,7 +79,8 @@ protected:
     virtual long OnOptionChanged(int ctrlId, int value);
     // Runs after a submit that closes the editor.
     virtual void OnAfterSubmit() {}
-    // Refills the controls when the logic reports that the entity changed underneath.
+    // Runs each time the editor window becomes active, after the framework's own handling:
+    // refills the controls when the logic reports that the entity changed underneath.
     virtual void OnRefreshHook();
 
 private:

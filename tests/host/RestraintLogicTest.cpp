@@ -1,12 +1,11 @@
 // The constraint logic of the reference host on its own: type translation, the value and list
-// interfaces, next and duplicate, the tree manager, custom colours and view picking.
+// interfaces, next and duplicate, the tree manager and view picking.
 #include "CFMView.h"
 #include "CKwFEModel.h"
 #include "CKwSelectionHandler.h"
 #include "CKwTreeManager.h"
 #include "CKwUIEntity.h"
 #include "CKwUIRestraint.h"
-#include "KwCustomColors.h"
 #include "KwTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -101,18 +100,6 @@ TEST(TreeManager, refreshAskedWhileRedrawIsSuspendedArrivesOnResume)
     CKwTreeManager::SetTreeRedraw(1);
     EXPECT_EQ(seen, 1);
     QObject::disconnect(c);
-}
-
-TEST(CustomColors, unsetSlotsAreWhiteAndValuesKeepTheirChannels)
-{
-    kwtest::IsolateSettings();
-    EXPECT_EQ(LoadCustomColors()[7], 0x00FFFFFFu);
-    KwCustomColors c = LoadCustomColors();
-    c[0] = 0x000000FF;  // red
-    c[15] = 0xFF123456; // bits above the colour are not kept
-    SaveCustomColors(c);
-    EXPECT_EQ(LoadCustomColors()[0], 0x000000FFu);
-    EXPECT_EQ(LoadCustomColors()[15], 0x00123456u);
 }
 
 TEST(ViewPicking, offersOnlyWhatTheFilterAdmitsAndOnlyFacesInSight)
