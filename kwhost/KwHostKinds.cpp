@@ -124,6 +124,12 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.object = firstSetup(variant == 1 ? CKwAnalysis::NonlinearTransient
                                            : CKwAnalysis::NonlinearStatic);
         break;
+    case 70: {
+        // The warning lists IDs that name no entity; show a typical list.
+        static const QList<int> missing = {104, 2071, 9999};
+        r.object = const_cast<QList<int>*>(&missing);
+        break;
+    }
     default:
         r.analysis = withResults;
         break;

@@ -11,6 +11,7 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwTreeManager.h"
 #include "CKwXMLUtils.h"
 #include "CKwiCKAddin.h"
 #include "KW_UOM.h"
@@ -53,6 +54,9 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     split->setSizes({260, 700});
     setCentralWidget(split);
     connect(m_tree, &QTreeWidget::itemActivated, this, &KwHostWindow::onTreeActivated);
+    // Editors ask for a refresh after they wrote the model.
+    connect(CKwTreeManager::Instance(), &CKwTreeManager::treeRefreshRequested, this,
+            &KwHostWindow::RebuildTree);
     buildMenus();
     RebuildTree();
     m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });

@@ -1,9 +1,14 @@
 #include "KwLaunchTable.h"
 
 #include "CKwAboutDlg.h"
+#include "CKwFEBase.h"
+#include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
+#include "CKwMsgDialog.h"
 #include "CKwNonlinearParametersDlg.h"
 #include "CKwNonlinearSetup.h"
+#include "CKwRestraint.h"
+#include "CKwSubCase.h"
 
 namespace {
 
@@ -22,12 +27,30 @@ CKwMFCDialog* makeNonlinearParameters(const KwLaunchArgs& a)
     return dlg;
 }
 
+// Kind 1: object is the constraint to edit (anything else edits a new one), context the
+// subcase it is edited in.
+CKwMFCDialog* makeRestraint(const KwLaunchArgs& a)
+{
+    auto* restraint = dynamic_cast<CKwRestraint*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIRestraint(restraint, static_cast<CKwSubCase*>(a.context),
+                                      static_cast<int>(a.option), a.view, a.units, a.analysis);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 70: object is the list of IDs (QList<int>) that do not exist.
+CKwMFCDialog* makeMsgDialog(const KwLaunchArgs& a)
+{
+    const auto* ids = static_cast<const QList<int>*>(a.object);
+    return new CKwMsgDialog(ids ? *ids : QList<int>());
+}
+
 using H = KwLaunchHow;
 
 // Read top to bottom: kind, class, template, how, factory (nullptr: not in this build).
 const KwLaunchEntry kTable[] = {
     {0, "CKwMFCUILoad", 370, H::Modeless, nullptr},
-    {1, "CKwMFCUIRestraint", 368, H::Modeless, nullptr},
+    {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
@@ -74,7 +97,7 @@ const KwLaunchEntry kTable[] = {
     {55, "CKwMFCUIEndRelease", 7231, H::Modeless, nullptr},
     {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},
     {68, "display preferences", 0, H::Modal, nullptr},
-    {70, "CKwMsgDialog", 1150, H::Modal, nullptr},
+    {70, "CKwMsgDialog", 1150, H::Modal, makeMsgDialog},
     {82, "", 0, H::Special, nullptr},
     {83, "", 0, H::Special, nullptr},
     {85, "licence type", 7306, H::Modal, nullptr},

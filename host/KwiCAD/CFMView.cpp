@@ -4,11 +4,16 @@
 #include "CKwFrameWnd.h"
 #include "CKwMeshModel.h"
 #include "CKwPlot.h"
+#include "CKwPickEvent.h"
 #include "CKwSelectionHandler.h"
+#include "CKwUIEntity.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
@@ -20,12 +25,19 @@ CFMView::CFMView(CKwFEModel* model, QWidget* parent)
       m_selection(std::make_unique<CKwSelectionHandler>())
 {
     setMinimumSize(320, 240);
+    setFocusPolicy(Qt::ClickFocus);
     setAutoFillBackground(true);
 }
 
 CFMView::~CFMView()
 {
     delete m_resultToolbar.data();
+    // Dialogs opened on the view are its child windows; they leave the view's dialog stack as
+    // they go, so they must go while the view is still whole.
+    const auto children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* w : children)
+        if (w->isWindow())
+            delete w;
 }
 
 void CFMView::SetModel(CKwFEModel* model)
@@ -186,7 +198,8 @@ void CFMView::HideAllCoordinateSystem()
 void CFMView::ReDraw()
 {
     ++m_redrawCount;
-    update();
+    if (!m_redrawSuspended)
+        update();
 }
 
 int CFMView::GetIntegerFromString(const QString& text)
@@ -205,6 +218,224 @@ double CFMView::GetDoubleFromString(const KW_UOM* units, const QString& text, in
     return (convert && units) ? units->ToInternalValue(v, unitType) : v;
 }
 
+namespace {
+
+// The block part as the view draws it: its eight corners on screen and their depth along the
+// viewing direction (smaller is nearer).
+struct BlockOnScreen
+{
+    bool valid = false;
+    QPointF corner[8];
+    double depth[8] = {};
+    double scale = 1;
+    QPointF offset;
+};
+
+// Corner order of a hexahedron: bottom ring 0-3, top ring 4-7.
+const int kBlockEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
+                                {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
+// Bottom, Top, Front, Back, Left, Right, as the sample model numbers its faces.
+const int kBlockFaces[6][4] = {{0, 1, 2, 3}, {4, 5, 6, 7}, {0, 1, 5, 4},
+                               {3, 2, 6, 7}, {0, 3, 7, 4}, {1, 2, 6, 5}};
+// Faces turned towards the viewer: top, front and left.
+const bool kFaceVisible[6] = {false, true, true, false, true, false};
+
+QPointF project(double x, double y, double z) { return QPointF(x - 0.6 * y, -z - 0.35 * y); }
+double depthOf(double x, double y, double z) { return 0.6 * x + y - 0.35 * z; }
+
+BlockOnScreen blockOnScreen(const CKwFEModel* model, QSize size)
+{
+    BlockOnScreen b;
+    if (!model || !model->m_mesh || model->m_mesh->Nodes().empty())
+        return b;
+    double lo[3] = {1e300, 1e300, 1e300}, hi[3] = {-1e300, -1e300, -1e300};
+    double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
+    for (const auto& n : model->m_mesh->Nodes()) {
+        const double c[3] = {n.x, n.y, n.z};
+        for (int k = 0; k < 3; ++k) {
+            lo[k] = qMin(lo[k], c[k]);
+            hi[k] = qMax(hi[k], c[k]);
+        }
+        const QPointF q = project(n.x, n.y, n.z);
+        minX = qMin(minX, q.x());
+        maxX = qMax(maxX, q.x());
+        minY = qMin(minY, q.y());
+        maxY = qMax(maxY, q.y());
+    }
+    const double w = qMax(1e-9, maxX - minX);
+    const double h = qMax(1e-9, maxY - minY);
+    b.scale = 0.75 * qMin(size.width() / w, size.height() / h);
+    b.offset = QPointF((size.width() - b.scale * w) / 2 - b.scale * minX,
+                       (size.height() - b.scale * h) / 2 - b.scale * minY);
+    for (int i = 0; i < 8; ++i) {
+        const double x = (i == 1 || i == 2 || i == 5 || i == 6) ? hi[0] : lo[0];
+        const double y = (i == 2 || i == 3 || i == 6 || i == 7) ? hi[1] : lo[1];
+        const double z = i >= 4 ? hi[2] : lo[2];
+        b.corner[i] = b.offset + b.scale * project(x, y, z);
+        b.depth[i] = depthOf(x, y, z);
+    }
+    b.valid = true;
+    return b;
+}
+
+QPolygonF facePolygon(const BlockOnScreen& b, int face)
+{
+    QPolygonF poly;
+    for (int c : kBlockFaces[face])
+        poly << b.corner[c];
+    return poly;
+}
+
+double distanceToSegment(QPointF p, QPointF a, QPointF c)
+{
+    const QPointF d = c - a;
+    const double len2 = d.x() * d.x() + d.y() * d.y();
+    double t = len2 > 0 ? ((p.x() - a.x()) * d.x() + (p.y() - a.y()) * d.y()) / len2 : 0;
+    t = qBound(0.0, t, 1.0);
+    const QPointF q = a + t * d - p;
+    return std::sqrt(q.x() * q.x() + q.y() * q.y());
+}
+
+} // namespace
+
+void CFMView::HideBodies(unsigned bodyTypes, int hide)
+{
+    if (hide)
+        m_hiddenBodies |= bodyTypes;
+    else
+        m_hiddenBodies &= ~bodyTypes;
+    update();
+}
+
+void CFMView::SetHighlightedEntities(const QList<CKwUIEntity*>& entities)
+{
+    m_highlighted = entities;
+    update();
+}
+
+CKwUIEntity* CFMView::EntityAt(const QPointF& pos) const
+{
+    const BlockOnScreen b = blockOnScreen(m_model, size());
+    if (!b.valid)
+        return nullptr;
+    const unsigned filter = m_selection->GetFilter();
+    auto admitted = [&](CKwUIEntity::Kind kind, int id) -> CKwUIEntity* {
+        CKwUIEntity* e = m_model->FindGeometry(kind, id);
+        return e && (e->FilterBit() & filter) ? e : nullptr;
+    };
+    // Nearest to the viewer wins among the candidates of one kind.
+    CKwUIEntity* best = nullptr;
+    double bestDepth = 1e300;
+    for (int i = 0; i < 8; ++i) {
+        const QPointF d = b.corner[i] - pos;
+        if (d.x() * d.x() + d.y() * d.y() <= 49.0 && b.depth[i] < bestDepth)
+            if (CKwUIEntity* e = admitted(CKwUIEntity::Vertex, i + 1)) {
+                best = e;
+                bestDepth = b.depth[i];
+            }
+    }
+    if (best)
+        return best;
+    for (int i = 0; i < 12; ++i) {
+        const int a = kBlockEdges[i][0], c = kBlockEdges[i][1];
+        const double depth = (b.depth[a] + b.depth[c]) / 2;
+        if (distanceToSegment(pos, b.corner[a], b.corner[c]) <= 4.0 && depth < bestDepth)
+            if (CKwUIEntity* e = admitted(CKwUIEntity::Edge, i + 1)) {
+                best = e;
+                bestDepth = depth;
+            }
+    }
+    if (best)
+        return best;
+    bool onPart = false;
+    for (int f = 0; f < 6; ++f) {
+        if (!kFaceVisible[f] || !facePolygon(b, f).containsPoint(pos, Qt::OddEvenFill))
+            continue;
+        onPart = true;
+        if (CKwUIEntity* e = admitted(CKwUIEntity::Face, f + 1))
+            return e;
+    }
+    if (onPart)
+        for (CKwUIEntity* e : m_model->m_geometry)
+            if (e->GetKind() == CKwUIEntity::Body && (e->FilterBit() & filter))
+                return e;
+    return nullptr;
+}
+
+QPointF CFMView::ScreenPointOf(const CKwUIEntity* entity) const
+{
+    const BlockOnScreen b = blockOnScreen(m_model, size());
+    if (!b.valid || !entity)
+        return QPointF(-1, -1);
+    const int id = entity->GetID();
+    switch (entity->GetKind()) {
+    case CKwUIEntity::Vertex:
+        return id >= 1 && id <= 8 ? b.corner[id - 1] : QPointF(-1, -1);
+    case CKwUIEntity::Edge:
+        return id >= 1 && id <= 12
+                   ? (b.corner[kBlockEdges[id - 1][0]] + b.corner[kBlockEdges[id - 1][1]]) / 2
+                   : QPointF(-1, -1);
+    case CKwUIEntity::Face: {
+        if (id < 1 || id > 6 || !kFaceVisible[id - 1])
+            return QPointF(-1, -1);
+        QPointF c;
+        for (int k : kBlockFaces[id - 1])
+            c += b.corner[k];
+        // Off the centre diagonal a little, clear of the other faces' edges.
+        return c / 4;
+    }
+    case CKwUIEntity::Body: {
+        QPointF c;
+        for (int k : kBlockFaces[2])
+            c += b.corner[k];
+        return c / 4;
+    }
+    default:
+        return QPointF(-1, -1);
+    }
+}
+
+long CFMView::SendPickEvent(const QList<CKwUIEntity*>& entities, bool drop)
+{
+    QWidget* target = m_selection->GetActiveDialog();
+    if (!target)
+        target = GetOpenDialog();
+    if (!target || entities.isEmpty())
+        return 0;
+    CKwPickEvent ev(drop ? KwViewEvent::Dropped : KwViewEvent::Picked, entities);
+    QCoreApplication::sendEvent(target, &ev);
+    return ev.m_result;
+}
+
+void CFMView::mousePressEvent(QMouseEvent* event)
+{
+    setFocus(Qt::MouseFocusReason);
+    CKwUIEntity* e = EntityAt(event->position());
+    if (!e) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    const bool drop = event->button() == Qt::RightButton ||
+                      (event->modifiers() & Qt::ControlModifier);
+    SendPickEvent({e}, drop);
+    event->accept();
+}
+
+void CFMView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    QWidget* target = m_selection->GetActiveDialog();
+    if (!target)
+        target = GetOpenDialog();
+    if (target) {
+        CKwPickEvent ev(KwViewEvent::Reset, {});
+        QCoreApplication::sendEvent(target, &ev);
+    }
+}
+
 void CFMView::paintEvent(QPaintEvent*)
 {
     QPainter p(this);
@@ -214,39 +445,49 @@ void CFMView::paintEvent(QPaintEvent*)
     g.setColorAt(0, QColor(0xe8, 0xee, 0xf5));
     g.setColorAt(1, QColor(0xc9, 0xd6, 0xe3));
     p.fillRect(rect(), g);
-    if (!m_model || !m_model->m_mesh) {
+    const BlockOnScreen b = blockOnScreen(m_model, size());
+    if (!b.valid) {
         p.drawText(rect(), Qt::AlignCenter, tr("No model"));
         return;
     }
-    // Isometric projection of the mesh's element edges.
-    const auto& nodes = m_model->m_mesh->Nodes();
-    double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
-    auto project = [](const CKwMeshModel::Node& n) {
-        return QPointF(n.x - 0.6 * n.y, -n.z - 0.35 * n.y);
-    };
-    for (const auto& n : nodes) {
-        const QPointF q = project(n);
-        minX = qMin(minX, q.x());
-        maxX = qMax(maxX, q.x());
-        minY = qMin(minY, q.y());
-        maxY = qMax(maxY, q.y());
+    // Isometric projection of the mesh's element edges; hidden solids leave their outline.
+    if (!(m_hiddenBodies & BodySolids)) {
+        p.setPen(QPen(QColor(0x2c, 0x3e, 0x50), 1));
+        for (const auto& e : m_model->m_mesh->Elements()) {
+            if (e.nodes.size() != 8)
+                continue;
+            for (const auto& ed : kBlockEdges) {
+                const auto* a = m_model->m_mesh->FindNode(e.nodes[static_cast<std::size_t>(ed[0])]);
+                const auto* c = m_model->m_mesh->FindNode(e.nodes[static_cast<std::size_t>(ed[1])]);
+                if (a && c)
+                    p.drawLine(b.offset + b.scale * project(a->x, a->y, a->z),
+                               b.offset + b.scale * project(c->x, c->y, c->z));
+            }
+        }
+    } else {
+        p.setPen(QPen(QColor(0x7f, 0x8c, 0x8d), 1, Qt::DashLine));
+        for (const auto& ed : kBlockEdges)
+            p.drawLine(b.corner[ed[0]], b.corner[ed[1]]);
     }
-    const double w = qMax(1e-9, maxX - minX);
-    const double h = qMax(1e-9, maxY - minY);
-    const double s = 0.75 * qMin(width() / w, height() / h);
-    const QPointF off((width() - s * w) / 2 - s * minX, (height() - s * h) / 2 - s * minY);
-    p.setPen(QPen(QColor(0x2c, 0x3e, 0x50), 1));
-    p.setBrush(QColor(0x9c, 0xb8, 0xd3, 120));
-    static const int kEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
-                                      {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
-    for (const auto& e : m_model->m_mesh->Elements()) {
-        if (e.nodes.size() != 8)
+    // The open editor's selection.
+    const QColor pick(0xe6, 0x7e, 0x22);
+    for (const CKwUIEntity* e : std::as_const(m_highlighted)) {
+        const int id = e ? e->GetID() : 0;
+        if (!e)
             continue;
-        for (const auto& ed : kEdges) {
-            const auto* a = m_model->m_mesh->FindNode(e.nodes[static_cast<std::size_t>(ed[0])]);
-            const auto* b = m_model->m_mesh->FindNode(e.nodes[static_cast<std::size_t>(ed[1])]);
-            if (a && b)
-                p.drawLine(off + s * project(*a), off + s * project(*b));
+        if (e->GetKind() == CKwUIEntity::Face && id >= 1 && id <= 6) {
+            p.setPen(Qt::NoPen);
+            QColor fill = pick;
+            fill.setAlpha(kFaceVisible[id - 1] ? 140 : 60);
+            p.setBrush(fill);
+            p.drawPolygon(facePolygon(b, id - 1));
+        } else if (e->GetKind() == CKwUIEntity::Edge && id >= 1 && id <= 12) {
+            p.setPen(QPen(pick, 4));
+            p.drawLine(b.corner[kBlockEdges[id - 1][0]], b.corner[kBlockEdges[id - 1][1]]);
+        } else if (e->GetKind() == CKwUIEntity::Vertex && id >= 1 && id <= 8) {
+            p.setPen(Qt::NoPen);
+            p.setBrush(pick);
+            p.drawEllipse(b.corner[id - 1], 5, 5);
         }
     }
     if (m_solverRunning) {

@@ -122,6 +122,8 @@ Host::Host()
 
 Host::~Host()
 {
+    // The view goes first (it takes the dialogs it owns with it), then its frame; the sweep
+    // gets what is left.
     view.reset();
     frame.reset();
     CloseAllWindows();

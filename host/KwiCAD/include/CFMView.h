@@ -14,6 +14,7 @@ class CKwFEModel;
 class CKwFrameWnd;
 class CKwPlot;
 class CKwSelectionHandler;
+class CKwUIEntity;
 class KW_UOM;
 class QLabel;
 
@@ -79,6 +80,28 @@ public:
     bool AreCoordinateSystemsShown() const { return m_coordSystemsShown; }
     void ReDraw();
     int GetRedrawCount() const { return m_redrawCount; }
+    // Option pages suspend redraw while they apply a change and redraw once at the end.
+    void SetRedrawSuspended(bool on) { m_redrawSuspended = on; }
+    bool IsRedrawSuspended() const { return m_redrawSuspended; }
+
+    // --- body visibility ---
+    enum BodyType : unsigned { BodyStructuralMembers = 0x1, BodySolids = 0x2 };
+    // hide non-zero hides the bodies of the given types, 0 shows them again.
+    void HideBodies(unsigned bodyTypes, int hide);
+    bool AreBodiesHidden(unsigned bodyType) const { return (m_hiddenBodies & bodyType) != 0; }
+
+    // --- picking ---
+    // Entities drawn highlighted (the open editor's selection).
+    void SetHighlightedEntities(const QList<CKwUIEntity*>& entities);
+    QList<CKwUIEntity*> GetHighlightedEntities() const { return m_highlighted; }
+    // The geometry under a point of the view that the active filter admits (vertices before
+    // edges before faces), or nullptr.
+    CKwUIEntity* EntityAt(const QPointF& pos) const;
+    // Where an entity is drawn (its centre), for scripted picks; invalid when not drawn.
+    QPointF ScreenPointOf(const CKwUIEntity* entity) const;
+    // Sends a pick (or, with drop, a drop) of these entities to the dialog that takes picks.
+    // Returns the dialog's result, 0 when nobody took it.
+    long SendPickEvent(const QList<CKwUIEntity*>& entities, bool drop);
 
     // --- number fields ---
     // The integer in `text` (blanks allowed around it); MissingInteger when it is not one.
@@ -94,6 +117,9 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // Left click picks, right click or Ctrl+click drops; Escape resets the selection.
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void showBubble(const QString& text, BubbleKind kind);
@@ -117,4 +143,7 @@ private:
     bool m_showIds = false;
     bool m_coordSystemsShown = true;
     int m_redrawCount = 0;
+    bool m_redrawSuspended = false;
+    unsigned m_hiddenBodies = 0;
+    QList<CKwUIEntity*> m_highlighted;
 };

@@ -1,12 +1,16 @@
 #pragma once
 // Logic half shared by every entity editor: the view it works in, whether pick notifications
 // are taken, and whether the model tree is refreshed after the editor ends. An editor dialog
-// derives from this class as a virtual base, beside its entity logic.
+// derives from this class as a virtual base, beside its entity logic, so both halves share one
+// object: the logic drives the dialog through the UI callbacks (addressed by control code),
+// the dialog forwards picks and the OK and Cancel actions to the logic.
 #include "KwiCADExport.h"
 
+#include <QList>
 #include <QString>
 
 class CFMView;
+class CKwUIEntity;
 
 class KWICAD_EXPORT CKwUIBase
 {
@@ -22,6 +26,34 @@ public:
     // A status message the host sends to the open editor (codes are the host's message ids).
     virtual void OnKwMessage(const QString& text, unsigned code, unsigned code2);
     QString GetLastMessage() const { return m_lastMessage; }
+
+    // --- actions the dialog forwards; a non-zero status keeps the editor open ---
+    virtual long OnSubmitUI() { return 0; }
+    virtual long OnCancelUI() { return 0; }
+    virtual void OnSelected(QList<CKwUIEntity*>* entities) {}
+    virtual void OnDeselected(QList<CKwUIEntity*>* entities) {}
+    // 0 when the entity changed underneath the editor and the controls need refilling.
+    virtual int IsUpToDate() { return 1; }
+    virtual void Refresh() {}
+
+    // --- UI callbacks: the dialog overrides them; each returns 1 when `code` names one of
+    // its controls and 0 otherwise ---
+    virtual int SetControlText(int code, const QString& text) { return 0; }
+    virtual int GetControlText(int code, QString& text) { return 0; }
+    // Replaces the items of a combo box or list box; a count of 0 or less empties it.
+    virtual int SetControlItems(int code, int count, const QString* items) { return 0; }
+    // Selects the given rows of a multiple-selection list; rows beyond the count are skipped.
+    virtual int SelectControlItems(int code, int count, const int* indices) { return 0; }
+    virtual int SetControlToolTip(int code, const QString& text) { return 0; }
+    // `color` is 0x00BBGGRR.
+    virtual int SetControlColor(int code, unsigned color) { return 0; }
+
+    // --- list and value interface: the dialog hands over what has no control code ---
+    // A list of row indices chosen in the dialog, e.g. the selected subcases.
+    virtual void SetListValue(int code, const QList<int>& values) {}
+    // Single fields of the edited entity by field number; 0 when the field is unknown.
+    virtual int GetValue(int field, int& value) { return 0; }
+    virtual int SetValue(int field, int value) { return 0; }
 
 protected:
     CFMView* m_pView = nullptr;

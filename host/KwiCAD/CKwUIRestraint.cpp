@@ -1,0 +1,322 @@
+#include "CKwUIRestraint.h"
+
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwSubCase.h"
+#include "CKwUIEntity.h"
+#include "CKwXMLUtils.h"
+#include "KW_UOM.h"
+#include "KwNumbers.h"
+
+#include <QStringList>
+#include <vector>
+
+namespace {
+
+// Combo row -> type code. The combo shows the common types first.
+constexpr int kTypeOfRow[] = {CKwRestraint::Structural, CKwRestraint::Pin,
+                              CKwRestraint::Frictionless, CKwRestraint::ResponseSpectrum,
+                              CKwRestraint::Thermal, CKwRestraint::RigidExplicit};
+
+QString prop(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalPropPageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+QString err(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalErrorMessageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+} // namespace
+
+CKwUIRestraint::CKwUIRestraint() = default;
+CKwUIRestraint::~CKwUIRestraint() = default;
+
+CKwAnalysis* CKwUIRestraint::GetAnalysis() const
+{
+    if (m_pSubCase && m_pSubCase->GetAnalysis())
+        return m_pSubCase->GetAnalysis();
+    if (m_analysis)
+        return m_analysis;
+    CKwFEModel* model = GetModel();
+    return model && !model->m_analyses.isEmpty() ? model->m_analyses.first() : nullptr;
+}
+
+int CKwUIRestraint::GetTypeFromSelection(int index)
+{
+    constexpr int n = static_cast<int>(std::size(kTypeOfRow));
+    return index >= 0 && index < n ? kTypeOfRow[index] : -1;
+}
+
+int CKwUIRestraint::GetSelectionFromType(int type)
+{
+    for (int i = 0; i < static_cast<int>(std::size(kTypeOfRow)); ++i)
+        if (kTypeOfRow[i] == type)
+            return i;
+    return -1;
+}
+
+std::unique_ptr<CKwRestraint> CKwUIRestraint::CreateNewObject()
+{
+    CKwFEModel* model = GetModel();
+    const int id = model ? CKwFEModel::NextId(model->m_restraints) : 1;
+    auto r = std::make_unique<CKwRestraint>(id, QStringLiteral("Constraint %1").arg(id));
+    r->m_dof.fill(true);
+    if (m_pSubCase)
+        r->m_subcaseIds = {m_pSubCase->GetID()};
+    else if (CKwAnalysis* a = GetAnalysis(); a && !a->GetSubCases().isEmpty())
+        r->m_subcaseIds = {a->GetSubCases().first()->GetID()};
+    return r;
+}
+
+void CKwUIRestraint::LoadObjectData()
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r)
+        return;
+    SetControlText(CodeName, r->GetName());
+    SetControlText(CodeID, QString::number(r->GetID()));
+    if (CKwFEModel* model = GetModel()) {
+        const QStringList cs = model->m_coordinateSystems;
+        SetControlItems(CodeCoordSystems, static_cast<int>(cs.size()), cs.constData());
+    }
+    QStringList names;
+    std::vector<int> selected;
+    if (CKwAnalysis* a = GetAnalysis()) {
+        for (CKwSubCase* s : a->GetSubCases()) {
+            if (r->m_subcaseIds.contains(s->GetID()))
+                selected.push_back(static_cast<int>(names.size()));
+            names << s->GetName();
+        }
+    }
+    SetControlItems(CodeSubcaseItems, static_cast<int>(names.size()), names.constData());
+    SelectControlItems(CodeSubcaseSelection, static_cast<int>(selected.size()), selected.data());
+    QString temp;
+    if (!IsMissingValue(r->m_temperature)) {
+        const KW_UOM* units = m_pView ? m_pView->GetUnitHolder() : nullptr;
+        const double shown =
+            units ? units->GetDisplayValue(r->m_temperature, KwUnitKind::Temperature)
+                  : r->m_temperature;
+        temp = QString::asprintf("%.10g", shown);
+    }
+    SetControlText(CodeTemperature, temp);
+    SetControlColor(CodeColor, r->m_color);
+    Display(1);
+}
+
+void CKwUIRestraint::UpdateObjectData(bool)
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r)
+        return;
+    QString text;
+    if (GetControlText(CodeName, text))
+        r->SetName(text.trimmed());
+    if (GetControlText(CodeID, text))
+        r->SetID(CFMView::GetIntegerFromString(text));
+    if (GetControlText(CodeTemperature, text)) {
+        const KW_UOM* units = m_pView ? m_pView->GetUnitHolder() : nullptr;
+        r->m_temperature =
+            CFMView::GetDoubleFromString(units, text, KwUnitKind::Temperature, units ? 1 : 0);
+    }
+}
+
+void CKwUIRestraint::showError(const QString& label, const QString& message)
+{
+    if (m_pView)
+        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
+}
+
+int CKwUIRestraint::ValidateObjectData()
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r)
+        return 0;
+    if (r->GetName().isEmpty()) {
+        showError(prop("General", "LabelName", "Name"),
+                  err("Constraints", "NameRequired", "Enter a name for the constraint."));
+        return 0;
+    }
+    if (IsMissingValue(r->GetID()) || r->GetID() <= 0) {
+        showError(prop("General", "LabelID", "ID"),
+                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
+        return 0;
+    }
+    if (CKwFEModel* model = GetModel()) {
+        for (const CKwRestraint* other : model->m_restraints) {
+            if (other != GetObject() && other->GetID() == r->GetID()) {
+                showError(prop("General", "LabelID", "ID"),
+                          err("Constraints", "DuplicateID",
+                              "Another constraint already uses this ID."));
+                return 0;
+            }
+        }
+    }
+    if (r->m_entities.isEmpty()) {
+        showError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
+                  err("Constraints", "NoEntitiesSelected", "Select at least one entity."));
+        return 0;
+    }
+    if (r->m_type == CKwRestraint::Thermal && IsMissingValue(r->m_temperature)) {
+        showError(prop("Constraints", "LabelThermalConstraint", "Temperature"),
+                  err("Constraints", "TemperatureRequired", "Enter the temperature."));
+        return 0;
+    }
+    if (!ValidateCoordSysForPinAndFrictionlessConstraint())
+        return 0;
+    if (r->m_subcaseIds.isEmpty()) {
+        showError(CKwXMLUtils::GetInternationalTreeItemText(QStringLiteral("Subcases"),
+                                                            QStringLiteral("TreeCategoryText"),
+                                                            QStringLiteral("Subcases")),
+                  err("Constraints", "NoSubcaseSelected", "Add the constraint to a subcase."));
+        return 0;
+    }
+    return 1;
+}
+
+int CKwUIRestraint::ValidateCoordSysForPinAndFrictionlessConstraint()
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r || (r->m_type != CKwRestraint::Pin && r->m_type != CKwRestraint::Frictionless))
+        return 1;
+    for (const CKwUIEntity* e : r->m_entities) {
+        if (e->GetKind() != CKwUIEntity::Face) {
+            showError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
+                      err("Constraints", "FacesOnly",
+                          "Pin and frictionless constraints act on faces only."));
+            return 0;
+        }
+    }
+    return 1;
+}
+
+void CKwUIRestraint::AddNewObjects()
+{
+    CKwFEModel* model = GetModel();
+    if (!model || !GetEditObject())
+        return;
+    auto* added = new CKwRestraint(*GetEditObject());
+    model->m_restraints.append(added);
+    // Further submits of this editor edit what it created.
+    m_pObject = added;
+}
+
+void CKwUIRestraint::Display(int on)
+{
+    ++m_displayCalls;
+    if (!m_pView)
+        return;
+    m_pView->SetHighlightedEntities(on && GetEditObject() ? GetEditObject()->m_entities
+                                                          : QList<CKwUIEntity*>());
+}
+
+QString CKwUIRestraint::GetPageTitleString() const
+{
+    return prop("Constraints", "Title", "Constraints");
+}
+
+void CKwUIRestraint::OnSelected(QList<CKwUIEntity*>* entities)
+{
+    UpdateConstraintEntities(entities);
+}
+
+void CKwUIRestraint::OnDeselected(QList<CKwUIEntity*>* entities)
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r || !entities)
+        return;
+    for (CKwUIEntity* e : *entities)
+        r->m_entities.removeAll(e);
+    Display(1);
+}
+
+void CKwUIRestraint::UpdateConstraintEntities(QList<CKwUIEntity*>* entities)
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r || !entities)
+        return;
+    for (CKwUIEntity* e : *entities)
+        if (e && !r->m_entities.contains(e))
+            r->m_entities.append(e);
+    Display(1);
+}
+
+void CKwUIRestraint::UpdateListOfHiddenSolids()
+{
+    if (m_pView)
+        m_pView->ReDraw();
+}
+
+void CKwUIRestraint::DeleteRestraintDrawList()
+{
+    ++m_drawListResets;
+    if (m_pView)
+        m_pView->ReDraw();
+}
+
+void CKwUIRestraint::SetListValue(int code, const QList<int>& values)
+{
+    CKwRestraint* r = GetEditObject();
+    CKwAnalysis* a = GetAnalysis();
+    if (code != CodeSubcaseSelection || !r || !a)
+        return;
+    const QList<CKwSubCase*>& subcases = a->GetSubCases();
+    r->m_subcaseIds.clear();
+    for (int row : values)
+        if (row >= 0 && row < subcases.size())
+            r->m_subcaseIds.append(subcases[row]->GetID());
+}
+
+int CKwUIRestraint::GetValue(int field, int& value)
+{
+    const CKwRestraint* r = GetEditObject();
+    if (!r)
+        return 0;
+    if (field >= FieldDofFirst && field < FieldDofFirst + 6) {
+        value = r->m_dof[static_cast<std::size_t>(field - FieldDofFirst)] ? 1 : 0;
+        return 1;
+    }
+    if (field >= FieldPinFirst && field < FieldPinFirst + 3) {
+        value = r->m_pinFix[static_cast<std::size_t>(field - FieldPinFirst)] ? 1 : 0;
+        return 1;
+    }
+    switch (field) {
+    case FieldType: value = r->m_type; return 1;
+    case FieldCoordSystem: value = r->m_coordSystem; return 1;
+    case FieldSize: value = r->m_size; return 1;
+    case FieldDensity: value = r->m_density; return 1;
+    case FieldColor: value = static_cast<int>(r->m_color); return 1;
+    default: return 0;
+    }
+}
+
+int CKwUIRestraint::SetValue(int field, int value)
+{
+    CKwRestraint* r = GetEditObject();
+    if (!r)
+        return 0;
+    if (field >= FieldDofFirst && field < FieldDofFirst + 6) {
+        r->m_dof[static_cast<std::size_t>(field - FieldDofFirst)] = value != 0;
+        return 1;
+    }
+    if (field >= FieldPinFirst && field < FieldPinFirst + 3) {
+        r->m_pinFix[static_cast<std::size_t>(field - FieldPinFirst)] = value != 0;
+        return 1;
+    }
+    switch (field) {
+    case FieldType:
+        if (value < CKwRestraint::Structural || value > CKwRestraint::RigidExplicit)
+            return 0;
+        r->m_type = value;
+        return 1;
+    case FieldCoordSystem: r->m_coordSystem = value; return 1;
+    case FieldSize: r->m_size = value; return 1;
+    case FieldDensity: r->m_density = value; return 1;
+    case FieldColor: r->m_color = static_cast<unsigned>(value) & 0x00FFFFFFu; return 1;
+    default: return 0;
+    }
+}

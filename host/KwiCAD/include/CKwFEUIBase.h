@@ -1,0 +1,120 @@
+#pragma once
+// Entity logic shared by the editors of one entity class T: the entity being edited (null for
+// a new one), its edit copy, the subcase it is edited in, and the submit, next, duplicate and
+// cancel actions. An entity's logic class derives from this and fills in the data transfer,
+// validation and creation; the dialog half is reached through the UI callbacks of CKwUIBase.
+#include "CFMView.h"
+#include "CKwUIBase.h"
+
+#include <memory>
+
+class CKwFEModel;
+class CKwSubCase;
+
+template <class T> class CKwFEUIBase : public virtual CKwUIBase
+{
+public:
+    ~CKwFEUIBase() override = default;
+
+    // End of the editor's construction: the view it works in, the entity (null: a new one) and
+    // the subcase in whose context it is edited.
+    void OnCreate(CFMView* view, T* entity, CKwSubCase* subcase)
+    {
+        SetView(view);
+        m_pObject = entity;
+        m_pSubCase = subcase;
+        m_edit = entity ? std::make_unique<T>(*entity) : CreateNewObject();
+        m_upToDate = true;
+    }
+
+    // Fills the dialog's controls from the edit copy.
+    virtual void LoadObjectData() = 0;
+    // Moves the dialog's contents into the edit copy.
+    virtual void UpdateObjectData(bool checkOnly) = 0;
+    // Non-zero when the edit copy may be written; shows its own message otherwise.
+    virtual int ValidateObjectData() = 0;
+    // Starts the edit copy afresh from the stored entity.
+    virtual void UpdateEditObject()
+    {
+        if (m_pObject)
+            *m_edit = *m_pObject;
+    }
+    // Puts a new entity (a copy of the edit copy) into the model.
+    virtual void AddNewObjects() = 0;
+    // The entity being created, or null when an existing one is edited.
+    T* GetNewObject() const { return m_pObject ? nullptr : m_edit.get(); }
+    // Shows (1) or hides (0) the entity's symbols in the view.
+    virtual void Display(int on) {}
+    virtual QString GetPageTitleString() const = 0;
+
+    long OnSubmitUI() override
+    {
+        if (!m_edit)
+            return 1;
+        UpdateObjectData(false);
+        if (!ValidateObjectData())
+            return 1;
+        if (m_pObject)
+            *m_pObject = *m_edit;
+        else
+            AddNewObjects();
+        Display(0);
+        return 0;
+    }
+    // Submits and goes on with a fresh entity; the editor stays open.
+    long OnNextUI()
+    {
+        const long status = OnSubmitUI();
+        if (status != 0)
+            return status;
+        m_pObject = nullptr;
+        m_edit = CreateNewObject();
+        LoadObjectData();
+        return 1;
+    }
+    // Submits and goes on with a copy of what was just written.
+    long OnDuplicateUI()
+    {
+        const long status = OnSubmitUI();
+        if (status != 0)
+            return status;
+        auto copy = std::make_unique<T>(*m_edit);
+        m_pObject = nullptr;
+        m_edit = CreateNewObject();
+        const int id = m_edit->GetID();
+        *m_edit = *copy;
+        m_edit->SetID(id);
+        LoadObjectData();
+        return 1;
+    }
+    long OnCancelUI() override
+    {
+        Display(0);
+        UpdateEditObject();
+        return 0;
+    }
+
+    int IsUpToDate() override { return m_upToDate ? 1 : 0; }
+    void Refresh() override
+    {
+        UpdateEditObject();
+        LoadObjectData();
+        m_upToDate = true;
+    }
+    // The host marks the editor stale when the entity changed underneath it.
+    void MarkOutOfDate() { m_upToDate = false; }
+
+    T* GetObject() const { return m_pObject; }
+    T* GetEditObject() const { return m_edit.get(); }
+    CKwSubCase* GetSubCase() const { return m_pSubCase; }
+    CKwFEModel* GetModel() const { return m_pView ? m_pView->GetModel() : nullptr; }
+
+protected:
+    // A new entity with defaults and the next free id.
+    virtual std::unique_ptr<T> CreateNewObject() = 0;
+
+    T* m_pObject = nullptr;
+    CKwSubCase* m_pSubCase = nullptr;
+    std::unique_ptr<T> m_edit;
+    bool m_upToDate = true;
+};
