@@ -118,6 +118,7 @@ Host::Host()
     view->SetUnitHolder(units.get());
     view->SetFrameWindow(frame.get());
     frame->resize(640, 480);
+    view->resize(640, 480); // picking tests aim at the drawn model without showing the frame
 }
 
 Host::~Host()
