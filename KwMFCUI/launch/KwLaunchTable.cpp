@@ -1,12 +1,26 @@
 #include "KwLaunchTable.h"
 
 #include "CKwAboutDlg.h"
+#include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUITechPreview.h"
+#include "CKwiCKAddin.h"
+#include "KwStatusWindows.h"
 
 namespace {
 
 CKwMFCDialog* makeAbout(const KwLaunchArgs&) { return new CKwAboutDlg(); }
 CKwMFCDialog* makeTechPreview(const KwLaunchArgs& a) { return new CKwMFCUITechPreview(a.view); }
+
+// Kind 89: the one convergence plot, then the add-in fills it for the request's object.
+CKwMFCDialog* openConvergencePlot(const KwLaunchArgs& a)
+{
+    CKwMFCUIMeshConvergencePlot* plot = KwStatusWindows::ConvergencePlotFor(a.view);
+    if (plot && !a.createHidden)
+        plot->ShowPlot();
+    if (TheApplication)
+        TheApplication->OnKwCommand(89, 3, QString(), 1, a.view, a.object);
+    return plot;
+}
 
 using H = KwLaunchHow;
 
@@ -67,7 +81,7 @@ const KwLaunchEntry kTable[] = {
     {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr},
     {87, "CKwMFCUITechPreview", 7322, H::Modal, makeTechPreview},
     {88, "CKwMFCUIMeshConvergence", 0, H::Modeless, nullptr},
-    {89, "CKwMFCUIMeshConvergencePlot", 7335, H::Special, nullptr},
+    {89, "CKwMFCUIMeshConvergencePlot", 7335, H::Special, openConvergencePlot},
 };
 
 } // namespace
