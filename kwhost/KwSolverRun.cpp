@@ -44,6 +44,7 @@ bool KwSolverRun::Start(Kind kind, const QString& analysisName)
     m_subIncrement = false;
     m_linesSent = 0;
     m_series.count = 0;
+    m_running = true;
     if (m_view)
         m_view->SetSolvraRunning(true);
     const std::wstring title = analysisName.toStdWString();
@@ -126,6 +127,7 @@ void KwSolverRun::Stop()
 void KwSolverRun::finish()
 {
     m_timer.stop();
+    m_running = false;
     const std::uint32_t id = statusId();
     CallKwDialogFunction(id, 2, L"", 0, m_view, nullptr);
     CallKwDialogFunction(id, 3, L"", 0, m_view, nullptr);

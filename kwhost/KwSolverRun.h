@@ -25,7 +25,7 @@ public:
     bool Start(Kind kind, const QString& analysisName);
     // Stops a run early; the windows are put back as at a normal end.
     void Stop();
-    bool IsRunning() const { return m_timer.isActive(); }
+    bool IsRunning() const { return m_running; }
     Kind CurrentKind() const { return m_kind; }
     int LinesSent() const { return m_linesSent; }
     void SetInterval(int ms) { m_timer.setInterval(ms); }
@@ -56,6 +56,7 @@ private:
     int m_iterationsThisStep = 3;
     bool m_subIncrement = false;
     int m_linesSent = 0;
+    bool m_running = false;
     // The host's record of the convergence results, handed to the plot by address.
     std::vector<KwConvergencePoint> m_points;
     std::wstring m_resultName;

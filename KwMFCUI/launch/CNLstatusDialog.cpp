@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QProgressBar>
 #include <QScreen>
 #include <algorithm>
 #include <limits>
@@ -32,6 +33,19 @@ int leadingInt(QStringView s)
         v = -v;
     return int(std::clamp<qint64>(v, std::numeric_limits<int>::min(),
                                   std::numeric_limits<int>::max()));
+}
+
+// Sets a bar's position the way the progress control's set-position message does: the value
+// now, the picture at the next paint. QProgressBar itself repaints at once on most changes,
+// which would cost a full paint per solver line.
+void setBarPosition(QProgressBar* bar, int position)
+{
+    const int pos = std::clamp(position, bar->minimum(), bar->maximum());
+    if (pos == bar->value())
+        return;
+    bar->setUpdatesEnabled(false);
+    bar->setValue(pos);
+    bar->setUpdatesEnabled(true); // schedules the repaint
 }
 
 } // namespace
@@ -139,7 +153,7 @@ void CNLstatusDialog::ResetStatus()
     for (QLabel* l : m_values)
         l->setText(QStringLiteral("1"));
     for (QProgressBar* b : m_bars)
-        b->setValue(0);
+        setBarPosition(b, 0);
     m_bRunning = false;
 }
 
@@ -147,6 +161,17 @@ void CNLstatusDialog::showAndRaise()
 {
     show();
     raise();
+    m_raised.start();
+}
+
+void CNLstatusDialog::keepOnTop()
+{
+    // Each line asks for the top of the stack, but a raise is a request to the window system:
+    // a few a second keep the window in front without paying for one per solver line.
+    if (!isVisible() || (m_raised.isValid() && m_raised.elapsed() < 250))
+        return;
+    raise();
+    m_raised.start();
 }
 
 void CNLstatusDialog::ShowStatus(int value)
@@ -173,20 +198,19 @@ void CNLstatusDialog::ProgressLine(const QString& text, bool& titleSet)
     if (!titleSet) {
         if (!m_bVisible) {
             m_bVisible = true;
-            show();
+            showAndRaise();
         }
         titleSet = true;
         const QString title = StatusTitle();
         setWindowTitle(m_strTitle.isEmpty() ? title : KwTitleWithName(title, m_strTitle));
     }
-    raise();
+    keepOnTop();
 
     const KwProgressLine line = KwParseProgressLine(text);
     for (int i = 0; i < 3; ++i) {
         m_values[i]->setText(line.values[i]);
         // The bar shows what it can: positions outside its range stand at its ends.
-        QProgressBar* bar = m_bars[i];
-        bar->setValue(std::clamp(line.positions[i], bar->minimum(), bar->maximum()));
+        setBarPosition(m_bars[i], line.positions[i]);
     }
     if (line.stepType == QLatin1String("F") || line.stepType == QLatin1String("S")) {
         const QChar type = line.stepType.at(0);

@@ -6,6 +6,7 @@
 // three positions. A thermal run renames the first bar row "Temperature".
 #include "CKwMFCDialog.h"
 
+#include <QElapsedTimer>
 #include <QString>
 #include <memory>
 
@@ -67,6 +68,7 @@ protected:
 private:
     void applyStepLabel();
     void showAndRaise();
+    void keepOnTop();
 
     std::unique_ptr<Ui::CNLstatusDialog> m_ui;
     QLabel* m_values[3] = {};
@@ -77,4 +79,5 @@ private:
     bool m_bRunning = false;
     bool m_bVisible = false;
     bool m_bWindowDestroyed = false;
+    QElapsedTimer m_raised;
 };

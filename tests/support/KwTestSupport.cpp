@@ -112,8 +112,10 @@ Host::Host()
 
 Host::~Host()
 {
-    CloseAllWindows();
+    // The view is a top-level window itself: it goes first, so that closing the remaining
+    // windows does not delete it a second time.
     view.reset();
+    CloseAllWindows();
     if (TheApplication == addin.get())
         TheApplication = nullptr;
 }
