@@ -101,8 +101,7 @@ bool CNLstatusDialog::OnInitDialog()
     // cover the model; its top and size stay as they are.
     const QScreen* screen = QGuiApplication::primaryScreen();
     const int left = screen ? screen->geometry().width() / 4 : 0;
-    const QRect g = geometry();
-    setGeometry(left, g.top(), g.width(), g.height());
+    move(left, pos().y());
     return true;
 }
 

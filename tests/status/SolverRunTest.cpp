@@ -78,6 +78,11 @@ TEST_P(SolverRun, statusWindowAndPlotFollowTheRunWhichEndsAsAHostEndsIt)
 
 INSTANTIATE_TEST_SUITE_P(Kinds, SolverRun,
                          ::testing::Values(KwSolverRun::Kind::NonlinearStatic,
-                                           KwSolverRun::Kind::Transient));
+                                           KwSolverRun::Kind::Transient),
+                         [](const auto& info) {
+                             return info.param == KwSolverRun::Kind::Transient
+                                        ? std::string("transient")
+                                        : std::string("nonlinearStatic");
+                         });
 
 } // namespace

@@ -117,7 +117,7 @@ TEST_F(StatusWindows, createPlacesTheWindowAQuarterScreenInWithFullRangeBars)
     CreateKwDialog(41);
     CNLstatusDialog* nl = only<CNLstatusDialog>();
     ASSERT_NE(nl, nullptr);
-    EXPECT_EQ(nl->geometry().left(), QGuiApplication::primaryScreen()->geometry().width() / 4);
+    EXPECT_EQ(nl->frameGeometry().left(), QGuiApplication::primaryScreen()->geometry().width() / 4);
     for (int id : kBarIds) {
         EXPECT_EQ(KwControl<QProgressBar>(nl, id)->minimum(), 0);
         EXPECT_EQ(KwControl<QProgressBar>(nl, id)->maximum(), 100);
