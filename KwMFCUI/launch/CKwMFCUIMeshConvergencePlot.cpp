@@ -24,8 +24,6 @@ CKwMFCUIMeshConvergencePlot::CKwMFCUIMeshConvergencePlot(CFMView* view, QWidget*
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    // A tool window of its own even when the view's window is its parent.
-    setWindowFlag(Qt::Window, true);
     connect(m_ui->close, &QPushButton::clicked, this, &CKwMFCUIMeshConvergencePlot::reject);
 }
 

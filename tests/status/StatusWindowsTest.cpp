@@ -464,6 +464,13 @@ TEST_F(ConvergencePlot, launchKindOpensOneWindowAndHandsTheRequestToTheAddin)
     call(89, 3, L"", 12);
     EXPECT_EQ(plot->GetResultValue(), 12);
 
+    // A window the host destroyed is built anew for the next request.
+    call(89, 1);
+    LaunchDialog(&r);
+    ASSERT_EQ(live<CKwMFCUIMeshConvergencePlot>().size(), 1);
+    EXPECT_TRUE(only<CKwMFCUIMeshConvergencePlot>()->isVisible());
+    EXPECT_EQ(seen.size(), 3);
+
     DeleteKwDialog(89);
     EXPECT_TRUE(live<CKwMFCUIMeshConvergencePlot>().isEmpty());
 
@@ -472,7 +479,7 @@ TEST_F(ConvergencePlot, launchKindOpensOneWindowAndHandsTheRequestToTheAddin)
     LaunchDialog(&r);
     EXPECT_EQ(live<CKwMFCUIMeshConvergencePlot>().size(), 1);
     TheApplication = host.addin.get();
-    EXPECT_EQ(seen.size(), 2);
+    EXPECT_EQ(seen.size(), 3);
 }
 
 } // namespace
