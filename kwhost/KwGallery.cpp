@@ -4,6 +4,7 @@
 #include "CKwDlgBase.h"
 #include "KwHostKinds.h"
 #include "KwHostWindow.h"
+#include "KwMFCUIEntry.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -106,6 +107,36 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         QApplication::processEvents();
         if (!sawWindow)
             result.unavailable << QStringLiteral("%1 (%2)").arg(k.kind).arg(k.title);
+    }
+
+    // The solver status windows open through the remote calls a running solver makes: one
+    // line of a run each, photographed, then the run ends as a host ends it.
+    struct StatusShot
+    {
+        unsigned id;
+        unsigned lineFunction;
+        const wchar_t* line;
+        const char* file;
+    };
+    const StatusShot shots[] = {
+        {41, 5, L"1,7,3,35,28,60,2.41E-05,S", "status41-nonlinear-status.png"},
+        {42, 7, L"2,14,2,70,55,100,8.60E-06,F", "status42-transient-status.png"},
+    };
+    for (const StatusShot& s : shots) {
+        CreateKwDialog(s.id);
+        CallKwDialogFunction(s.id, 4, L"Static Analysis 1", 0, host->View(), nullptr);
+        CallKwDialogFunction(s.id, s.lineFunction, s.line, 0, host->View(), nullptr);
+        QApplication::processEvents();
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (w->isVisible() && w->property("templateId").toUInt() == 7300 + s.id) {
+                const QString f = QDir(directory).filePath(QString::fromLatin1(s.file));
+                w->grab().save(f);
+                result.written << f;
+            }
+        }
+        CallKwDialogFunction(s.id, 2, L"", 0, host->View(), nullptr);
+        CallKwDialogFunction(s.id, 3, L"", 0, host->View(), nullptr);
+        DeleteKwDialog(s.id);
     }
     return result;
 }

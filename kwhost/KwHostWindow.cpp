@@ -18,6 +18,7 @@
 #include "KwHostKinds.h"
 #include "KwMFCUIEntry.h"
 #include "KwRegistry.h"
+#include "KwSolverRun.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -48,6 +49,12 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     m_view = new CFMView(m_model.get(), split);
     m_view->SetUnitHolder(m_units.get());
     m_view->SetFrameWindow(this);
+    m_run = new KwSolverRun(m_view, this);
+    // The add-in's commands that the library sends back: 89 fills the convergence plot.
+    m_addin->SetCommandHandler([this](int command, int sub, const QString&, int value,
+                                      CFMView* view, void* data) {
+        return command == 89 ? m_run->OnConvergenceCommand(sub, value, view, data) : 0;
+    });
     split->addWidget(m_tree);
     split->addWidget(m_view);
     split->setStretchFactor(1, 1);
@@ -93,6 +100,23 @@ void KwHostWindow::buildMenus()
         connect(a, &QAction::triggered, this,
                 [this, kind, variant] { Launch(kind, false, variant); });
     }
+
+    QMenu* analysis = groups.value(QStringLiteral("Analysis"));
+    analysis->addSeparator();
+    QMenu* run = analysis->addMenu(tr("Run analysis"));
+    const QString name = m_model->m_analyses.isEmpty() ? m_model->GetName()
+                                                       : m_model->m_analyses.first()->GetName();
+    run->addAction(tr("Nonlinear static"), this, [this, name] {
+        if (!m_run->Start(KwSolverRun::Kind::NonlinearStatic, name))
+            statusBar()->showMessage(tr("A solution is already running."), 3000);
+    });
+    run->addAction(tr("Transient"), this, [this, name] {
+        if (!m_run->Start(KwSolverRun::Kind::Transient, name))
+            statusBar()->showMessage(tr("A solution is already running."), 3000);
+    });
+    run->addAction(tr("Stop"), this, [this] { m_run->Stop(); });
+    connect(m_run, &KwSolverRun::finished, this,
+            [this] { statusBar()->showMessage(tr("Solution finished."), 5000); });
 
     QMenu* options = menuBar()->addMenu(tr("&Options"));
     QMenu* lang = options->addMenu(tr("Language"));

@@ -11,6 +11,7 @@ class KW_UOM;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QActionGroup;
+class KwSolverRun;
 
 class KwHostWindow : public QMainWindow
 {
@@ -25,6 +26,8 @@ public:
     // Opens a dialog kind as the menus do.
     void Launch(unsigned kind, bool newEntity = false, int variant = 0);
     void RebuildTree();
+    // The simulated solver behind "Run analysis".
+    KwSolverRun* SolverRun() const { return m_run; }
 
 private:
     void buildMenus();
@@ -39,4 +42,5 @@ private:
     QTreeWidget* m_tree = nullptr;
     QActionGroup* m_langGroup = nullptr;
     int m_langListener = 0;
+    KwSolverRun* m_run = nullptr;
 };

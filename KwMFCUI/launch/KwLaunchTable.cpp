@@ -2,6 +2,7 @@
 
 #include "CKwAboutDlg.h"
 #include "CKwFEBase.h"
+#include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
@@ -9,6 +10,8 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwiCKAddin.h"
+#include "KwStatusWindows.h"
 
 namespace {
 
@@ -43,6 +46,17 @@ CKwMFCDialog* makeMsgDialog(const KwLaunchArgs& a)
 {
     const auto* ids = static_cast<const QList<int>*>(a.object);
     return new CKwMsgDialog(ids ? *ids : QList<int>());
+}
+
+// Kind 89: the one convergence plot, then the add-in fills it for the request's object.
+CKwMFCDialog* openConvergencePlot(const KwLaunchArgs& a)
+{
+    CKwMFCUIMeshConvergencePlot* plot = KwStatusWindows::ConvergencePlotFor(a.view);
+    if (plot && !a.createHidden)
+        plot->ShowPlot();
+    if (TheApplication)
+        TheApplication->OnKwCommand(89, 3, QString(), 1, a.view, a.object);
+    return plot;
 }
 
 using H = KwLaunchHow;
@@ -104,7 +118,7 @@ const KwLaunchEntry kTable[] = {
     {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr},
     {87, "CKwMFCUITechPreview", 7322, H::Modal, makeTechPreview},
     {88, "CKwMFCUIMeshConvergence", 0, H::Modeless, nullptr},
-    {89, "CKwMFCUIMeshConvergencePlot", 7335, H::Special, nullptr},
+    {89, "CKwMFCUIMeshConvergencePlot", 7335, H::Special, openConvergencePlot},
 };
 
 } // namespace
