@@ -170,18 +170,24 @@ void CKwMFCDialog::LeaveViewDialogStack()
     }
 }
 
+bool CKwMFCDialog::RefuseWhileSolving()
+{
+    CFMView* view = m_pFMView.data();
+    if (!view || !view->IsSolvraRunning())
+        return false;
+    view->ShowBubbleToolTipError(
+        KwErrText("General", "SolvraRunning2",
+                  "Changes to the FEA model are not allowed while the Solvra Solution is "
+                  "running."),
+        0);
+    return true;
+}
+
 void CKwMFCDialog::OnOK()
 {
     KW_LOG_METHOD("CKwMFCDialog::OnOK");
-    CFMView* view = m_pFMView.data();
-    if (view && view->IsSolvraRunning()) {
-        view->ShowBubbleToolTipError(
-            KwErrText("General", "SolvraRunning2",
-                      "Changes to the FEA model are not allowed while the Solvra Solution is "
-                      "running."),
-            0);
+    if (RefuseWhileSolving())
         return;
-    }
     SaveToRegistry();
     if (!m_bStayOpen) {
         LeaveViewDialogStack();

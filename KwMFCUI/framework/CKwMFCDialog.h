@@ -77,6 +77,9 @@ protected:
     // Fills controls and captions; called once before the window is first shown.
     virtual bool OnInitDialog();
     void SetCloseAtOnce(bool on) { m_bCloseAtOnce = on; }
+    // While the solver runs the model must not change: shows the view's bubble and returns
+    // true. Without a view, or with the solver idle, returns false.
+    bool RefuseWhileSolving();
     // The editors put themselves on the view's dialog stack; see LeaveViewDialogStack.
     void EnterViewDialogStack();
     void LeaveViewDialogStack();

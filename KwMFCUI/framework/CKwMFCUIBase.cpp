@@ -344,15 +344,8 @@ void CKwMFCUIBase::releaseView()
 void CKwMFCUIBase::OnOK()
 {
     KW_LOG_METHOD("CKwMFCUIBase::OnOK");
-    CFMView* view = GetFMView();
-    if (view && view->IsSolvraRunning()) {
-        view->ShowBubbleToolTipError(
-            KwErrText("General", "SolvraRunning2",
-                      "Changes to the FEA model are not allowed while the Solvra Solution is "
-                      "running."),
-            0);
+    if (RefuseWhileSolving())
         return;
-    }
     CKwTreeManager::SetTreeRedraw(0);
     SetStayOpen(0);
     const long status = OnSubmitUI();

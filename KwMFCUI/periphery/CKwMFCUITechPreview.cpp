@@ -43,9 +43,9 @@ void CKwMFCUITechPreview::SetTextToCurrentLang()
 
 void CKwMFCUITechPreview::OnOK()
 {
-    CFMView* view = GetFMView();
-    const bool refused = view && view->IsSolvraRunning();
-    if (!refused && TheApplication)
+    if (RefuseWhileSolving())
+        return;
+    if (TheApplication)
         TheApplication->SetExplicitEnabledInTechPreview(m_ui->enableExplicit->isChecked());
     CKwMFCDialog::OnOK();
 }
