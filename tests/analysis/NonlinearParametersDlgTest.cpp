@@ -315,63 +315,59 @@ struct OrderStep
     const char* marker; // a piece of the message that tells its format apart
 };
 
-void checkOrder(Dlg* d, CFMView* view, const std::vector<OrderStep>& steps)
+TEST_F(NonlinearParametersDlgTest, reportsFieldsInCheckOrder)
 {
-    for (QLineEdit* e : d->findChildren<QLineEdit*>())
-        e->setText(QStringLiteral("-1"));
-    KwControl<QLineEdit>(d, IDC_TDV)->setText(QStringLiteral("x"));
-    for (const OrderStep& s : steps) {
-        SCOPED_TRACE(testing::Message() << "field " << s.field);
-        view->ClearBubbleRecord();
-        KwControl<QPushButton>(d, IDC_BUTTON_OK)->click();
-        ASSERT_EQ(view->GetBubbleCount(), 1);
-        const QString msg = view->GetLastBubbleText();
-        EXPECT_TRUE(msg.startsWith(KwGetControlText(d, labelControlOf(s.field)) + " - \n"))
-            << msg.toStdString();
-        EXPECT_TRUE(msg.contains(QString::fromLatin1(s.marker))) << msg.toStdString();
-        KwControl<QLineEdit>(d, s.field)->setText(QString::fromLatin1(s.fix));
+    // clang-format off
+    const std::vector<OrderStep> staticSteps = {
+        {IDC_KSTEP, "3", "> 0"}, {IDC_MAXITER, "3", "> 0"}, {IDC_MAXDIV, "3", "> 0"},
+        {IDC_MAXUBIS, "3", "> 0"}, {IDC_MAXLS, "3", ">= 0"}, {IDC_MAXBIS, "3", "> 0"},
+        {IDC_TDG, "5", "valid node"}, {IDC_DISPLACEMENT_TOL, "0.1", "> 0"},
+        {IDC_LOAD_TOL, "0.1", "> 0"}, {IDC_WORK_TOL, "0.1", "> 0"},
+        {IDC_FSTRESS, "0.1", "0.0 < value < 1.0"},
+        {IDC_INITIAL_INCREMENT, "0.1", "0.0 < value < 1.0"},
+        {IDC_MIN_INCREMENT, "0.1", "0.0 < value < 1.0"},
+        {IDC_MAX_INCREMENT, "0.1", "0.0 < value < 1.0"}, {IDC_LSTOL, "0.1", "0.01 < value"},
+        {IDC_RTOLB, "0.1", "> 2.0"}, {IDC_TDV, "0.1", "ERROR"}
+    };
+    const std::vector<OrderStep> transientSteps = {
+        {IDC_KSTEP, "3", "> 0"}, {IDC_MAXITER, "3", "> 0"}, {IDC_MAXDIV, "3", "> 0"},
+        {IDC_MAXUBIS, "3", "> 0"}, {IDC_MAXLS, "3", ">= 0"}, {IDC_MAXBIS, "3", "> 0"},
+        {IDC_ADJUST, "3", ">= 0"}, {IDC_MSTEP, "30", "10 <= value <= 200"},
+        {IDC_TDG, "5", "valid node"}, {IDC_DISPLACEMENT_TOL, "0.1", "> 0"},
+        {IDC_LOAD_TOL, "0.1", "> 0"}, {IDC_WORK_TOL, "0.1", "> 0"},
+        {IDC_FSTRESS, "0.1", "0.0 < value < 1.0"}, {IDC_LSTOL, "0.1", "0.01 < value"},
+        {IDC_RB, "0.5", "0.0 <= value <= 1.0"}, {IDC_MAXR, "4", "1.0 < value < 32.0"},
+        {IDC_UTOL, "0.5", "0.001 < value"}, {IDC_RTOLB, "3", "> 2.0"}, {IDC_TDV, "0.1", "ERROR"}
+    };
+    // clang-format on
+    for (Variant v : {Static, Transient}) {
+        SCOPED_TRACE(variantName(v));
+        Dlg* d = open(v);
+        if (v == Static) {
+            toggle(d, IDC_CHECK_WORK); // all three tolerances checked
+        } else {
+            choose(d, IDC_METHOD, 0);
+            toggle(d, IDC_CHECK_MAXITER);
+            toggle(d, IDC_CHECK_LOAD);
+        }
+        for (QLineEdit* e : d->findChildren<QLineEdit*>())
+            e->setText(QStringLiteral("-1"));
+        set(d, IDC_TDV, QStringLiteral("x"));
+        for (const OrderStep& s : v == Static ? staticSteps : transientSteps) {
+            SCOPED_TRACE(testing::Message() << "field " << s.field);
+            host.view->ClearBubbleRecord();
+            pressOk(d);
+            ASSERT_EQ(host.view->GetBubbleCount(), 1);
+            const QString msg = host.view->GetLastBubbleText();
+            EXPECT_TRUE(msg.startsWith(text(d, labelControlOf(s.field)) + " - \n")) << lastBubble();
+            EXPECT_TRUE(msg.contains(QString::fromLatin1(s.marker))) << lastBubble();
+            set(d, s.field, QString::fromLatin1(s.fix));
+        }
+        host.view->ClearBubbleRecord();
+        pressOk(d);
+        EXPECT_EQ(host.view->GetBubbleCount(), 0) << lastBubble();
+        delete d;
     }
-    view->ClearBubbleRecord();
-    KwControl<QPushButton>(d, IDC_BUTTON_OK)->click();
-    EXPECT_EQ(view->GetBubbleCount(), 0) << view->GetLastBubbleText().toStdString();
-}
-
-TEST_F(NonlinearParametersDlgTest, reportsStaticFieldsInCheckOrder)
-{
-    Dlg* d = open(Static);
-    toggle(d, IDC_CHECK_WORK); // all three tolerances checked
-    // clang-format off
-    checkOrder(d, host.view.get(),
-               {{IDC_KSTEP, "3", "> 0"}, {IDC_MAXITER, "3", "> 0"}, {IDC_MAXDIV, "3", "> 0"},
-                {IDC_MAXUBIS, "3", "> 0"}, {IDC_MAXLS, "3", ">= 0"}, {IDC_MAXBIS, "3", "> 0"},
-                {IDC_TDG, "5", "valid node"}, {IDC_DISPLACEMENT_TOL, "0.1", "> 0"},
-                {IDC_LOAD_TOL, "0.1", "> 0"}, {IDC_WORK_TOL, "0.1", "> 0"},
-                {IDC_FSTRESS, "0.1", "0.0 < value < 1.0"},
-                {IDC_INITIAL_INCREMENT, "0.1", "0.0 < value < 1.0"},
-                {IDC_MIN_INCREMENT, "0.1", "0.0 < value < 1.0"},
-                {IDC_MAX_INCREMENT, "0.1", "0.0 < value < 1.0"}, {IDC_LSTOL, "0.1", "0.01 < value"},
-                {IDC_RTOLB, "0.1", "> 2.0"}, {IDC_TDV, "0.1", "ERROR"}});
-    // clang-format on
-}
-
-TEST_F(NonlinearParametersDlgTest, reportsTransientFieldsInCheckOrder)
-{
-    Dlg* d = open(Transient);
-    choose(d, IDC_METHOD, 0);
-    toggle(d, IDC_CHECK_MAXITER);
-    toggle(d, IDC_CHECK_LOAD);
-    // clang-format off
-    checkOrder(d, host.view.get(),
-               {{IDC_KSTEP, "3", "> 0"}, {IDC_MAXITER, "3", "> 0"}, {IDC_MAXDIV, "3", "> 0"},
-                {IDC_MAXUBIS, "3", "> 0"}, {IDC_MAXLS, "3", ">= 0"}, {IDC_MAXBIS, "3", "> 0"},
-                {IDC_ADJUST, "3", ">= 0"}, {IDC_MSTEP, "30", "10 <= value <= 200"},
-                {IDC_TDG, "5", "valid node"}, {IDC_DISPLACEMENT_TOL, "0.1", "> 0"},
-                {IDC_LOAD_TOL, "0.1", "> 0"}, {IDC_WORK_TOL, "0.1", "> 0"},
-                {IDC_FSTRESS, "0.1", "0.0 < value < 1.0"}, {IDC_LSTOL, "0.1", "0.01 < value"},
-                {IDC_RB, "0.5", "0.0 <= value <= 1.0"}, {IDC_MAXR, "4", "1.0 < value < 32.0"},
-                {IDC_UTOL, "0.5", "0.001 < value"}, {IDC_RTOLB, "3", "> 2.0"},
-                {IDC_TDV, "0.1", "ERROR"}});
-    // clang-format on
 }
 
 TEST_F(NonlinearParametersDlgTest, transientAutoMethodSkipsStepCountAndSteppingFields)
