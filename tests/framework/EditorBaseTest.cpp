@@ -53,13 +53,9 @@ struct ProbeLogic : public virtual CKwUIBase
 };
 
 constexpr KwControlCode kProbeCodes[] = {
-    {1, 10, KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTip},
-    {4, 11, KwCodeOp::Items},
-    {13, 12, KwCodeOp::Items},
-    {14, 12, KwCodeOp::Select},
-    {18, 20, KwCodeOp::ToolTip},
-    {21, 13, KwCodeOp::Color},
-};
+    {1, 10, KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTip}, {4, 11, KwCodeOp::Items},
+    {13, 12, KwCodeOp::Items}, {14, 12, KwCodeOp::Select}, {18, 20, KwCodeOp::ToolTip},
+    {21, 13, KwCodeOp::Color}};
 
 class ProbeEditor : public CKwMFCUIBase, public ProbeLogic
 {
@@ -125,7 +121,6 @@ protected:
             out << l->item(i)->text();
         return out;
     }
-    CKwUIEntity* edge(int id) { return edge(id); }
     kwtest::Host host;
 };
 
@@ -175,31 +170,24 @@ TEST_F(EditorBase, singleSelectionBoxShowsOnlyTheLastPick)
     EXPECT_EQ(e->geometry->GetEntities().size(), 1);
 }
 
-TEST_F(EditorBase, dropsLeaveTheBoxAndReachTheLogic)
+TEST_F(EditorBase, dropsBoxDeleteAndClearAllLeaveTheBoxAndReachTheLogic)
 {
     ProbeEditor* e = open();
     CKwUIEntity* a = geo(CKwUIEntity::Edge, 1);
     CKwUIEntity* b = geo(CKwUIEntity::Edge, 2);
-    send(e, KwViewEvent::Picked, {a, b, a});
+    CKwUIEntity* v = geo(CKwUIEntity::Vertex, 1);
+    send(e, KwViewEvent::Picked, {a, b, a, v});
     EXPECT_EQ(send(e, KwViewEvent::Dropped, {a}), 1);
-    EXPECT_EQ(lines(e->geometry), QStringList{"Edge 2"});
+    EXPECT_EQ(lines(e->geometry), (QStringList{"Edge 2", "Vertex 1"}));
     EXPECT_EQ(e->deselected, QList<CKwUIEntity*>{a});
     // Dropping what is not there tells nobody.
     EXPECT_EQ(send(e, KwViewEvent::Dropped, {a}), 0);
     EXPECT_EQ(e->deselected.size(), 1);
-}
-
-TEST_F(EditorBase, boxDeleteAndClearAllReportToOnDeselected)
-{
-    ProbeEditor* e = open();
-    CKwUIEntity* a = geo(CKwUIEntity::Edge, 1);
-    CKwUIEntity* b = geo(CKwUIEntity::Vertex, 1);
-    send(e, KwViewEvent::Picked, {a, b});
     e->geometry->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
     e->geometry->DeleteSelected();
-    EXPECT_EQ(e->deselected, QList<CKwUIEntity*>{a});
-    e->geometry->ClearAll();
     EXPECT_EQ(e->deselected, (QList<CKwUIEntity*>{a, b}));
+    e->geometry->ClearAll();
+    EXPECT_EQ(e->deselected, (QList<CKwUIEntity*>{a, b, v}));
     EXPECT_EQ(e->geometry->count(), 0);
 }
 
