@@ -53,13 +53,9 @@ struct ProbeLogic : public virtual CKwUIBase
 };
 
 constexpr KwControlCode kProbeCodes[] = {
-    {1, 10, KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTip},
-    {4, 11, KwCodeOp::Items},
-    {13, 12, KwCodeOp::Items},
-    {14, 12, KwCodeOp::Select},
-    {18, 20, KwCodeOp::ToolTip},
-    {21, 13, KwCodeOp::Color},
-};
+    {1, 10, KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTip}, {4, 11, KwCodeOp::Items},
+    {13, 12, KwCodeOp::Items}, {14, 12, KwCodeOp::Select}, {18, 20, KwCodeOp::ToolTip},
+    {21, 13, KwCodeOp::Color}};
 
 class ProbeEditor : public CKwMFCUIBase, public ProbeLogic
 {
@@ -148,6 +144,9 @@ TEST_F(EditorBase, samePickTwiceShowsOneLineButKeepsTwoEntries)
     EXPECT_EQ(e->selected.size(), 3);
     // The last line is the current one.
     EXPECT_EQ(e->geometry->currentRow(), 1);
+    host.view->SetShowIDs(true); // the line text follows the view's id flag
+    send(e, KwViewEvent::Picked, {geo(CKwUIEntity::Edge, 4)});
+    EXPECT_EQ(lines(e->geometry).last(), "Edge 4 <4>");
 }
 
 TEST_F(EditorBase, picksGoToTheBoxThatAdmitsThemAndRefusedKindsAreNotReported)
@@ -171,39 +170,24 @@ TEST_F(EditorBase, singleSelectionBoxShowsOnlyTheLastPick)
     EXPECT_EQ(e->geometry->GetEntities().size(), 1);
 }
 
-TEST_F(EditorBase, displayTextFollowsTheViewsIdFlag)
-{
-    ProbeEditor* e = open();
-    host.view->SetShowIDs(true);
-    send(e, KwViewEvent::Picked, {geo(CKwUIEntity::Edge, 4)});
-    EXPECT_EQ(lines(e->geometry), QStringList{"Edge 4 <4>"});
-}
-
-TEST_F(EditorBase, dropsLeaveTheBoxAndReachTheLogic)
+TEST_F(EditorBase, dropsBoxDeleteAndClearAllLeaveTheBoxAndReachTheLogic)
 {
     ProbeEditor* e = open();
     CKwUIEntity* a = geo(CKwUIEntity::Edge, 1);
     CKwUIEntity* b = geo(CKwUIEntity::Edge, 2);
-    send(e, KwViewEvent::Picked, {a, b, a});
+    CKwUIEntity* v = geo(CKwUIEntity::Vertex, 1);
+    send(e, KwViewEvent::Picked, {a, b, a, v});
     EXPECT_EQ(send(e, KwViewEvent::Dropped, {a}), 1);
-    EXPECT_EQ(lines(e->geometry), QStringList{"Edge 2"});
+    EXPECT_EQ(lines(e->geometry), (QStringList{"Edge 2", "Vertex 1"}));
     EXPECT_EQ(e->deselected, QList<CKwUIEntity*>{a});
     // Dropping what is not there tells nobody.
     EXPECT_EQ(send(e, KwViewEvent::Dropped, {a}), 0);
     EXPECT_EQ(e->deselected.size(), 1);
-}
-
-TEST_F(EditorBase, boxDeleteAndClearAllReportToOnDeselected)
-{
-    ProbeEditor* e = open();
-    CKwUIEntity* a = geo(CKwUIEntity::Edge, 1);
-    CKwUIEntity* b = geo(CKwUIEntity::Vertex, 1);
-    send(e, KwViewEvent::Picked, {a, b});
     e->geometry->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
     e->geometry->DeleteSelected();
-    EXPECT_EQ(e->deselected, QList<CKwUIEntity*>{a});
-    e->geometry->ClearAll();
     EXPECT_EQ(e->deselected, (QList<CKwUIEntity*>{a, b}));
+    e->geometry->ClearAll();
+    EXPECT_EQ(e->deselected, (QList<CKwUIEntity*>{a, b, v}));
     EXPECT_EQ(e->geometry->count(), 0);
 }
 
@@ -231,28 +215,24 @@ TEST_F(EditorBase, okSubmitsRunsTheHookRefreshesTheTreeAndCloses)
     EXPECT_TRUE(alive.isNull());
 }
 
-TEST_F(EditorBase, refusedSubmitKeepsTheEditorOpenWithoutHookOrRefresh)
+TEST_F(EditorBase, refusedSubmitOrKeepOpenFlagSkipTheTreeRefresh)
 {
-    ProbeEditor* e = open();
-    e->submitStatus = 1;
-    const int before = CKwTreeManager::GetRefreshCount();
-    e->OnOK();
-    EXPECT_EQ(e->calls, QStringList{"submit"});
-    EXPECT_EQ(e->GetStayOpen(), 1);
-    EXPECT_FALSE(e->IsWindowDestroyed());
-    EXPECT_TRUE(e->isVisible());
-    EXPECT_EQ(CKwTreeManager::GetRefreshCount(), before);
-    EXPECT_FALSE(CKwTreeManager::IsRedrawSuspended());
-}
-
-TEST_F(EditorBase, keepOpenFlagSkipsTheTreeRefresh)
-{
-    ProbeEditor* e = open();
-    e->m_bKeepOpen = 1;
-    const int before = CKwTreeManager::GetRefreshCount();
-    e->OnOK();
-    EXPECT_EQ(CKwTreeManager::GetRefreshCount(), before);
-    EXPECT_TRUE(e->IsWindowDestroyed());
+    for (const bool refused : {true, false}) {
+        SCOPED_TRACE(refused ? "refused" : "keep open");
+        ProbeEditor* e = open();
+        e->submitStatus = refused ? 1 : 0;
+        e->m_bKeepOpen = refused ? 0 : 1;
+        const int before = CKwTreeManager::GetRefreshCount();
+        e->OnOK();
+        EXPECT_EQ(CKwTreeManager::GetRefreshCount(), before);
+        EXPECT_FALSE(CKwTreeManager::IsRedrawSuspended());
+        EXPECT_EQ(e->IsWindowDestroyed(), !refused);
+        if (refused) { // no hook, and the editor stays open
+            EXPECT_EQ(e->calls, QStringList{"submit"});
+            EXPECT_EQ(e->GetStayOpen(), 1);
+            EXPECT_TRUE(e->isVisible());
+        }
+    }
 }
 
 TEST_F(EditorBase, okWhileTheSolverRunsIsRefusedButCancelCloses)
@@ -293,8 +273,8 @@ TEST_F(EditorBase, controlCodesReachTheirControlsAndUnknownCodesAreRefused)
 {
     ProbeEditor* e = open();
     const QString items[] = {"A", "B", "C"};
-    EXPECT_EQ(e->SetControlText(1, "abc"), 1);
     QString text;
+    EXPECT_EQ(e->SetControlText(1, "abc"), 1);
     EXPECT_EQ(e->GetControlText(1, text), 1);
     EXPECT_EQ(text, "abc");
     EXPECT_EQ(e->SetControlItems(4, 3, items), 1);

@@ -7,13 +7,12 @@
 #include "CNLstatusDialog.h"
 #include "CTransientStatusDialog.h"
 #include "KwControls.h"
-#include "KwLangText.h"
 #include "KwConvergenceChart.h"
 #include "KwConvergenceData.h"
+#include "KwLangText.h"
 #include "KwTestSupport.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QProgressBar>
 #include <QScreen>
 #include <gtest/gtest.h>
@@ -48,6 +47,14 @@ template <class T> T* only()
 
 QString value(QWidget* w, int i) { return KwGetControlText(w, kValueIds[i]); }
 int bar(QWidget* w, int i) { return KwControl<QProgressBar>(w, kBarIds[i])->value(); }
+// The three values and the three bar positions, as "v|v|v|b|b|b".
+std::string shown(QWidget* w)
+{
+    QStringList out;
+    for (int i = 0; i < 6; ++i)
+        out << (i < 3 ? value(w, i) : QString::number(bar(w, i - 3)));
+    return out.join('|').toStdString();
+}
 
 int call(unsigned id, unsigned function, const wchar_t* text = L"", int v = 0,
          CFMView* view = nullptr, void* data = nullptr)
@@ -59,6 +66,7 @@ int call(unsigned id, unsigned function, const std::wstring& text)
 {
     return call(id, function, text.c_str());
 }
+QString caption(QWidget* w, int id) { return KwGetControlText(w, id); }
 
 class StatusWindows : public ::testing::Test
 {
@@ -103,13 +111,13 @@ TEST_F(StatusWindows, destroyBeforeAnythingCreatesBothStatusWindowsButNoPlot)
 TEST_F(StatusWindows, anyIdCreatesTheStatusWindowsAndAnyFunctionButOneThePlot)
 {
     EXPECT_EQ(call(7, 5, L"1,1,1,1,1,1,x,F"), 0);
-    EXPECT_EQ(live<CNLstatusDialog>().size(), 1);
-    EXPECT_EQ(live<CTransientStatusDialog>().size(), 1);
-    EXPECT_EQ(live<CKwMFCUIMeshConvergencePlot>().size(), 1);
+    ASSERT_EQ(live<CNLstatusDialog>().size(), 1);
+    ASSERT_EQ(live<CTransientStatusDialog>().size(), 1);
+    ASSERT_EQ(live<CKwMFCUIMeshConvergencePlot>().size(), 1);
     // Nothing was shown for an unknown id.
-    EXPECT_FALSE(only<CNLstatusDialog>()->isVisible());
-    EXPECT_FALSE(only<CTransientStatusDialog>()->isVisible());
-    EXPECT_FALSE(only<CKwMFCUIMeshConvergencePlot>()->isVisible());
+    EXPECT_FALSE(only<CNLstatusDialog>()->isVisible() ||
+                 only<CTransientStatusDialog>()->isVisible() ||
+                 only<CKwMFCUIMeshConvergencePlot>()->isVisible());
 }
 
 TEST_F(StatusWindows, createPlacesTheWindowAQuarterScreenInWithFullRangeBars)
@@ -119,8 +127,8 @@ TEST_F(StatusWindows, createPlacesTheWindowAQuarterScreenInWithFullRangeBars)
     ASSERT_NE(nl, nullptr);
     EXPECT_EQ(nl->frameGeometry().left(), QGuiApplication::primaryScreen()->geometry().width() / 4);
     for (int id : kBarIds) {
-        EXPECT_EQ(KwControl<QProgressBar>(nl, id)->minimum(), 0);
-        EXPECT_EQ(KwControl<QProgressBar>(nl, id)->maximum(), 100);
+        auto* b = KwControl<QProgressBar>(nl, id);
+        EXPECT_EQ(std::pair(b->minimum(), b->maximum()), std::pair(0, 100));
     }
     EXPECT_FALSE(nl->isVisible());
     EXPECT_TRUE(nl->property("kwSingleton").toBool());
@@ -154,57 +162,40 @@ TEST_F(StatusWindows, firstLineShowsTheWindowWithTitleValuesAndPositions)
     ASSERT_NE(nl, nullptr);
     EXPECT_TRUE(nl->isVisible());
     EXPECT_EQ(nl->windowTitle(), QStringLiteral("Nonlinear Status"));
-    EXPECT_EQ(value(nl, 0), QStringLiteral("3"));
-    EXPECT_EQ(value(nl, 1), QStringLiteral("12"));
-    EXPECT_EQ(value(nl, 2), QStringLiteral("4"));
-    EXPECT_EQ(bar(nl, 0), 40);
-    EXPECT_EQ(bar(nl, 1), 55);
-    EXPECT_EQ(bar(nl, 2), 70);
-    EXPECT_EQ(KwGetControlText(nl, kStepCaption), QStringLiteral("Increment:"));
-    EXPECT_EQ(KwGetControlText(nl, kLoadCaption), QStringLiteral("Load:"));
+    EXPECT_EQ(shown(nl), "3|12|4|40|55|70");
+    EXPECT_EQ(caption(nl, kStepCaption), QStringLiteral("Increment:"));
+    EXPECT_EQ(caption(nl, kLoadCaption), QStringLiteral("Load:"));
 }
-
-struct LineCase
-{
-    const char* name;
-    std::wstring line;
-    QString values[3];
-    int bars[3];
-    const char* step; // step caption afterwards; the previous line named "F"
-};
 
 TEST_F(StatusWindows, progressLinesOfEveryShape)
 {
     const std::wstring longField(1000, L'A');
     const std::wstring padded = L"1,2,3,10,20,30," + std::wstring(490, L'x') + L",S";
-    const LineCase cases[] = {
-        {"sub-increment", L"1,2,3,10,20,30,x,S", {"1", "2", "3"}, {10, 20, 30}, "SubIncrement:"},
-        {"unknown step type", L"1,2,3,10,20,30,x,X", {"1", "2", "3"}, {10, 20, 30}, "Increment:"},
-        {"lower-case step type", L"1,2,3,1,2,3,x,s", {"1", "2", "3"}, {1, 2, 3}, "Increment:"},
-        {"one field", L"5", {"5", "", ""}, {0, 0, 0}, "Increment:"},
-        {"empty", L"", {"", "", ""}, {0, 0, 0}, "Increment:"},
-        {"empty fields", L"1,,3,,20,,,", {"1", "", "3"}, {0, 20, 0}, "Increment:"},
-        {"not numbers", L"a,b,c,x,y,z,w,S", {"a", "b", "c"}, {0, 0, 0}, "SubIncrement:"},
-        {"leading digits", L"a,b,c, 12abc,+7,9.9", {"a", "b", "c"}, {12, 7, 9}, "Increment:"},
-        {"out of range", L"1,1,1,-5,250,100", {"1", "1", "1"}, {0, 100, 100}, "Increment:"},
+    // The step caption afterwards: the previous line named "F".
+    const struct { const char* name; std::wstring line; const char *shown, *step; } cases[] = {
+        {"sub-increment", L"1,2,3,10,20,30,x,S", "1|2|3|10|20|30", "SubIncrement:"},
+        {"unknown step type", L"1,2,3,10,20,30,x,X", "1|2|3|10|20|30", "Increment:"},
+        {"lower-case step type", L"1,2,3,1,2,3,x,s", "1|2|3|1|2|3", "Increment:"},
+        {"one field", L"5", "5|||0|0|0", "Increment:"},
+        {"empty", L"", "|||0|0|0", "Increment:"},
+        {"empty fields", L"1,,3,,20,,,", "1||3|0|20|0", "Increment:"},
+        {"not numbers", L"a,b,c,x,y,z,w,S", "a|b|c|0|0|0", "SubIncrement:"},
+        {"leading digits", L"a,b,c, 12abc,+7,9.9", "a|b|c|12|7|9", "Increment:"},
+        {"out of range", L"1,1,1,-5,250,100", "1|1|1|0|100|100", "Increment:"},
         {"beyond int", L"1,1,1,99999999999999,-99999999999999,100000000000000000000",
-         {"1", "1", "1"}, {100, 0, 100}, "Increment:"},
-        {"values kept as they stand", L" a b ,  , x\t", {" a b ", "  ", " x\t"}, {0, 0, 0},
-         "Increment:"},
-        {"extra fields", L"1,2,3,4,5,6,7,S,8,9,F", {"1", "2", "3"}, {4, 5, 6}, "SubIncrement:"},
-        {"field past the limit", padded, {"1", "2", "3"}, {10, 20, 30}, "Increment:"},
+         "1|1|1|100|0|100", "Increment:"},
+        {"values kept as they stand", L" a b ,  , x\t", " a b |  | x\t|0|0|0", "Increment:"},
+        {"extra fields", L"1,2,3,4,5,6,7,S,8,9,F", "1|2|3|4|5|6", "SubIncrement:"},
+        {"field past the limit", padded, "1|2|3|10|20|30", "Increment:"},
     };
-    for (const LineCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         call(41, 5, L"9,9,9,50,50,50,0,F");
         call(41, 5, c.line);
         CNLstatusDialog* nl = only<CNLstatusDialog>();
         ASSERT_NE(nl, nullptr);
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(value(nl, i), c.values[i]) << i;
-            EXPECT_EQ(bar(nl, i), c.bars[i]) << i;
-        }
-        EXPECT_EQ(KwGetControlText(nl, kStepCaption), QString::fromLatin1(c.step));
+        EXPECT_EQ(shown(nl), c.shown);
+        EXPECT_EQ(caption(nl, kStepCaption), QString::fromLatin1(c.step));
     }
 
     // A long value is cut where the line ends, 500 characters in.
@@ -213,8 +204,7 @@ TEST_F(StatusWindows, progressLinesOfEveryShape)
     // A null text is an empty line.
     call(41, 5, L"9,9,9,50,50,50,0,F");
     CallKwDialogFunction(41, 5, nullptr, 0, nullptr, nullptr);
-    EXPECT_EQ(value(only<CNLstatusDialog>(), 0), QString());
-    EXPECT_EQ(bar(only<CNLstatusDialog>(), 0), 0);
+    EXPECT_EQ(shown(only<CNLstatusDialog>()), "|||0|0|0");
 }
 
 TEST_F(StatusWindows, resetRestoresOnlyARunningWindowAndRearmsTheFirstLine)
@@ -231,10 +221,7 @@ TEST_F(StatusWindows, resetRestoresOnlyARunningWindowAndRearmsTheFirstLine)
     EXPECT_FALSE(nl->isVisible()) << "only the first line of a run shows the window";
 
     call(41, 2);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(value(nl, i), QStringLiteral("1"));
-        EXPECT_EQ(bar(nl, i), 0);
-    }
+    EXPECT_EQ(shown(nl), "1|1|1|0|0|0");
     // A second reset finds nothing running and changes nothing.
     call(41, 5, L"7,7,7,7,7,7,x,F");
     call(41, 2);
@@ -272,17 +259,17 @@ TEST_F(StatusWindows, titleNamesTheRunAndTemperatureRenamesTheFirstBar)
     call(41, 6, L"1,1,1,5,5,5,x,F");
     CNLstatusDialog* nl = only<CNLstatusDialog>();
     EXPECT_EQ(nl->windowTitle(), QStringLiteral("Nonlinear Status - 'Bracket - Nonlinear'"));
-    EXPECT_EQ(KwGetControlText(nl, kLoadCaption), QStringLiteral("Temperature:"));
+    EXPECT_EQ(caption(nl, kLoadCaption), QStringLiteral("Temperature:"));
     EXPECT_EQ(bar(nl, 0), 5);
 
     call(42, 7, L"2,3,1,60,40,20,x,S");
     CTransientStatusDialog* tr = only<CTransientStatusDialog>();
     EXPECT_TRUE(tr->isVisible());
     EXPECT_EQ(tr->windowTitle(), QStringLiteral("Transient Status"));
-    EXPECT_EQ(KwGetControlText(tr, kLoadCaption), QStringLiteral("Load:"));
-    EXPECT_EQ(KwGetControlText(tr, kStepCaption), QStringLiteral("SubIncrement:"));
+    EXPECT_EQ(caption(tr, kLoadCaption), QStringLiteral("Load:"));
+    EXPECT_EQ(caption(tr, kStepCaption), QStringLiteral("SubIncrement:"));
     call(42, 8, L"2,3,2,61,41,21,x,S");
-    EXPECT_EQ(KwGetControlText(tr, kLoadCaption), QStringLiteral("Temperature:"));
+    EXPECT_EQ(caption(tr, kLoadCaption), QStringLiteral("Temperature:"));
 }
 
 TEST_F(StatusWindows, eachWindowTakesOnlyItsOwnFunctions)
@@ -291,17 +278,17 @@ TEST_F(StatusWindows, eachWindowTakesOnlyItsOwnFunctions)
     call(41, 8, L"1,2,3,10,20,30,x,S");
     call(42, 5, L"1,2,3,10,20,30,x,S"); // nonlinear lines to the transient window
     call(42, 6, L"1,2,3,10,20,30,x,S");
-    for (unsigned f : {0u, 9u, 10u, 11u, 12u, 1000u, 0xFFFFFFFFu}) {
-        EXPECT_EQ(call(41, f, L"1,2,3,10,20,30,x,S", 1), 0);
-        EXPECT_EQ(call(42, f, L"1,2,3,10,20,30,x,S", 1), 0);
-    }
+    for (unsigned f : {0u, 9u, 10u, 11u, 12u, 1000u, 0xFFFFFFFFu})
+        EXPECT_EQ(
+            std::pair(call(41, f, L"1,2,3,10,20,30,x,S", 1), call(42, f, L"1,2,3,10,20,30,x,S", 1)),
+            std::pair(0, 0));
     CNLstatusDialog* nl = only<CNLstatusDialog>();
     CTransientStatusDialog* tr = only<CTransientStatusDialog>();
     EXPECT_FALSE(nl->isVisible());
     EXPECT_FALSE(tr->isVisible());
     EXPECT_EQ(value(nl, 0), QString());
     EXPECT_EQ(value(tr, 0), QString());
-    EXPECT_EQ(KwGetControlText(nl, kLoadCaption), QStringLiteral("Load:"));
+    EXPECT_EQ(caption(nl, kLoadCaption), QStringLiteral("Load:"));
 }
 
 TEST_F(StatusWindows, windowsDeletedBehindTheModulesBackAreMadeAfresh)
@@ -324,13 +311,11 @@ TEST_F(StatusWindows, everyCaptionGoesThroughTheLanguageService)
     call(42, 8, L"1,2,3,10,20,30,x,F");
     call(89, 3, L"", 1);
     only<CKwMFCUIMeshConvergencePlot>()->show();
-    const QStringList nl = kwtest::UntranslatedCaptions(only<CNLstatusDialog>());
-    const QStringList tr = kwtest::UntranslatedCaptions(only<CTransientStatusDialog>());
-    const QStringList plot = kwtest::UntranslatedCaptions(only<CKwMFCUIMeshConvergencePlot>());
+    const QStringList bad = kwtest::UntranslatedCaptions(only<CNLstatusDialog>()) +
+                            kwtest::UntranslatedCaptions(only<CTransientStatusDialog>()) +
+                            kwtest::UntranslatedCaptions(only<CKwMFCUIMeshConvergencePlot>());
     CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
-    EXPECT_TRUE(nl.isEmpty()) << nl.join(", ").toStdString();
-    EXPECT_TRUE(tr.isEmpty()) << tr.join(", ").toStdString();
-    EXPECT_TRUE(plot.isEmpty()) << plot.join(", ").toStdString();
+    EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
 }
 
 // --- the convergence plot ---
@@ -352,7 +337,7 @@ TEST_F(ConvergencePlot, pointsStoredValueReplaceAndClear)
     KwConvergencePoint q{1, 0, 150.0};
     call(89, 3, L"", 8, nullptr, &q);
     KwConvergencePoint again{2, 0, 181.0};
-    call(89, 3, L"", 9, nullptr, &again); // a step given twice keeps its latest value
+    call(89, 3, L"", 9, nullptr, &again);   // a step given twice keeps its latest value
     call(89, 3, L"", 10, nullptr, nullptr); // no point: only the value
     ASSERT_EQ(points().size(), 2u);
     EXPECT_EQ(points()[0].step, 1);
@@ -384,12 +369,7 @@ TEST_F(ConvergencePlot, pointsStoredValueReplaceAndClear)
 TEST_F(ConvergencePlot, faultyHostListsAreReadOnlyAsFarAsTheyVouch)
 {
     KwConvergencePoint host[2] = {{1, 0, 1.0}, {2, 0, 2.0}};
-    const struct
-    {
-        const char* name;
-        KwConvergenceData data;
-        std::size_t shown;
-    } cases[] = {
+    const struct { const char* name; KwConvergenceData data; std::size_t shown; } cases[] = {
         {"count beyond capacity", {nullptr, nullptr, host, 50, 2}, 2},
         {"negative count", {nullptr, nullptr, host, -3, 2}, 0},
         {"negative capacity", {nullptr, nullptr, host, 2, -1}, 0},
@@ -428,19 +408,13 @@ TEST_F(ConvergencePlot, destroyedWindowIgnoresCallsUntilDeleted)
 TEST_F(ConvergencePlot, launchKindOpensOneWindowAndHandsTheRequestToTheAddin)
 {
     kwtest::Host host;
-    struct Seen
-    {
-        int command, sub, value;
-        QString text;
-        CFMView* view;
-        void* data;
-    };
+    using Seen = std::tuple<int, int, QString, int, CFMView*, void*>;
     QList<Seen> seen;
-    host.addin->SetCommandHandler([&](int c, int s, const QString& t, int v, CFMView* view,
-                                      void* d) {
-        seen.append({c, s, v, t, view, d});
-        return 1;
-    });
+    host.addin->SetCommandHandler(
+        [&](int c, int s, const QString& t, int v, CFMView* view, void* d) {
+            seen.append({c, s, t, v, view, d});
+            return 1;
+        });
     int object = 0;
     DialogLaunchRequest r = host.Request(89);
     r.object = &object;
@@ -450,15 +424,9 @@ TEST_F(ConvergencePlot, launchKindOpensOneWindowAndHandsTheRequestToTheAddin)
     EXPECT_TRUE(plot->isVisible());
     EXPECT_TRUE(plot->property("kwSingleton").toBool());
     LaunchDialog(&r);
-    EXPECT_EQ(live<CKwMFCUIMeshConvergencePlot>().size(), 1);
-    EXPECT_EQ(only<CKwMFCUIMeshConvergencePlot>(), plot);
+    EXPECT_EQ(live<CKwMFCUIMeshConvergencePlot>(), QList{plot});
     ASSERT_EQ(seen.size(), 2);
-    EXPECT_EQ(seen[0].command, 89);
-    EXPECT_EQ(seen[0].sub, 3);
-    EXPECT_EQ(seen[0].value, 1);
-    EXPECT_TRUE(seen[0].text.isEmpty());
-    EXPECT_EQ(seen[0].view, host.view.get());
-    EXPECT_EQ(seen[0].data, &object);
+    EXPECT_EQ(seen[0], Seen(89, 3, QString(), 1, host.view.get(), &object));
 
     // The remote calls reach the same window.
     call(89, 3, L"", 12);
