@@ -166,6 +166,7 @@ void CKwMFCDialog::LeaveViewDialogStack()
             if (CKwSelectionHandler* h = view->GetSelectionHandler())
                 h->ActivateDialog(below);
             below->show();
+            below->OnReactivatedByView();
         }
     }
 }

@@ -84,6 +84,9 @@ protected:
     void EnterViewDialogStack();
     void LeaveViewDialogStack();
     bool IsInViewDialogStack() const { return m_bInViewStack; }
+    // Called on the dialog below when the one above it leaves the view's stack and the view's
+    // picks come back to it.
+    virtual void OnReactivatedByView() {}
 
     void accept() override;
     void reject() override;

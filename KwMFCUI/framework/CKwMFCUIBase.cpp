@@ -329,6 +329,8 @@ bool CKwMFCUIBase::OnInitDialog()
     return r;
 }
 
+void CKwMFCUIBase::OnReactivatedByView() { publishPickMask(); }
+
 void CKwMFCUIBase::releaseView()
 {
     CFMView* view = GetFMView();

@@ -77,6 +77,8 @@ protected:
     virtual long OnViewSelectionReset(QList<CKwUIEntity*>* entities);
     // An option page of this editor changed a control.
     virtual long OnOptionChanged(int ctrlId, int value);
+    // Picks come back to this editor: the view filters by its active box again.
+    void OnReactivatedByView() override;
     // Runs after a submit that closes the editor.
     virtual void OnAfterSubmit() {}
     // Runs each time the editor window becomes active, after the framework's own handling:

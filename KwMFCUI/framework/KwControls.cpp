@@ -1,5 +1,6 @@
 #include "KwControls.h"
 
+#include <QGuiApplication>
 #include <QVariant>
 
 QWidget* KwFindControl(const QWidget* root, int id)
@@ -19,4 +20,11 @@ void KwSetControlId(QWidget* w, int id)
 {
     if (w)
         w->setProperty(kKwCtrlIdProperty, id);
+}
+
+void KwBringWindowToTop(QWidget* w)
+{
+    if (!w || QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return;
+    w->raise();
 }

@@ -17,3 +17,7 @@ template <class T> T* KwControl(const QWidget* root, int id)
 
 // Gives a control its id (for controls built in code rather than in a template).
 KWMFCUI_EXPORT void KwSetControlId(QWidget* w, int id);
+
+// Brings a window to the top of the stack. Platforms without a window stack (the offscreen
+// one the gallery and tests use) have nothing to raise and are left alone.
+KWMFCUI_EXPORT void KwBringWindowToTop(QWidget* w);

@@ -1,6 +1,7 @@
 #include "CKwMFCUIMeshConvergencePlot.h"
 
 #include "KwConvergenceChart.h"
+#include "KwControls.h"
 #include "KwLangText.h"
 #include "KwMethodLogger.h"
 #include "ui_CKwMFCUIMeshConvergencePlot.h"
@@ -113,7 +114,7 @@ void CKwMFCUIMeshConvergencePlot::ShowPlot()
     if (m_bWindowDestroyed)
         return;
     show();
-    raise();
+    KwBringWindowToTop(this);
 }
 
 void CKwMFCUIMeshConvergencePlot::reject()

@@ -1,5 +1,6 @@
 #include "CNLstatusDialog.h"
 
+#include "KwControls.h"
 #include "KwLangText.h"
 #include "KwMethodLogger.h"
 #include "ui_CNLstatusDialog.h"
@@ -159,7 +160,7 @@ void CNLstatusDialog::ResetStatus()
 void CNLstatusDialog::showAndRaise()
 {
     show();
-    raise();
+    KwBringWindowToTop(this);
     m_raised.start();
 }
 
@@ -169,7 +170,7 @@ void CNLstatusDialog::keepOnTop()
     // a few a second keep the window in front without paying for one per solver line.
     if (!isVisible() || (m_raised.isValid() && m_raised.elapsed() < 250))
         return;
-    raise();
+    KwBringWindowToTop(this);
     m_raised.start();
 }
 

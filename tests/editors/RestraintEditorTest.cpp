@@ -177,6 +177,21 @@ TEST_F(RestraintEditor, typeChangeSwitchesPanelsFiltersPromptsAndWarnings)
     }
 }
 
+TEST_F(RestraintEditor, editorBelowGetsItsPickFilterBackWhenTheOneAboveCloses)
+{
+    CKwMFCUIRestraint* below = open();
+    chooseType(below, 1); // pin: faces only
+    DialogLaunchRequest r = host.Request(1);
+    r.keepResults = 1; // lets a second editor open over the first
+    LaunchDialog(&r);
+    auto* above = dynamic_cast<CKwMFCUIRestraint*>(host.view->GetOpenDialog());
+    ASSERT_TRUE(above && above != below);
+    EXPECT_EQ(host.view->GetSelectionHandler()->GetFilter(), 33278u);
+    above->OnCancel();
+    EXPECT_EQ(host.view->GetSelectionHandler()->GetActiveDialog(), below);
+    EXPECT_EQ(host.view->GetSelectionHandler()->GetFilter(), 0x40u);
+}
+
 TEST_F(RestraintEditor, choosingTheStoredTypeDoesNothing)
 {
     CKwMFCUIRestraint* d = open();
