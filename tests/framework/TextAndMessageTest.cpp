@@ -95,3 +95,19 @@ TEST(MessageBoxMapping, pressedButtonsGiveResultCodes)
     for (const auto& c : cases)
         EXPECT_EQ(KwButtonToResult(c.button), c.result) << c.button;
 }
+
+TEST(ControlLookup, followsControlsAddedRenumberedOrDeletedAfterTheFirstLookup)
+{
+    QWidget root;
+    auto* a = new QLabel(&root);
+    KwSetControlId(a, 10);
+    EXPECT_EQ(KwFindControl(&root, 10), a);
+    auto* b = new QLabel(&root);
+    KwSetControlId(b, 11);
+    EXPECT_EQ(KwFindControl(&root, 11), b);
+    KwSetControlId(a, 12);
+    EXPECT_EQ(KwFindControl(&root, 10), nullptr);
+    EXPECT_EQ(KwFindControl(&root, 12), a);
+    delete b;
+    EXPECT_EQ(KwFindControl(&root, 11), nullptr);
+}
