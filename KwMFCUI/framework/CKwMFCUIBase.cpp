@@ -342,11 +342,10 @@ bool CKwMFCUIBase::OnInitDialog()
         if (auto* b = KwControl<QAbstractButton>(this, id))
             connect(b, &QAbstractButton::clicked, this,
                     [this, id] { id == 1 ? OnOK() : OnCancel(); });
-    // Combo boxes get their items before the stored values choose rows in them.
-    KwApplyTextTable(this, m_texts, GetUnitSystem());
+    // Texts first: combo boxes get their items before the stored values choose rows in them.
+    const bool r = CKwMFCDialog::OnInitDialog();
     LoadObjectData();
     OnObjectDataLoaded();
-    const bool r = CKwMFCDialog::OnInitDialog();
     // While an editor is open the view takes no second one, and its picks come here.
     EnterViewDialogStack();
     if (CFMView* view = GetFMView())
