@@ -36,14 +36,19 @@ int main(int argc, char** argv)
     answer.stop();
 
     // A constraint editor created hidden: one new top-level window, not shown.
-    const auto before = QApplication::topLevelWidgets().size();
+    const QWidgetList before = QApplication::topLevelWidgets();
     DialogLaunchRequest edit{};
     edit.kind = 1;
     edit.view = &view;
     edit.createHidden = 1;
     LaunchDialog(&edit);
-    const auto added = QApplication::topLevelWidgets().size() - before;
+    int added = 0;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (!before.contains(w)) {
+            ++added;
+            delete w;
+        }
 
-    std::printf("message boxes answered: %d, windows added: %d\n", boxes, int(added));
+    std::printf("message boxes answered: %d, windows added: %d\n", boxes, added);
     return boxes == 1 && added == 1 ? 0 : 1;
 }
