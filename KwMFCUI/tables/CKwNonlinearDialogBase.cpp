@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,19 @@ int formatG10(double v, char* out)
     return o;
 }
 
+// The text of a pasted piece for the dialog's check. An ASCII piece (every number) is widened
+// into `buffer` and lent as a QString without an allocation of its own; the check must copy
+// it to keep it.
+QString pieceText(std::string_view piece, std::u16string& buffer)
+{
+    for (char c : piece)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return QString::fromUtf8(piece.data(), qsizetype(piece.size()));
+    buffer.assign(piece.begin(), piece.end());
+    return QString::fromRawData(reinterpret_cast<const QChar*>(buffer.data()),
+                                qsizetype(buffer.size()));
+}
+
 } // namespace
 
 CKwNonlinearDialogBase::CKwNonlinearDialogBase()
@@ -116,6 +130,11 @@ void CKwNonlinearDialogBase::ResizeList()
     if (m_nMaxListHeight <= 0)
         return;
     const int rowHeight = m_List.verticalHeader()->defaultSectionSize();
+    // Once the rows fill the maximum height only the count changes: nothing to lay out. (The
+    // header's height costs a font measurement, too much to pay for every row of a paste.)
+    if ((long long)rowHeight * (m_nRowCount + 2) >= m_nMaxListHeight &&
+        m_List.maximumHeight() == m_nMaxListHeight && m_List.height() == m_nMaxListHeight)
+        return;
     const int frame = 2 * m_List.frameWidth();
     long long wanted = (long long)rowHeight * (m_nRowCount + 2) +
                        m_List.Header()->HeaderHeight() + frame;
@@ -351,10 +370,23 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
     const int startCol = col;
     // Large pastes reach the views as one reset; a few cells keep their own signals.
     const bool bulk = text.size() > 4096;
-    if (bulk)
+    if (bulk) {
         m->beginBulk();
+        // Room for every line and all of the text at once: growing step by step would copy
+        // the store over and over while it fills.
+        std::size_t lines = 1;
+        for (const char* p = text.data(); (p = static_cast<const char*>(std::memchr(
+                                                p, '\r', std::size_t(text.data() + text.size() - p))));
+             ++p)
+            ++lines;
+        m->reserve(std::size_t(m->rows()) + lines, m->textBytes() + text.size());
+    }
+    // A large paste copies its text into the store once; its cells then point into it.
+    const std::size_t block = bulk ? m->appendBlock(text) : std::size_t(-1);
+    const bool byRef = block != std::size_t(-1);
     static const std::string_view kInvalid = "Invalid Data: ";
     std::string marked;
+    std::u16string wide;
     int showMessage = 1;
     bool firstDone = false;
     bool lastButOne = false;
@@ -408,15 +440,23 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
         }
         // Columns the list does not have take nothing.
         if (col < columns) {
+            const std::size_t at = std::size_t(piece.data() - text.data());
             if (row == m_nRowCount) {
-                addRow(m_nRowCount, piece, {});
+                if (byRef) {
+                    m->insertRowRef(m_nRowCount, block + at, piece.size());
+                    ++m_nRowCount;
+                    ResizeList();
+                } else {
+                    addRow(m_nRowCount, piece, {});
+                }
             } else if (row < m_nRowCount && IsPasteableRow(row)) {
-                const QString q = QString::fromUtf8(piece.data(), qsizetype(piece.size()));
-                if (!IsValidDataInput(q, row, col, showMessage)) {
+                if (!IsValidDataInput(pieceText(piece, wide), row, col, showMessage)) {
                     showMessage = 0;
                     marked.assign(kInvalid);
                     marked.append(piece);
                     m->setCellText(row, col, std::string_view(marked));
+                } else if (byRef) {
+                    m->setCellRef(row, col, block + at, piece.size());
                 } else {
                     m->setCellText(row, col, piece);
                 }
@@ -546,6 +586,21 @@ QMenu* CKwNonlinearDialogBase::CreateEditMenu(QWidget* parent, const char* secti
 
 bool CKwNonlinearDialogBase::IsNumberInput(const QString& text, int unitType) const
 {
+    // A short plain decimal number is one for the view too; only other text is asked of it
+    // (this keeps a paste of a million rows from a round of allocations per cell).
+    if (text.size() > 0 && text.size() < 48) {
+        char buf[48];
+        bool plain = true;
+        for (qsizetype i = 0; i < text.size() && plain; ++i) {
+            const char16_t c = text[i].unicode();
+            plain = c > ' ' && c < 128;
+            buf[i] = char(c);
+        }
+        double v = 0;
+        if (plain && KwTableText::plainNumber(std::string_view(buf, std::size_t(text.size())), &v) &&
+            std::isfinite(v))
+            return true;
+    }
     const QString t = withoutBlanks(text);
     return t.isEmpty() || CFMView::IsValidNumberString(t, unitType);
 }

@@ -44,7 +44,8 @@ public:
     virtual void ResizeList();
     virtual void SetTextToCurrentLang() {}
     virtual bool IsPasteableRow(int row);
-    // `showMessage` non-zero: a rejection tells the user why.
+    // `showMessage` non-zero: a rejection tells the user why. During a paste `text` may lend
+    // the paste's own buffer: copy it (QString(text.data(), text.size())) to keep it.
     virtual bool IsValidDataInput(const QString& text, int row, int col, int showMessage);
 
     // --- setup and layout ---

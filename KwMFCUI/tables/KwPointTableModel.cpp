@@ -221,8 +221,10 @@ void KwPointTableModel::clear()
 
 void KwPointTableModel::reserve(std::size_t rowsWanted, std::size_t textBytes)
 {
-    m_cells.reserve(rowsWanted * std::size_t(m_columns));
-    m_text.reserve(textBytes);
+    if (rowsWanted * std::size_t(m_columns) > m_cells.capacity())
+        m_cells.reserve(rowsWanted * std::size_t(m_columns));
+    if (textBytes > m_text.capacity())
+        m_text.reserve(textBytes);
 }
 
 void KwPointTableModel::beginBulk()
@@ -265,4 +267,51 @@ void KwPointTableModel::compactIfWasteful()
 std::size_t KwPointTableModel::memoryBytes() const
 {
     return m_text.capacity() + m_cells.capacity() * sizeof(Cell);
+}
+
+std::size_t KwPointTableModel::appendBlock(std::string_view utf8)
+{
+    if (m_text.size() + utf8.size() > 0xFFFFFFF0u)
+        compactIfWasteful();
+    const std::size_t at = m_text.size();
+    if (at + utf8.size() > 0xFFFFFFF0u)
+        return std::size_t(-1);
+    m_text.append(utf8);
+    // Counted as waste until cells point at it; the separators between pieces stay waste.
+    m_garbage += utf8.size();
+    return at;
+}
+
+void KwPointTableModel::insertRowRef(int index, std::size_t offset0, std::size_t len0)
+{
+    index = std::clamp(index, 0, rows());
+    if (!m_bulk)
+        beginInsertRows({}, index, index);
+    m_garbage -= std::min(m_garbage, len0);
+    const Cell c0{len0 ? std::uint32_t(offset0) : 0u, std::uint32_t(len0)};
+    const auto at = m_cells.begin() + std::ptrdiff_t(index) * m_columns;
+    if (m_columns == 2) {
+        const Cell row[2] = {c0, Cell{0, 0}};
+        m_cells.insert(at, row, row + 2);
+    } else {
+        std::vector<Cell> cells(std::size_t(m_columns), Cell{0, 0});
+        cells[0] = c0;
+        m_cells.insert(at, cells.begin(), cells.end());
+    }
+    if (!m_bulk)
+        endInsertRows();
+}
+
+void KwPointTableModel::setCellRef(int row, int col, std::size_t offset, std::size_t len)
+{
+    if (row < 0 || row >= rows() || col < 0 || col >= m_columns)
+        return;
+    Cell& c = m_cells[std::size_t(row) * std::size_t(m_columns) + std::size_t(col)];
+    release(c);
+    m_garbage -= std::min(m_garbage, len);
+    c = Cell{len ? std::uint32_t(offset) : 0u, std::uint32_t(len)};
+    if (!m_bulk) {
+        const QModelIndex i = index(row, col);
+        Q_EMIT dataChanged(i, i, {Qt::DisplayRole, Qt::EditRole});
+    }
 }

@@ -45,12 +45,21 @@ public:
     void clear();
     void reserve(std::size_t rows, std::size_t textBytes);
 
+    // A block of text copied into the store in one piece, for cells that then point into it
+    // (a paste keeps its text this way instead of copying cell by cell). Returns its offset;
+    // the store must not be changed otherwise until the block's cells are set.
+    std::size_t appendBlock(std::string_view utf8);
+    // Cells pointing into a block (offsets from appendBlock plus the piece's position).
+    void insertRowRef(int index, std::size_t offset0, std::size_t len0);
+    void setCellRef(int row, int col, std::size_t offset, std::size_t len);
+
     // Changes made between beginBulk and the matching endBulk reach the views as one reset
     // instead of a signal per row (a paste of a million rows would otherwise send a million).
     void beginBulk();
     void endBulk();
     bool inBulk() const { return m_bulk > 0; }
 
+    std::size_t textBytes() const { return m_text.size(); }
     // Bytes the storage holds (capacity, not only what is in use).
     std::size_t memoryBytes() const;
 
