@@ -230,12 +230,11 @@ std::vector<double> KwChart::Ticks(double lo, double hi, int wanted)
         return ticks;
     const double raw = (hi - lo) / wanted;
     const double mag = std::pow(10.0, std::floor(std::log10(raw)));
+    // The round step (1, 2 or 5 times a power of ten) nearest to the wanted one.
     double step = mag;
-    for (double f : {1.0, 2.0, 5.0, 10.0}) {
-        step = f * mag;
-        if (step >= raw)
-            break;
-    }
+    for (double f : {2.0, 5.0, 10.0})
+        if (std::fabs(std::log(f * mag / raw)) < std::fabs(std::log(step / raw)))
+            step = f * mag;
     const double first = std::ceil(lo / step) * step;
     for (int i = 0; i < 1000; ++i) {
         const double v = first + i * step;
