@@ -75,6 +75,7 @@ CKwTableDialog::CKwTableDialog(QWidget* parent) : CKwMFCDialog(kTemplateId, null
     m_type = label(this, IDC_TYPE);
     m_type->setProperty("kwData", true);
     top->addWidget(m_type, 1, 3);
+    top->setColumnMinimumWidth(1, 80);
     top->setColumnStretch(3, 1);
 
     KwSetControlId(&m_List, IDC_LIST);

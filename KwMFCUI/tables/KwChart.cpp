@@ -269,7 +269,8 @@ void KwChart::drawSeries(QPainter& p, const Series& s, const QRectF& range, cons
     p.setPen(QPen(s.color, 1.5));
     const int w = area.width();
     if (hi - lo <= std::size_t(2 * w)) {
-        // Few points: every point as it is.
+        // Few points: every point as it is, smoothed.
+        p.setRenderHint(QPainter::Antialiasing, true);
         QPolygonF line;
         line.reserve(qsizetype(hi - lo));
         std::vector<QPointF> marks;
@@ -299,6 +300,7 @@ void KwChart::drawSeries(QPainter& p, const Series& s, const QRectF& range, cons
     }
     // Many points: the lowest and highest point of every pixel column, joined column to
     // column by the last point of one and the first of the next.
+    p.setRenderHint(QPainter::Antialiasing, false);
     struct Column
     {
         double min, max, first, last;
