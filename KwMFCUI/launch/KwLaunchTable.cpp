@@ -1,4 +1,5 @@
 #include "KwLaunchTable.h"
+#include "KwControls.h"
 
 #include "CKwAboutDlg.h"
 #include "CKwFEBase.h"
@@ -13,6 +14,10 @@
 #include "CKwiCKAddin.h"
 #include "KwLaunchRules.h"
 #include "KwStatusWindows.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
+#include "CKwXYPlot.h"
+#include "CKwXYPlotDlg.h"
 
 namespace {
 
@@ -60,6 +65,37 @@ CKwMFCDialog* openConvergencePlot(const KwLaunchArgs& a)
     return plot;
 }
 
+// Kind 36: object is the table; the dialog of the table's kind edits it.
+CKwMFCDialog* makeTableDialog(const KwLaunchArgs& a)
+{
+    auto* table = dynamic_cast<CKwTable*>(static_cast<CKwFEBase*>(a.object));
+    if (!table)
+        return nullptr;
+    CKwTableDialog* dlg = CKwTableDialog::NewFor(table);
+    dlg->Create(a.view, table, a.units);
+    return dlg;
+}
+
+// Kind 39: the one XY-plot window, on the request's plot (reused when open).
+CKwMFCDialog* openXYPlot(const KwLaunchArgs& a)
+{
+    auto* plot = a.object ? dynamic_cast<CKwXYPlot*>(static_cast<CKwFEBase*>(a.object)) : nullptr;
+    CKwXYPlotDlg* dlg = CKwXYPlotDlg::GetXYPlotDlg();
+    if (dlg) {
+        if (plot)
+            dlg->SetPlot(plot, a.units);
+    } else {
+        dlg = new CKwXYPlotDlg();
+        dlg->SetFMView(a.view);
+        dlg->Create(plot, a.units);
+    }
+    if (!a.createHidden) {
+        dlg->show();
+        KwBringWindowToTop(dlg);
+    }
+    return dlg;
+}
+
 using H = KwLaunchHow;
 namespace R = KwLaunchRules;
 constexpr bool kShowsResults = true;
@@ -99,9 +135,9 @@ const KwLaunchEntry kTable[] = {
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, nullptr},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
-    {36, "CKwTableDialog", 0, H::Modeless, nullptr},
+    {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
     {37, "CTreeOptionDialog", 0, H::Modeless, nullptr},
-    {39, "CKwXYPlotDlg", 0, H::Special, nullptr},
+    {39, "CKwXYPlotDlg", 7440, H::Special, openXYPlot},
     {40, "CKwXYPlotDlg", 0, H::Special, R::AddToOpenXYPlot},
     {43, "report", 0, H::Modal, nullptr},
     {44, "CKwAboutDlg", 0, H::Modal, makeAbout},
