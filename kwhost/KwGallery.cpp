@@ -1,4 +1,5 @@
 #include "KwGallery.h"
+#include "KwSectionLibrary.h"
 
 #include "CFMView.h"
 #include "CKwDlgBase.h"
@@ -138,5 +139,6 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         CallKwDialogFunction(s.id, 3, L"", 0, host->View(), nullptr);
         DeleteKwDialog(s.id);
     }
+    KwSectionGallery(host, directory, result.written, result.titles);
     return result;
 }

@@ -6,6 +6,7 @@
 #include "CKwMeshModel.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
+#include "KwNumbers.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"

@@ -315,6 +315,15 @@ bool CKwPhysicalProperty::GetCrossSectionProperties(Kw::Point (*loops)[kMaxLoopP
     v[KwSectionValue::ShearOffsetY] = r.shearCenterY - r.exact.cy;
     v[KwSectionValue::Warping] = r.warping;
     setRecoveryPoints(l, v);
+    // Symmetric sections: what is left of a zero product or offset is rounding and mesh noise.
+    const double size = std::max(v[14] - v[16], v[15] - v[19]);
+    if (std::abs(v[KwSectionValue::Izy]) < 1e-12 * (r.exact.ixx + r.exact.iyy)) {
+        v[KwSectionValue::Izy] = 0;
+        v[KwSectionValue::PrincipalAngle] = r.exact.iyy >= r.exact.ixx ? 0 : M_PI / 2;
+    }
+    for (int k : {KwSectionValue::ShearOffsetZ, KwSectionValue::ShearOffsetY})
+        if (std::abs(v[k]) < 1e-7 * size)
+            v[k] = 0;
     std::copy(v, v + KwSectionValue::Count, props);
     return true;
 }
