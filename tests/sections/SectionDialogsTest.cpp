@@ -31,7 +31,6 @@ class SectionDialogsTest : public ::testing::Test
 {
 protected:
     void SetUp() override { kwtest::IsolateSettings(); }
-    void TearDown() override { kwtest::CloseAllWindows(); }
 
     P beam(int shape, std::array<double, 6> mm, int kind = P::KindBeam)
     {
