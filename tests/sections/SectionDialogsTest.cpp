@@ -7,6 +7,7 @@
 #include "CSectionProp.h"
 #include "KW_UOM.h"
 #include "KwControls.h"
+#include "KwLangText.h"
 #include "KwNumbers.h"
 #include "KwSectionLibrary.h"
 #include "KwTestSupport.h"
@@ -362,5 +363,21 @@ TEST_F(SectionDialogsTest, everyVisibleCaptionIsTranslated)
     s->show();
     EXPECT_EQ(kwtest::UntranslatedCaptions(s), QStringList());
     delete s;
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+}
+
+TEST_F(SectionDialogsTest, speaksGerman)
+{
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage(QStringLiteral("de")));
+    P p = beam(P::I, {200, 100, 100, 8, 12, 12});
+    Dlg* d = open(&p, &mm);
+    EXPECT_EQ(d->windowTitle(), QStringLiteral("Querschnittsdefinition"));
+    EXPECT_EQ(KwGetControlText(d, Dlg::IDC_CHECK_TAPERED), QStringLiteral("Verjüngter Balken"));
+    EXPECT_EQ(KwGetControlText(d, Dlg::IDC_DRAW_ENDA), QStringLiteral("Ende zeichnen A"));
+    delete d;
+    double v[KwSectionValue::Count] = {};
+    const QString r = CSectionProp::BuildReport(v, 0, 0, mm, 0);
+    // Both moment lines carry the one key's text.
+    EXPECT_EQ(r.count(QStringLiteral("Flächenträgheitsmoment um Zn")), 2);
     CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
 }
