@@ -1,4 +1,5 @@
 #include "KwGallery.h"
+#include "KwSectionLibrary.h"
 
 #include "CFMView.h"
 #include "CKwDlgBase.h"
@@ -166,5 +167,6 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         dlg.hide();
         break;
     }
+    KwSectionGallery(host, directory, result.written, result.titles);
     return result;
 }

@@ -9,6 +9,7 @@
 #include "CKwMaterialNonlinearDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
+#include "KwSectionLibrary.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
@@ -37,6 +38,10 @@ namespace {
 enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole };
 // Tree items the demo host opens itself rather than through a launch kind.
 constexpr int kStressStrainItem = 1036;
+// Tree items the host opens itself rather than through a dialog kind.
+constexpr unsigned kSectionDefinitionItem = 1001;
+constexpr unsigned kSectionReportItem = 1002;
+constexpr unsigned kSectionSelectionItem = 1003;
 }
 
 KwHostWindow::KwHostWindow(QWidget* parent)
@@ -211,8 +216,15 @@ void KwHostWindow::RebuildTree()
                                                 QStringLiteral("PhysicalProperties"),
                                                 QStringLiteral("TreeCategoryText"),
                                                 QStringLiteral("Physical Properties"))});
-    for (CKwPhysicalProperty* p : m_model->m_properties)
-        add(props, p->GetName(), 34, p);
+    for (CKwPhysicalProperty* p : m_model->m_properties) {
+        QTreeWidgetItem* pi = add(props, p->GetName(), 34, p);
+        if (p->m_idealization != CKwPhysicalProperty::Beam)
+            continue;
+        // A beam's section, opened by the host itself.
+        add(pi, tr("Cross section: %1").arg(p->m_sectionName), kSectionDefinitionItem, p);
+        add(pi, tr("Section properties"), kSectionReportItem, p);
+        add(pi, tr("Standard sections"), kSectionSelectionItem, p);
+    }
     auto* cons = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                QStringLiteral("Constraints"),
                                                QStringLiteral("TreeCategoryText"),
@@ -274,6 +286,15 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
                                            : m_model->m_materials.first()->GetName(),
                                        this);
         dlg.DoModal();
+        return;
+    }
+    if (kind >= kSectionDefinitionItem && kind <= kSectionSelectionItem) {
+        auto* p = static_cast<CKwPhysicalProperty*>(object);
+        const int r = kind == kSectionDefinitionItem ? KwOpenSectionDefinition(this, p)
+                      : kind == kSectionReportItem   ? KwOpenSectionReport(this, p)
+                                                     : KwOpenSectionSelection(this, p);
+        if (r == 1 && kind != kSectionReportItem)
+            QMetaObject::invokeMethod(this, &KwHostWindow::RebuildTree, Qt::QueuedConnection);
         return;
     }
     DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true);

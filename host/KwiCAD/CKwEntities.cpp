@@ -28,11 +28,6 @@ CKwRestraint::CKwRestraint(int id, const QString& name)
 
 CKwLoad::CKwLoad(int id, const QString& name) : CKwFEBase(id, name) {}
 
-CKwPhysicalProperty::CKwPhysicalProperty(int id, const QString& name)
-    : CKwFEBase(id, name), m_thickness(MissingDouble), m_sectionArea(MissingDouble)
-{
-}
-
 CKwNonlinearSetup::CKwNonlinearSetup(int id, const QString& name) : CKwFEBase(id, name)
 {
     m_integers.fill(MissingInteger);

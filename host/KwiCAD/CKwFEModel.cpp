@@ -6,6 +6,7 @@
 #include "CKwMeshModel.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
+#include "KwNumbers.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
@@ -86,6 +87,9 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     beam->m_materialId = 1;
     beam->m_sectionName = QStringLiteral("Box 20x20x2");
     beam->m_sectionArea = 1.44e-4;
+    beam->m_elementKind = CKwPhysicalProperty::KindBeam;
+    beam->m_sectionShape = CKwPhysicalProperty::BOX;
+    beam->m_dimA = {0.02, 0.02, 0.002, 0.002, MissingDouble, MissingDouble};
     m->m_properties = {shell, beam};
 
     auto* fixed = new CKwRestraint(1, QStringLiteral("Fixed end"));
