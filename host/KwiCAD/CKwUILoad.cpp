@@ -624,7 +624,11 @@ int CKwUILoad::ValidateObjectData()
                                   : KwUnitKind::Dimensionless;
         const QString unit = u->GetUnits(fieldKind);
         QString message;
-        if (e.status == KW_UOM::ParseWrongUnit)
+        if (e.status == KW_UOM::ParseOutOfRange)
+            message = subst(err("Loads", "ValueBetween", "Enter a value from %s to %s."),
+                            {number(u->GetDisplayValue(-kHuge, fieldKind)),
+                             number(u->GetDisplayValue(kHuge, fieldKind))});
+        else if (e.status == KW_UOM::ParseWrongUnit)
             message = subst(err("Loads", "WrongUnit", "The value is in %s; enter it in %s."),
                             {e.unitSeen, unit});
         else if (unit.isEmpty())

@@ -170,6 +170,11 @@ double KW_UOM::ParseQuantity(const QString& text, int unitKind, int* status,
         st = ParseNotNumber;
         return MissingDouble;
     }
+    const double v = ToInternalValue(KwAtof(body), unitKind);
+    if (!std::isfinite(v)) {
+        st = ParseOutOfRange;
+        return MissingDouble;
+    }
     st = ParseOk;
-    return ToInternalValue(KwAtof(body), unitKind);
+    return v;
 }

@@ -4,6 +4,7 @@
 #include "CKwFEModel.h"
 #include "CKwUIEntity.h"
 #include "CKwUILoad.h"
+#include "CKwXMLUtils.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
 #include "KwTableLookup.h"
@@ -72,6 +73,24 @@ TEST(LoadTypes, rowsMapToCodesAndHeadingsToNone)
     EXPECT_EQ(CKwUILoad::GetUnitKind(CKwLoad::Convection, 0), 0);
 }
 
+TEST(LoadTypes, everyNameHasItsGermanText)
+{
+    const QStringList english = CKwUILoad::GetTypeItems();
+    const QStringList subtypes = CKwUILoad::GetSubtypeItems(CKwLoad::InitialCondition);
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage(QStringLiteral("de")));
+    const QStringList german = CKwUILoad::GetTypeItems();
+    const QStringList germanSubtypes = CKwUILoad::GetSubtypeItems(CKwLoad::InitialCondition);
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+    ASSERT_EQ(german.size(), english.size());
+    for (qsizetype i = 0; i < english.size(); ++i) {
+        if (english[i] != QStringLiteral("Moment")) { // the same word in German
+            EXPECT_NE(german[i], english[i]) << i;
+        }
+    }
+    for (qsizetype i = 0; i < subtypes.size(); ++i)
+        EXPECT_NE(germanSubtypes[i], subtypes[i]) << i;
+}
+
 TEST(LoadUnits, typedQuantitiesAreReadInTheCurrentUnits)
 {
     const struct
@@ -94,6 +113,7 @@ TEST(LoadUnits, typedQuantitiesAreReadInTheCurrentUnits)
         {KW_UOM::MMNS, KwUnitKind::Force, "N", KW_UOM::ParseNotNumber, MissingDouble},
         {KW_UOM::MMNS, KwUnitKind::Force, "12 kN", KW_UOM::ParseNotNumber, MissingDouble},
         {KW_UOM::SI, KwUnitKind::Dimensionless, "0.5", KW_UOM::ParseOk, 0.5},
+        {KW_UOM::MMNS, KwUnitKind::Pressure, "1e308", KW_UOM::ParseOutOfRange, MissingDouble},
     };
     for (const auto& c : cases) {
         int status = -1;
