@@ -174,12 +174,12 @@ bool CKwUILoad::IsHeadingRow(int row)
     return row >= 0 && row < kRowCount && kRows[row].code < 0;
 }
 
-int CKwUILoad::GetTypeFromSelection(int row)
+int CKwUILoad::TypeOfRow(int row)
 {
     return row >= 0 && row < kRowCount ? kRows[row].code : -1;
 }
 
-int CKwUILoad::GetSelectionFromType(int type)
+int CKwUILoad::RowOfType(int type)
 {
     if (type < 0)
         return -1;
@@ -191,7 +191,7 @@ int CKwUILoad::GetSelectionFromType(int type)
 
 const KwLoadTypeRow* CKwUILoad::GetTypeRow(int type)
 {
-    const int row = GetSelectionFromType(type);
+    const int row = RowOfType(type);
     return row < 0 ? nullptr : &kRows[row];
 }
 
@@ -806,6 +806,17 @@ void CKwUILoad::Display(int on)
 }
 
 QString CKwUILoad::GetPageTitleString() const { return prop("Loads", "Title", "Loads"); }
+
+QList<CKwUIEntity*> CKwUILoad::GetSelectedEntities() const
+{
+    const CKwLoad* l = GetEditObject();
+    if (!l)
+        return {};
+    QList<CKwUIEntity*> all = l->m_entities;
+    if (l->m_locationEntity)
+        all.append(l->m_locationEntity);
+    return all;
+}
 
 // --- picks ---
 

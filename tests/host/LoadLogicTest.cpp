@@ -46,20 +46,20 @@ TEST(LoadTypes, rowsMapToCodesAndHeadingsToNone)
     EXPECT_EQ(CKwUILoad::GetTypeRowCount(), 22);
     for (int heading : {12, 18, 20}) {
         EXPECT_TRUE(CKwUILoad::IsHeadingRow(heading));
-        EXPECT_EQ(CKwUILoad::GetTypeFromSelection(heading), -1);
-        EXPECT_GE(CKwUILoad::GetTypeFromSelection(heading + 1), 0) << heading;
+        EXPECT_EQ(CKwUILoad::TypeOfRow(heading), -1);
+        EXPECT_GE(CKwUILoad::TypeOfRow(heading + 1), 0) << heading;
     }
-    EXPECT_EQ(CKwUILoad::GetTypeFromSelection(19), CKwLoad::EnforcedMotion);
+    EXPECT_EQ(CKwUILoad::TypeOfRow(19), CKwLoad::EnforcedMotion);
     for (int bad : {-1, 22, 1000})
-        EXPECT_EQ(CKwUILoad::GetTypeFromSelection(bad), -1);
+        EXPECT_EQ(CKwUILoad::TypeOfRow(bad), -1);
     // Every row that is no heading round-trips; codes no row has answer -1.
     for (int row = 0; row < CKwUILoad::GetTypeRowCount(); ++row) {
         if (!CKwUILoad::IsHeadingRow(row)) {
-            EXPECT_EQ(CKwUILoad::GetSelectionFromType(CKwUILoad::GetTypeFromSelection(row)), row);
+            EXPECT_EQ(CKwUILoad::RowOfType(CKwUILoad::TypeOfRow(row)), row);
         }
     }
     for (int code : {-1, 11, 12, 15, 36, 38})
-        EXPECT_EQ(CKwUILoad::GetSelectionFromType(code), -1) << code;
+        EXPECT_EQ(CKwUILoad::RowOfType(code), -1) << code;
 
     const std::pair<int, const char*> names[] = {
         {1, "Moment"},         {13, "Rotational Force"}, {16, "Distributed Load"},

@@ -111,7 +111,7 @@ public:
 
     // The analysis whose subcases are offered.
     void SetAnalysis(CKwAnalysis* analysis) { m_analysis = analysis; }
-    CKwAnalysis* GetAnalysis() const;
+    CKwAnalysis* GetAnalysis() const override;
 
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
@@ -119,6 +119,8 @@ public:
     void AddNewObjects() override;
     void Display(int on) override;
     QString GetPageTitleString() const override;
+    // The entities the load acts on and, after them, its picked location.
+    QList<CKwUIEntity*> GetSelectedEntities() const override;
 
     void OnSelected(QList<CKwUIEntity*>* entities) override;
     void OnDeselected(QList<CKwUIEntity*>* entities) override;
@@ -132,9 +134,11 @@ public:
     static int GetTypeRowCount();
     static bool IsHeadingRow(int row);
     // Combo row -> type code; -1 for a heading row or a row out of range.
-    static int GetTypeFromSelection(int row);
+    static int TypeOfRow(int row);
     // Type code -> combo row; -1 for a code no row has.
-    static int GetSelectionFromType(int type);
+    static int RowOfType(int type);
+    int GetTypeFromSelection(int row) const override { return TypeOfRow(row); }
+    int GetSelectionFromType(int type) const override { return RowOfType(type); }
     // The row of a type code, or null.
     static const KwLoadTypeRow* GetTypeRow(int type);
     // The name of a type in the current language; empty for an unknown code.
