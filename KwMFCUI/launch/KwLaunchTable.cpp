@@ -3,11 +3,13 @@
 #include "CKwAboutDlg.h"
 #include "CKwFEBase.h"
 #include "CKwMFCUIMeshConvergencePlot.h"
+#include "CKwMFCUILoad.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
 #include "CKwNonlinearParametersDlg.h"
 #include "CKwNonlinearSetup.h"
+#include "CKwLoad.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -41,6 +43,17 @@ CKwMFCDialog* makeRestraint(const KwLaunchArgs& a)
     return dlg;
 }
 
+// Kind 0: object is the load to edit (anything else edits a new one), context the subcase it
+// is edited in.
+CKwMFCDialog* makeLoad(const KwLaunchArgs& a)
+{
+    auto* load = dynamic_cast<CKwLoad*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUILoad(load, static_cast<CKwSubCase*>(a.context),
+                                 static_cast<int>(a.option), a.view, a.units, a.analysis);
+    dlg->Create();
+    return dlg;
+}
+
 // Kind 70: object is the list of IDs (QList<int>) that do not exist.
 CKwMFCDialog* makeMsgDialog(const KwLaunchArgs& a)
 {
@@ -63,7 +76,7 @@ using H = KwLaunchHow;
 
 // Read top to bottom: kind, class, template, how, factory (nullptr: not in this build).
 const KwLaunchEntry kTable[] = {
-    {0, "CKwMFCUILoad", 370, H::Modeless, nullptr},
+    {0, "CKwMFCUILoad", 370, H::Modeless, makeLoad},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
