@@ -127,7 +127,14 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     gravity->m_magnitude = 9.80665;
     gravity->m_direction = {0, 0, -1};
     gravity->m_subcaseIds = {1};
-    m->m_loads = {force, pressure, remote, convection, gravity};
+    auto* water = new CKwLoad(6, QStringLiteral("Water column"));
+    water->m_type = CKwLoad::HydrostaticLoad;
+    water->m_magnitude = 1000.0; // fluid density
+    water->m_direction = {0, 0, -1};
+    water->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 4));
+    water->m_locationEntity = m->FindGeometry(CKwUIEntity::Vertex, 5);
+    water->m_subcaseIds = {1};
+    m->m_loads = {force, pressure, remote, convection, gravity, water};
 
     auto* linear = new CKwAnalysis(1, QStringLiteral("Linear Static"), CKwAnalysis::LinearStatic);
     linear->AddSubCase(new CKwSubCase(1, QStringLiteral("Subcase 1")));

@@ -242,7 +242,7 @@ TEST_F(LoadLogic, submitWritesInternalUnitsAndCancelLeavesTheLoad)
     CKwLoad* written = host.model->m_loads.last();
     EXPECT_EQ(written->m_type, CKwLoad::Pressure);
     EXPECT_DOUBLE_EQ(written->m_magnitude, 5.0e5);
-    EXPECT_EQ(written->GetID(), 6);
+    EXPECT_EQ(written->GetID(), 7);
 
     // Editing the sample's pressure: what is shown is in MPa; cancel keeps 0.2 MPa.
     CKwLoad* top = host.model->m_loads.at(1);

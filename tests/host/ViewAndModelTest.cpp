@@ -73,7 +73,7 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_materials.size(), 2);
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
-    EXPECT_EQ(m->m_loads.size(), 5);
+    EXPECT_EQ(m->m_loads.size(), 6);
     ASSERT_EQ(m->m_analyses.size(), 5);
     EXPECT_EQ(m->m_mesh->Elements().size(), 32u);
     EXPECT_EQ(m->m_mesh->Nodes().size(), 81u);
