@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
+#include "CKwLoad.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
@@ -51,6 +52,8 @@ void* nonlinearSetup(CKwFEModel&, CKwAnalysis& a)
     return a.GetSubCases().first()->GetNonlinearSetup();
 }
 void* firstConstraint(CKwFEModel& m, CKwAnalysis&) { return m.m_restraints.first(); }
+// The remote force: the load editor's fullest panel.
+void* remoteForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(2)); }
 
 void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex, ObjectOf of)
 {
@@ -89,6 +92,10 @@ void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex
 
 } // namespace
 
+BENCHMARK_CAPTURE(BM_LaunchModeless, load_editor, 0u, 0, remoteForce)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, constraint, 1u, 0, firstConstraint)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)

@@ -21,6 +21,8 @@ QList<KwHostKind> KwHostKinds()
     const QString gen = QStringLiteral("General");
     return {
         {0, QStringLiteral("Load..."), ed},
+        {0, QStringLiteral("Load (remote force)..."), ed, 1},
+        {0, QStringLiteral("Load (hydrostatic)..."), ed, 2},
         {1, QStringLiteral("Constraint..."), ed},
         {2, QStringLiteral("Material..."), ed},
         {34, QStringLiteral("Physical Property..."), ed},
@@ -97,7 +99,15 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     };
     switch (kind) {
     case 0:
-        r.object = newEntity || model->m_loads.isEmpty() ? nullptr : model->m_loads.first();
+        r.object = nullptr;
+        if (!newEntity)
+            for (CKwLoad* l : model->m_loads)
+                if (l->m_type == (variant == 1   ? CKwLoad::RemoteForce
+                                  : variant == 2 ? CKwLoad::HydrostaticLoad
+                                                 : CKwLoad::Force)) {
+                    r.object = l;
+                    break;
+                }
         r.analysis = withResults;
         break;
     case 1:

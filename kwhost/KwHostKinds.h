@@ -23,6 +23,7 @@ QList<KwHostKind> KwHostKinds();
 // A request for `kind` on the sample model as the host would send it: the entity to edit (the
 // first of its family), the view, an analysis with results where the kind shows results, the
 // units. `newEntity` leaves the object null ("new"). `variant` 1 picks the transient
-// nonlinear setup for kinds 52 and 53 instead of the static one.
+// nonlinear setup for kinds 52 and 53 instead of the static one, and for kind 0 the remote
+// force (2: the hydrostatic load) instead of the first force.
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
                                   KW_UOM* units, bool newEntity = false, int variant = 0);

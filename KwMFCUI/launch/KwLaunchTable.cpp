@@ -4,11 +4,13 @@
 #include "CKwAboutDlg.h"
 #include "CKwFEBase.h"
 #include "CKwMFCUIMeshConvergencePlot.h"
+#include "CKwMFCUILoad.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
 #include "CKwNonlinearParametersDlg.h"
 #include "CKwNonlinearSetup.h"
+#include "CKwLoad.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -43,6 +45,17 @@ CKwMFCDialog* makeRestraint(const KwLaunchArgs& a)
     auto* restraint = dynamic_cast<CKwRestraint*>(static_cast<CKwFEBase*>(a.object));
     auto* dlg = new CKwMFCUIRestraint(restraint, static_cast<CKwSubCase*>(a.context),
                                       static_cast<int>(a.option), a.view, a.units, a.analysis);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 0: object is the load to edit (anything else edits a new one), context the subcase it
+// is edited in.
+CKwMFCDialog* makeLoad(const KwLaunchArgs& a)
+{
+    auto* load = dynamic_cast<CKwLoad*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUILoad(load, static_cast<CKwSubCase*>(a.context),
+                                 static_cast<int>(a.option), a.view, a.units, a.analysis);
     dlg->Create();
     return dlg;
 }
@@ -104,7 +117,7 @@ constexpr bool kShowsResults = true;
 // (nullptr: not in this build), then the kind's own check and whether it leaves the result
 // display alone (both optional).
 const KwLaunchEntry kTable[] = {
-    {0, "CKwMFCUILoad", 370, H::Modeless, nullptr},
+    {0, "CKwMFCUILoad", 370, H::Modeless, makeLoad},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr, R::UnlessOpenMaterialEditorTakesIt},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},

@@ -9,7 +9,10 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwUIEntity.h"
 #include "KwNumbers.h"
+
+#include <cmath>
 
 CKwFEBase::CKwFEBase(int id, const QString& name) : m_id(id), m_name(name) {}
 CKwFEBase::~CKwFEBase() = default;
@@ -26,7 +29,42 @@ CKwRestraint::CKwRestraint(int id, const QString& name)
 {
 }
 
-CKwLoad::CKwLoad(int id, const QString& name) : CKwFEBase(id, name) {}
+CKwLoad::CKwLoad(int id, const QString& name)
+    : CKwFEBase(id, name), m_magnitude(MissingDouble), m_ambientTemperature(MissingDouble),
+      m_convectionCoefficient(MissingDouble), m_absorptivity(MissingDouble),
+      m_emissivity(MissingDouble), m_location{MissingDouble, MissingDouble, MissingDouble}
+{
+}
+
+bool CKwLoad::IsThermal() const
+{
+    return m_type == Temperature || m_type == HeatFlux || m_type == Convection ||
+           m_type == Radiation || m_type == HeatPower;
+}
+
+QList<CKwUIEntity*> CKwLoad::GetEntitiesOfKind(int kind) const
+{
+    QList<CKwUIEntity*> out;
+    for (CKwUIEntity* e : m_entities)
+        if (e && e->GetKind() == kind)
+            out.append(e);
+    return out;
+}
+
+double CKwLoad::GetComponent(int axis) const
+{
+    if (axis < 0 || axis > 2 || IsMissingValue(m_magnitude))
+        return MissingDouble;
+    double length = 0;
+    for (double d : m_direction) {
+        if (IsMissingValue(d))
+            return MissingDouble;
+        length += d * d;
+    }
+    if (length <= 0)
+        return MissingDouble;
+    return m_magnitude * m_direction[static_cast<std::size_t>(axis)] / std::sqrt(length);
+}
 
 CKwNonlinearSetup::CKwNonlinearSetup(int id, const QString& name) : CKwFEBase(id, name)
 {

@@ -98,12 +98,51 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     fixed->m_subcaseIds = {1};
     m->m_restraints = {fixed};
 
+    // Tables loads may depend on.
+    m->m_tableRefs = {{1, 1, QStringLiteral("Ramp 0-1 s")},
+                      {2, 1, QStringLiteral("Half sine pulse")},
+                      {3, 2, QStringLiteral("Film coefficient over temperature")}};
+
     auto* force = new CKwLoad(1, QStringLiteral("Tip force"));
-    force->m_kind = CKwLoad::Force;
-    force->m_value = 1500.0;
+    force->m_type = CKwLoad::Force;
+    force->m_magnitude = 1500.0;
+    force->m_direction = {0, 0, -1};
     force->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 6));
     force->m_subcaseIds = {1};
-    m->m_loads = {force};
+    auto* pressure = new CKwLoad(2, QStringLiteral("Top pressure"));
+    pressure->m_type = CKwLoad::Pressure;
+    pressure->m_magnitude = 2.0e5;
+    pressure->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 2));
+    pressure->m_timeDependent = true;
+    pressure->m_timeTableId = 1;
+    pressure->m_subcaseIds = {1};
+    auto* remote = new CKwLoad(3, QStringLiteral("Bracket pull"));
+    remote->m_type = CKwLoad::RemoteForce;
+    remote->m_magnitude = 800.0;
+    remote->m_direction = {1, 0, 0};
+    remote->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 6));
+    remote->m_locationMode = CKwLoad::LocationCoordinates;
+    remote->m_location = {0.3, 0.025, 0.02};
+    remote->m_subcaseIds = {1};
+    auto* convection = new CKwLoad(4, QStringLiteral("Air cooling"));
+    convection->m_type = CKwLoad::Convection;
+    convection->m_ambientTemperature = 293.15;
+    convection->m_convectionCoefficient = 25.0;
+    convection->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 1));
+    convection->m_subcaseIds = {2};
+    auto* gravity = new CKwLoad(5, QStringLiteral("Gravity"));
+    gravity->m_type = CKwLoad::Gravity;
+    gravity->m_magnitude = 9.80665;
+    gravity->m_direction = {0, 0, -1};
+    gravity->m_subcaseIds = {1};
+    auto* water = new CKwLoad(6, QStringLiteral("Water column"));
+    water->m_type = CKwLoad::HydrostaticLoad;
+    water->m_magnitude = 1000.0; // fluid density
+    water->m_direction = {0, 0, -1};
+    water->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 4));
+    water->m_locationEntity = m->FindGeometry(CKwUIEntity::Vertex, 5);
+    water->m_subcaseIds = {1};
+    m->m_loads = {force, pressure, remote, convection, gravity, water};
 
     auto* linear = new CKwAnalysis(1, QStringLiteral("Linear Static"), CKwAnalysis::LinearStatic);
     linear->AddSubCase(new CKwSubCase(1, QStringLiteral("Subcase 1")));
@@ -161,7 +200,16 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     t1->SetNonlinearSetup(setup2);
     nlTransient->AddSubCase(t1);
 
-    for (CKwAnalysis* a : {linear, nlStatic, nlTransient}) {
+    // A response spectrum and an explicit analysis: loads and constraints that suit only one
+    // kind of analysis can be tried against each.
+    auto* spectrum = new CKwAnalysis(4, QStringLiteral("Response Spectrum"),
+                                     CKwAnalysis::ResponseSpectrum);
+    spectrum->AddSubCase(new CKwSubCase(1, QStringLiteral("Base excitation")));
+    auto* explicitDyn = new CKwAnalysis(5, QStringLiteral("Explicit Dynamics"),
+                                        CKwAnalysis::ExplicitDynamics);
+    explicitDyn->AddSubCase(new CKwSubCase(1, QStringLiteral("Drop")));
+
+    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn}) {
         a->SetMesh(m->m_mesh);
         m->m_analyses.append(a);
     }

@@ -1,8 +1,10 @@
 #include "KW_UOM.h"
 
 #include "CKwXMLUtils.h"
+#include "KwNumbers.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -42,14 +44,20 @@ const UnitRow kRows[] = {
     {KwUnitKind::Acceleration, {1, 1e3, 1 / kIn}, {0, 0, 0}, {"m/s^2", "mm/s^2", "in/s^2"}},
     {KwUnitKind::Energy, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"J", "mJ", "lbf in"}},
     {KwUnitKind::Stiffness, {1, 1e-3, kIn / kLbf}, {0, 0, 0}, {"N/m", "N/mm", "lbf/in"}},
-    {KwUnitKind::ThermalConductivity, {1, 1, 1 / (kLbf / (1.8))}, {0, 0, 0},
+    // A quantity per kelvin is 1/1.8 of itself per degree Fahrenheit.
+    {KwUnitKind::ThermalConductivity, {1, 1, 1 / (kLbf * 1.8)}, {0, 0, 0},
      {"W/(m K)", "mW/(mm C)", "lbf/(s F)"}},
     {KwUnitKind::ThermalExpansion, {1, 1, 1 / 1.8}, {0, 0, 0}, {"1/K", "1/C", "1/F"}},
     {KwUnitKind::Angle, {180 / kPi, 180 / kPi, 180 / kPi}, {0, 0, 0}, {"deg", "deg", "deg"}},
     {KwUnitKind::AngularVelocity, {1, 1, 1}, {0, 0, 0}, {"rad/s", "rad/s", "rad/s"}},
-    {KwUnitKind::SpecificHeat, {1, 1e6, 1 / (kIn * kIn / 1.8)}, {0, 0, 0},
+    {KwUnitKind::SpecificHeat, {1, 1e6, 1 / (kIn * kIn * 1.8)}, {0, 0, 0},
      {"J/(kg K)", "mm^2/(s^2 C)", "in^2/(s^2 F)"}},
     {KwUnitKind::HeatFlux, {1, 1e-3, kIn / kLbf}, {0, 0, 0}, {"W/m^2", "mW/mm^2", "lbf/(in s)"}},
+    // W/(m^2 K) = N/(m s K); a temperature difference of 1 C is one of 1 K.
+    {KwUnitKind::ConvectionCoefficient, {1, 1e-3, kIn / (kLbf * 1.8)}, {0, 0, 0},
+     {"W/(m^2 K)", "mW/(mm^2 C)", "lbf/(in s F)"}},
+    {KwUnitKind::Power, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"W", "mW", "lbf in/s"}},
+    {KwUnitKind::AngularAcceleration, {1, 1, 1}, {0, 0, 0}, {"rad/s^2", "rad/s^2", "rad/s^2"}},
 };
 
 const UnitRow* findRow(int kind)
@@ -139,4 +147,52 @@ QString KW_UOM::GetErrorMessageForUnit(const QString& text, int unitKind) const
                QStringLiteral("Units"), QStringLiteral("InvalidNumberInUnit"),
                QStringLiteral("'%1' is not a valid number. Enter a number in %2."))
         .arg(shown, units);
+}
+
+double KW_UOM::ParseQuantity(const QString& text, int unitKind, int* status,
+                             QString* unitSeen) const
+{
+    int dummy = 0;
+    int& st = status ? *status : dummy;
+    QString body = text.trimmed();
+    if (body.isEmpty()) {
+        st = ParseEmpty;
+        return MissingDouble;
+    }
+    if (const UnitRow* r = findRow(unitKind)) {
+        // The longest label that ends the text: "MPa" before "Pa".
+        const char* best = nullptr;
+        for (const char* candidate : r->label) {
+            const QString label = QString::fromLatin1(candidate);
+            if (body.endsWith(label) &&
+                (!best || label.size() > static_cast<int>(std::strlen(best))))
+                best = candidate;
+        }
+        if (best) {
+            const QString label = QString::fromLatin1(best);
+            const QString number = body.left(body.size() - label.size());
+            // Only a number before the label makes it a unit: "1e5 N mm" is, "N mm" alone is
+            // not.
+            if (IsNumber(number)) {
+                if (label != QString::fromLatin1(r->label[static_cast<int>(m_system)])) {
+                    if (unitSeen)
+                        *unitSeen = label;
+                    st = ParseWrongUnit;
+                    return MissingDouble;
+                }
+                body = number;
+            }
+        }
+    }
+    if (!IsNumber(body)) {
+        st = ParseNotNumber;
+        return MissingDouble;
+    }
+    const double v = ToInternalValue(KwAtof(body), unitKind);
+    if (!std::isfinite(v)) {
+        st = ParseOutOfRange;
+        return MissingDouble;
+    }
+    st = ParseOk;
+    return v;
 }

@@ -19,7 +19,9 @@ const int kAllKinds[] = {KwUnitKind::Stress,   KwUnitKind::Force,
                          KwUnitKind::Stiffness, KwUnitKind::ThermalConductivity,
                          KwUnitKind::ThermalExpansion, KwUnitKind::Angle,
                          KwUnitKind::AngularVelocity, KwUnitKind::SpecificHeat,
-                         KwUnitKind::HeatFlux, KwUnitKind::Dimensionless};
+                         KwUnitKind::HeatFlux, KwUnitKind::ConvectionCoefficient,
+                         KwUnitKind::Power, KwUnitKind::AngularAcceleration,
+                         KwUnitKind::Dimensionless};
 } // namespace
 
 TEST(Units, knownValuesConvertCorrectly)

@@ -73,20 +73,23 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_materials.size(), 2);
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
-    EXPECT_EQ(m->m_loads.size(), 1);
-    ASSERT_EQ(m->m_analyses.size(), 3);
+    EXPECT_EQ(m->m_loads.size(), 6);
+    ASSERT_EQ(m->m_analyses.size(), 5);
     EXPECT_EQ(m->m_mesh->Elements().size(), 32u);
     EXPECT_EQ(m->m_mesh->Nodes().size(), 81u);
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
-    for (int i = 1; i < 3; ++i) {
+    for (int i = 1; i < 5; ++i) {
         const CKwAnalysis* a = m->m_analyses.at(i);
         EXPECT_FALSE(a->HasResultSet());
         EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
         ASSERT_FALSE(a->GetSubCases().isEmpty());
-        EXPECT_NE(a->GetSubCases().first()->GetNonlinearSetup(), nullptr);
+        // Only the nonlinear analyses carry nonlinear setups.
+        EXPECT_EQ(a->GetSubCases().first()->GetNonlinearSetup() != nullptr, i < 3);
     }
+    EXPECT_EQ(m->m_analyses.at(3)->GetAnalysisTypeCode(), CKwAnalysis::ResponseSpectrum);
+    EXPECT_TRUE(m->m_analyses.at(4)->IsExplicitAnalysis());
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));

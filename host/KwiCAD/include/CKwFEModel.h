@@ -27,8 +27,9 @@ public:
     QString GetTypeName() const override { return QStringLiteral("FE Model"); }
 
     // The built-in sample model: a bracket part, a hexahedral mesh, two materials, a shell and
-    // a beam property, a constraint, a load, and three analyses (linear static with results,
-    // nonlinear static and nonlinear transient with subcases and nonlinear setups).
+    // a beam property, a constraint, loads of several types, three tables they may depend on,
+    // and five analyses (linear static with results, nonlinear static and nonlinear transient
+    // with subcases and nonlinear setups, response spectrum, explicit dynamics).
     static CKwFEModel* CreateSampleModel();
 
     QList<CKwUIEntity*> m_geometry;
@@ -43,6 +44,14 @@ public:
     // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
     QList<CKwTable*> m_tables;
     QList<CKwXYPlot*> m_xyPlots;
+    // Point tables that loads name by id (KwTableLookup.h answers through this list).
+    struct TableRef
+    {
+        int id = 0;
+        int use = 0; // KwTableLookup::Use
+        QString name;
+    };
+    QList<TableRef> m_tableRefs;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.

@@ -32,6 +32,9 @@ enum : int {
     AngularVelocity = 21,
     SpecificHeat = 22,
     HeatFlux = 23,
+    ConvectionCoefficient = 24,
+    Power = 25,
+    AngularAcceleration = 26,
 };
 }
 
@@ -60,6 +63,18 @@ public:
     QString GetErrorMessageForUnit(const QString& text, int unitKind) const;
     // True for the kinds this class converts.
     static bool IsKnownKind(int unitKind);
+
+    // How ParseQuantity read a field.
+    enum ParseStatus { ParseOk = 0, ParseEmpty = 1, ParseNotNumber = 2, ParseWrongUnit = 3,
+                       ParseOutOfRange = 4 };
+    // Reads a typed quantity: a number, optionally followed by this system's unit label of the
+    // kind ("12.5", "12.5 MPa" in mm-N-MPa). A label of another system ("3 lbf" here) is
+    // ParseWrongUnit with that label in *unitSeen, so the user is told instead of the number
+    // being taken in the wrong unit. A number whose internal value is not finite is
+    // ParseOutOfRange. Returns the internal value, or MissingDouble when the status is not
+    // ParseOk.
+    double ParseQuantity(const QString& text, int unitKind, int* status,
+                         QString* unitSeen = nullptr) const;
 
 private:
     // display = internal * scale + offset

@@ -1,0 +1,447 @@
+#include "CKwMFCUILoad.h"
+
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwHideMembersButton.h"
+#include "CKwMFCNodeElemSelectionBox.h"
+#include "KW_UOM.h"
+#include "KwControls.h"
+#include "KwTableLookup.h"
+#include "ui_CKwMFCUILoad.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QFileDialog>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+using T = KwTextTarget;
+using L = CKwUILoad;
+constexpr unsigned kEdit = KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTip;
+
+// Control codes of the logic -> controls of template 370.
+constexpr KwControlCode kControlCodes[] = {
+    {L::CodeName, 273, kEdit},
+    {L::CodeID, 274, kEdit},
+    {L::CodeTypeItems, 1417, KwCodeOp::Items},
+    {L::CodeSubtypeItems, 7420, KwCodeOp::Items},
+    {L::CodeMagnitude, 7432, kEdit},
+    {L::CodeMagnitudeLabel, 7431, KwCodeOp::Text},
+    {L::CodeDirectionX, 7434, kEdit},
+    {L::CodeDirectionX + 1, 7435, kEdit},
+    {L::CodeDirectionX + 2, 7436, kEdit},
+    {L::CodeLocationX, 7453, kEdit},
+    {L::CodeLocationX + 1, 7454, kEdit},
+    {L::CodeLocationX + 2, 7455, kEdit},
+    {L::CodeSubcaseItems, 1535, KwCodeOp::Items},
+    {L::CodeSubcaseSelection, 1535, KwCodeOp::Select},
+    {L::CodeAmbientTemperature, 7440, kEdit},
+    {L::CodeConvectionCoefficient, 7442, kEdit},
+    {L::CodeAbsorptivity, 7444, kEdit},
+    {L::CodeEntities, 1406, KwCodeOp::ToolTip},
+    {L::CodeEmissivity, 7446, kEdit},
+    {L::CodeLocationEntity, 7452, KwCodeOp::ToolTip},
+    {L::CodeColor, 1734, KwCodeOp::Color},
+    {L::CodeTimeTables, 7482, KwCodeOp::Items},
+    {L::CodeTemperatureTables, 7486, KwCodeOp::Items},
+    {L::CodeResultsFile, 7457, kEdit},
+    {L::CodeAmbientLabel, 7439, KwCodeOp::Text},
+};
+
+// Fields of the logic shown by controls that have no control code.
+constexpr KwValueBinding kBindings[] = {
+    {L::FieldType, 1417, KwBind::TypeCombo},
+    {L::FieldSubtype, 7420, KwBind::ComboIndex},
+    {L::FieldDistribution, 7437, KwBind::RadioGroup, 2},
+    {L::FieldLocationMode, 7449, KwBind::RadioGroup, 3},
+    {L::FieldTimeDependent, 7481, KwBind::Check},
+    {L::FieldTemperatureDependent, 7485, KwBind::Check},
+    {L::FieldSize, 1728, KwBind::Slider},
+    {L::FieldDensity, 1730, KwBind::Slider},
+    {L::FieldColor, 1734, KwBind::Color},
+};
+
+// Panel rows of template 370.
+constexpr int kSubtype = 7420, kMagnitude = 7490, kDirection = 7491, kDistribution = 7492,
+              kAmbient = 7493, kConvection = 7494, kRadiation = 7495, kLocation = 7496,
+              kResults = 7497;
+
+constexpr KwTextRow kTexts[] = {
+    {1419, "General", "LabelName", "Name", true},
+    {343, "General", "LabelID", "ID", true},
+    {342, "General", "LabelType", "Type", true},
+    {7408, "Subcases", "TreeCategoryText", "Subcases", true, KwTextLookup::Tree},
+    {1498, "Constraints", "LabelSelectedEntities", "Selected Entities"},
+    {1726, "Load", "GroupDisplay", "Display Options"},
+    {1727, "General", "LabelSize", "Size"},
+    {1729, "General", "LabelDensity", "Density"},
+    {1731, "General", "LabelColor", "Color"},
+    {7468, "PhysicalProperties", "RadioStructuralMember", "Structural Member"},
+    {1417, "Loads", "TooltipSelectType", "Select the type of Load", T::ToolTip},
+    {7480, "Loads", "GroupAdvancedOptions", "Advanced Options"},
+    {7430, "Loads", "GroupLoadSpecs", "&Load Definition"},
+    {7433, "Loads", "LabelDirection", "Direction", true},
+    {7437, "Loads", "TotalForce", "Total Force"},
+    {7438, "Loads", "TotalForcePerEntity", "Force per Entity"},
+    {7441, "Loads", "LabelConvectionCoefficient", "Convection Coefficient", T::UnitLabel,
+     KwTextLookup::Prop, KwUnitKind::ConvectionCoefficient},
+    {7443, "Loads", "LabelRadiationabsorptivity", "Absorptivity", true},
+    {7445, "Loads", "LabelRadiationemisivity", "Emissivity", true},
+    {7448, "Loads", "OptionSelectionType", "Selection Type", true},
+    {7449, "Loads", "OptionSelectVertexPoint", "Vertex/Point"},
+    {7450, "Loads", "OptionSelectNode", "Node"},
+    {7451, "General", "LabelCoordinates", "Coordinates"},
+    {7459, "General", "LabelCoordinates", "Coordinates", T::UnitLabel, KwTextLookup::Prop,
+     KwUnitKind::Length},
+    {7456, "Loads", "LabelFlowEFDResultsFile", "Results File", true},
+    {7481, "Loads", "CheckboxTimeDependence", "Time Dependence"},
+    {7485, "Loads", "EnterCheckboxTemperatureTableData", "Temperature Dependence"},
+    {7483, "Loads", "ButtonEditTableData", "Edit Table Data"},
+    {7487, "Loads", "ButtonEditTableData", "Edit Table Data"},
+    {7484, "Loads", "ButtonDefineNewTable", "Define New Table"},
+    {7488, "Loads", "ButtonDefineNewTable", "Define New Table"},
+    {1, "General", "ButtonOk", "OK"},
+    {2, "General", "ButtonCancel", "Cancel"},
+};
+
+// The panel table follows the logic's type list: each type's controls, its filter and prompt.
+std::span<const KwTypePanel> panelTable()
+{
+    static const std::vector<KwTypePanel> table = [] {
+        std::vector<KwTypePanel> t;
+        int count = 0;
+        const KwLoadTypeRow* rows = CKwUILoad::GetTypeRows(&count);
+        for (int i = 0; i < count; ++i) {
+            const KwLoadTypeRow& r = rows[i];
+            if (r.code < 0)
+                continue;
+            std::array<int, 4> p{};
+            const bool dist = r.flags & KwLoadFlag::Distribution;
+            switch (r.panel) {
+            case KwLoadPanel::Vector: p = {kMagnitude, kDirection, dist ? kDistribution : 0}; break;
+            case KwLoadPanel::Convection: p = {kAmbient, kConvection}; break;
+            case KwLoadPanel::Radiation: p = {kAmbient, kRadiation}; break;
+            case KwLoadPanel::RemoteForce:
+            case KwLoadPanel::Rotational:
+            case KwLoadPanel::Hydrostatic: p = {kMagnitude, kDirection, kLocation}; break;
+            case KwLoadPanel::Bearing: p = {kMagnitude, kDirection}; break;
+            case KwLoadPanel::FromOutput: p = {kResults}; break;
+            case KwLoadPanel::Enforced:
+            case KwLoadPanel::Initial: p = {kSubtype, kMagnitude, kDirection}; break;
+            default: p = {kMagnitude}; break;
+            }
+            t.push_back({r.code, p, r.accepts, 0, {r.promptSection, r.promptKey, r.promptEnglish},
+                         {}, KwPanelFlag::Refill});
+        }
+        return t;
+    }();
+    return table;
+}
+
+// The load types refused in explicit analyses, by code: moment, rotational force, distributed,
+// remote, bearing and hydrostatic loads.
+constexpr unsigned long long kRefusedInExplicit = 0x2000072002ull;
+
+constexpr unsigned kLocationByVertex = 0x6; // vertices and points
+constexpr unsigned kLocationByNode = 0x100;
+
+} // namespace
+
+const char* CKwMFCUILoad::ResultsFileFilter()
+{
+    return "FNO Binary Results Files (*.fno)|*.fno|CFD Study Results Files (*.cfdst)|*.cfdst";
+}
+
+CKwMFCUILoad::CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int, CFMView* view,
+                           KW_UOM* units, CKwAnalysis* analysis, QWidget* parent)
+    : CKwMFCUIBase(370, view, parent), m_ui(std::make_unique<Ui::CKwMFCUILoad>())
+{
+    m_ui->setupUi(this);
+    SetControlCodes(kControlCodes);
+    SetValueBindings(kBindings);
+    SetTextTable(kTexts);
+    SetTypePanels(panelTable(), CodeEntities);
+    SetSubcaseList(1535, CodeSubcaseSelection);
+    SetUnitSystem(units);
+    m_ui->hideMembers->SetToolTips(
+        {"Loads", "ToolTipHideStructuralMember", "Hide all bodies"},
+        {"Loads", "ToolTipShowStructuralMember", "Show all bodies"});
+    connect(m_ui->hideMembers, &CKwHideMembersButton::membersShownChanged, this,
+            [this](bool shown) {
+                if (CFMView* v = GetFMView())
+                    v->HideBodies(CFMView::BodyStructuralMembers | CFMView::BodySolids,
+                                  shown ? 0 : 1);
+                update();
+            });
+    connect(m_ui->advancedToggle, &QPushButton::clicked, this,
+            &CKwMFCUILoad::ToggleAdvancedOptions);
+    connect(m_ui->browse, &QPushButton::clicked, this, &CKwMFCUILoad::BrowseResultsFile);
+    connect(m_ui->subtype, &QComboBox::currentIndexChanged, this, &CKwMFCUILoad::onSubtype);
+    connect(m_ui->timeTables, &QComboBox::currentIndexChanged, this,
+            [this](int row) { onTableRow(KwTableLookup::Time, row); });
+    connect(m_ui->tempTables, &QComboBox::currentIndexChanged, this,
+            [this](int row) { onTableRow(KwTableLookup::Temperature, row); });
+    connect(m_ui->newTime, &QPushButton::clicked, this,
+            [this] { defineNewTable(KwTableLookup::Time); });
+    connect(m_ui->newTemp, &QPushButton::clicked, this,
+            [this] { defineNewTable(KwTableLookup::Temperature); });
+    for (QAbstractButton* b : {static_cast<QAbstractButton*>(m_ui->byVertex),
+                               static_cast<QAbstractButton*>(m_ui->byNode),
+                               static_cast<QAbstractButton*>(m_ui->byCoordinates)})
+        connect(b, &QAbstractButton::toggled, this, [this](bool on) {
+            if (on)
+                onLocationMode();
+        });
+    SetAnalysis(analysis);
+    OnCreate(view, load, subcase);
+}
+
+CKwMFCUILoad::~CKwMFCUILoad() = default;
+
+CKwMFCNodeElemSelectionBox* CKwMFCUILoad::GetSelectionBox() const { return m_ui->selection; }
+CKwMFCNodeElemSelectionBox* CKwMFCUILoad::GetLocationBox() const { return m_ui->locationBox; }
+bool CKwMFCUILoad::IsAdvancedShown() const { return !m_ui->groupAdvanced->isHidden(); }
+
+bool CKwMFCUILoad::OnInitDialog()
+{
+    SetupSelectionBox(m_ui->selection, 0x56, 128);
+    m_ui->locationBox->SetSingleSelection(true);
+    m_ui->locationBox->SetFilter(kLocationByVertex);
+    RegisterSelectionBox(m_ui->locationBox);
+    // Clicking into a box makes it the target of picks.
+    m_ui->selection->installEventFilter(this);
+    m_ui->locationBox->installEventFilter(this);
+    {
+        const QSignalBlocker b1(m_ui->size), b2(m_ui->density);
+        m_ui->size->setRange(1, 10);
+        m_ui->density->setRange(1, 20);
+    }
+    return CKwMFCUIBase::OnInitDialog();
+}
+
+bool CKwMFCUILoad::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        if (watched == m_ui->locationBox && SetValue(FieldPickTarget, PickLocation))
+            SetActiveSelectionBox(m_ui->locationBox);
+        else if (watched == m_ui->selection) {
+            SetValue(FieldPickTarget, PickEntities);
+            SetActiveSelectionBox(m_ui->selection);
+        }
+    }
+    return CKwMFCUIBase::eventFilter(watched, event);
+}
+
+void CKwMFCUILoad::OnObjectDataLoaded()
+{
+    CKwMFCUIBase::OnObjectDataLoaded();
+    showTypeExtras();
+}
+
+void CKwMFCUILoad::SetTextToCurrentLang()
+{
+    CKwMFCUIBase::SetTextToCurrentLang();
+    // The logic's texts: type names, captions with units, prompts.
+    if (m_ui->type->count() > 0) {
+        const QStringList types = GetTypeItems();
+        SetControlItems(CodeTypeItems, static_cast<int>(types.size()), types.constData());
+        SelectTypeFromEntity();
+        showTypeExtras();
+    }
+}
+
+int CKwMFCUILoad::OnTypeRowChosen(int row)
+{
+    // A heading cannot stay chosen: the row below it is taken.
+    return IsHeadingRow(row) ? row + 1 : row;
+}
+
+void CKwMFCUILoad::showTypeExtras()
+{
+    const CKwLoad* l = GetEditObject();
+    const KwLoadTypeRow* row = l ? GetTypeRow(l->m_type) : nullptr;
+    if (!row)
+        return;
+    const unsigned flags = row->flags;
+    m_ui->timeDep->setEnabled(flags & KwLoadFlag::TimeTable);
+    m_ui->timeTables->setEnabled(flags & KwLoadFlag::TimeTable);
+    m_ui->newTime->setEnabled(flags & KwLoadFlag::TimeTable);
+    m_ui->tempDep->setEnabled(flags & KwLoadFlag::TemperatureTable);
+    m_ui->tempTables->setEnabled(flags & KwLoadFlag::TemperatureTable);
+    m_ui->newTemp->setEnabled(flags & KwLoadFlag::TemperatureTable);
+    // The table dialogs come with the point tables; until then a table is chosen, not edited.
+    m_ui->editTime->setEnabled(false);
+    m_ui->editTemp->setEnabled(false);
+    for (const auto& [combo, use, id] :
+         {std::tuple{m_ui->timeTables, int(KwTableLookup::Time), l->m_timeTableId},
+          std::tuple{m_ui->tempTables, int(KwTableLookup::Temperature),
+                     l->m_temperatureTableId}}) {
+        const QSignalBlocker b(combo);
+        combo->setCurrentIndex(GetRowOfTable(use, id));
+    }
+    if (row->code == CKwLoad::EnforcedMotion)
+        m_ui->subtype->setToolTip(
+            KwPropText("Loads", "TooltipSubTypeEnforced", "Enforced Motion Types"));
+    else if (row->code == CKwLoad::InitialCondition)
+        m_ui->subtype->setToolTip(
+            KwPropText("Loads", "TooltipSubTypeInitial", "Initial Condition Types"));
+    if (flags & KwLoadFlag::Location) {
+        QString where, typed;
+        switch (row->panel) {
+        case KwLoadPanel::RemoteForce:
+            where = KwPropText("Loads", "LabelRemoteForceLocation", "Remote Force Location");
+            typed = KwPropText("Loads", "ToolTipEnterRemoteForceCoordinates",
+                               "Enter coordinates of remote force location");
+            break;
+        case KwLoadPanel::Rotational:
+            where = KwPropText("Loads", "LabelOrigin", "Origin");
+            typed = KwPropText("Loads", "ToolTipEnterRotationalForceCoordinates",
+                               "Enter coordinates for Axis origin");
+            break;
+        default:
+            where = KwPropText("Loads", "LabelPointOnFluidSurface", "Point on Fluid Surface");
+            typed = KwPropText("Loads", "ToolTipEnterFluidSurfaceCoordinates",
+                               "Enter coordinates of a point on the fluid surface");
+            break;
+        }
+        m_ui->labelLocation->setText(where);
+        for (QWidget* e : {m_ui->locX, m_ui->locY, m_ui->locZ})
+            e->setToolTip(typed);
+        m_ui->byNode->setVisible(flags & KwLoadFlag::LocationByNode);
+        if (row->panel == KwLoadPanel::Rotational)
+            m_ui->labelDirection->setText(
+                KwLabel(KwPropText("Loads", "LabelRotationalVectorComp", "Rotational Vector")));
+        else
+            m_ui->labelDirection->setText(
+                KwLabel(KwPropText("Loads", "LabelDirection", "Direction")));
+        onLocationMode();
+    } else {
+        m_ui->labelDirection->setText(KwLabel(KwPropText("Loads", "LabelDirection", "Direction")));
+        SetValue(FieldPickTarget, PickEntities);
+        SetActiveSelectionBox(m_ui->selection);
+    }
+}
+
+void CKwMFCUILoad::onLocationMode()
+{
+    // Runs from the radio buttons before or after their binding: the buttons decide.
+    int mode = m_ui->byCoordinates->isChecked() ? CKwLoad::LocationCoordinates
+               : m_ui->byNode->isChecked()      ? CKwLoad::LocationNode
+                                                : CKwLoad::LocationVertexOrPoint;
+    if (!SetValue(FieldLocationMode, mode))
+        GetValue(FieldLocationMode, mode);
+    const bool typed = mode == CKwLoad::LocationCoordinates;
+    for (QWidget* w : {static_cast<QWidget*>(m_ui->locX), static_cast<QWidget*>(m_ui->locY),
+                       static_cast<QWidget*>(m_ui->locZ),
+                       static_cast<QWidget*>(m_ui->labelCoordinates)})
+        w->setEnabled(typed);
+    m_ui->locationBox->setEnabled(!typed);
+    m_ui->locationBox->SetFilter(mode == CKwLoad::LocationNode ? kLocationByNode
+                                                               : kLocationByVertex);
+    if (!GetEditObject() || !GetEditObject()->m_locationEntity)
+        m_ui->locationBox->ResetContent();
+    if (typed) {
+        SetValue(FieldPickTarget, PickEntities);
+        SetActiveSelectionBox(m_ui->selection);
+    }
+}
+
+void CKwMFCUILoad::OnTypeChanged(int type)
+{
+    const CKwAnalysis* analysis = GetAnalysis();
+    const int code = analysis ? analysis->GetAnalysisTypeCode() : 0;
+    const bool isExplicit = IsExplicitAnalysis();
+    if (type == CKwLoad::EnforcedMotion && code == CKwAnalysis::NonlinearTransient)
+        ShowAdvisory("Loads", "EnforcedMotionLoadNotSupported",
+                     "Enforced Motion Loads not supported in Nonlinear Transient Response "
+                     "analysis.");
+    if (type == CKwLoad::PressurePulse && !isExplicit)
+        ShowAdvisory("FEModel", "IncompatibleLoadForAnalysis",
+                     "The load selected is not compatible with this analysis.");
+    if (isExplicit && type >= 0 && type <= 37 && ((kRefusedInExplicit >> type) & 1u)) {
+        // Moment is looked up with key and default exchanged; a language without a "Moment"
+        // entry names it by the text "DropDownMoment".
+        const QString name = type == CKwLoad::Moment
+                                 ? KwPropText("Loads", "Moment", "DropDownMoment")
+                                 : GetTypeName(type);
+        if (CFMView* view = GetFMView())
+            view->ShowBubbleToolTipWarning(
+                KwErrText("Loads", "LoadNotSupportedInExplicitAnalyses",
+                          "%s not supported in Explicit analyses.")
+                    .replace(QStringLiteral("%s"), name),
+                0);
+    }
+    if (isExplicit && type == CKwLoad::FromOutput)
+        ShowAdvisory("Loads", "FromOutputLoadNotSupportedExplicit",
+                     "'From Output' load not supported in Explicit analyses.");
+    showTypeExtras();
+}
+
+void CKwMFCUILoad::onSubtype(int row)
+{
+    int type = -1;
+    GetValue(FieldType, type);
+    if (type != CKwLoad::InitialCondition || !IsExplicitAnalysis())
+        return;
+    if (row == CKwLoad::InitialAcceleration)
+        ShowAdvisory("Loads", "InitialAccelerationNotSupportedExplicit",
+                     "Inital Acceleration not supported in Explicit Dynamics analysis.");
+    else if (row == CKwLoad::InitialAngularAcceleration)
+        ShowAdvisory("Loads", "InitialAngularAccelerationNotSupportedExplicit",
+                     "Inital Angular Acceleration not supported in Explicit Dynamics analysis.");
+}
+
+void CKwMFCUILoad::onTableRow(int use, int row)
+{
+    const int id = GetTableIdAtRow(use, row);
+    if (id < 0) { // "New Table"
+        defineNewTable(use);
+        return;
+    }
+    SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);
+}
+
+void CKwMFCUILoad::defineNewTable(int use)
+{
+    // A new, empty table of this use; its points are entered in the table dialog.
+    CKwFEModel* model = GetModel();
+    if (!model)
+        return;
+    const int count = static_cast<int>(KwTableLookup::List(model, use).size());
+    const int id = KwTableLookup::Add(
+        model, use, KwPropText("Loads", "DropDownNewTable", "New Table") +
+                        QStringLiteral(" %1").arg(count + 1));
+    LoadTableItems();
+    SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);
+    SetValue(use == KwTableLookup::Time ? FieldTimeDependent : FieldTemperatureDependent, 1);
+    FillBoundControls();
+    showTypeExtras();
+}
+
+void CKwMFCUILoad::ToggleAdvancedOptions()
+{
+    const bool show = m_ui->groupAdvanced->isHidden();
+    m_ui->groupAdvanced->setVisible(show);
+    m_ui->advancedToggle->setText(show ? QStringLiteral(" <<") : QStringLiteral(" >>"));
+    adjustSize();
+}
+
+void CKwMFCUILoad::BrowseResultsFile()
+{
+    // The filter is kept in the form "name|pattern|name|pattern".
+    const QStringList parts = QString::fromLatin1(ResultsFileFilter()).split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << parts[i];
+    QFileDialog dlg(this, KwPropText("Loads", "LabelFlowEFDResultsFile", "Results File"));
+    dlg.setAcceptMode(QFileDialog::AcceptOpen);
+    dlg.setFileMode(QFileDialog::ExistingFile);
+    dlg.setNameFilters(filters);
+    dlg.setDefaultSuffix(QStringLiteral("fno"));
+    dlg.setOption(QFileDialog::DontUseNativeDialog, true);
+    if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty())
+        return;
+    SetControlText(CodeResultsFile, dlg.selectedFiles().first());
+}

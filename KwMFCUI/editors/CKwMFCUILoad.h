@@ -1,0 +1,58 @@
+#pragma once
+// The load editor: type (grouped under headings), subtype, magnitude in the current units,
+// direction, total force or force per entity, thermal values, a location picked or typed, a
+// results file, time and temperature tables, subcases and display options. Its logic half is
+// CKwUILoad, which owns the type list and fills and reads the controls through the control
+// codes of this editor's table.
+#include "CKwMFCUIBase.h"
+#include "CKwUILoad.h"
+#include "KwMFCUIExport.h"
+
+#include <memory>
+
+class CKwSubCase;
+class CKwMFCNodeElemSelectionBox;
+class KW_UOM;
+
+namespace Ui {
+class CKwMFCUILoad;
+}
+
+class KWMFCUI_EXPORT CKwMFCUILoad : public CKwMFCUIBase, public CKwUILoad
+{
+    Q_OBJECT
+public:
+    // The open-file filter of the results file, rows separated by '|'.
+    static const char* ResultsFileFilter();
+
+    CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int option, CFMView* view,
+                 KW_UOM* units = nullptr, CKwAnalysis* analysis = nullptr,
+                 QWidget* parent = nullptr);
+    ~CKwMFCUILoad() override;
+
+    CKwMFCNodeElemSelectionBox* GetSelectionBox() const;
+    CKwMFCNodeElemSelectionBox* GetLocationBox() const;
+    bool IsAdvancedShown() const;
+    // The " <<" button: hides or shows the advanced part.
+    void ToggleAdvancedOptions();
+    // Opens the results-file dialog and takes the chosen file.
+    void BrowseResultsFile();
+
+    void OnObjectDataLoaded() override;
+    void SetTextToCurrentLang() override;
+
+protected:
+    bool OnInitDialog() override;
+    int OnTypeRowChosen(int row) override;
+    void OnTypeChanged(int type) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void showTypeExtras();
+    void onSubtype(int row);
+    void onTableRow(int use, int row);
+    void defineNewTable(int use);
+    void onLocationMode();
+
+    std::unique_ptr<Ui::CKwMFCUILoad> m_ui;
+};

@@ -1,0 +1,176 @@
+// The load editor through LaunchDialog kind 0: heading rows, advisories per analysis, picks of
+// entities and of a location, OK writing the model, the advanced part and the results file.
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwMFCNodeElemSelectionBox.h"
+#include "CKwMFCUILoad.h"
+#include "CKwTreeManager.h"
+#include "CKwUIEntity.h"
+#include "CKwXMLUtils.h"
+#include "KwControls.h"
+#include "KwTestSupport.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFocusEvent>
+#include <QLineEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class LoadEditor : public ::testing::Test
+{
+protected:
+    void SetUp() override { kwtest::IsolateSettings(); }
+
+    CKwMFCUILoad* open(int analysis = 0, CKwLoad* load = nullptr)
+    {
+        DialogLaunchRequest r = host.Request(0);
+        r.object = load;
+        r.analysis = host.model->m_analyses.at(analysis);
+        LaunchDialog(&r);
+        auto* d = dynamic_cast<CKwMFCUILoad*>(host.view->GetOpenDialog());
+        EXPECT_NE(d, nullptr);
+        return d;
+    }
+    void click(int kind, int id)
+    {
+        const QPointF at = host.view->ScreenPointOf(host.model->FindGeometry(kind, id));
+        ASSERT_GE(at.x(), 0) << "not drawn";
+        QTest::mouseClick(host.view.get(), Qt::LeftButton, Qt::NoModifier, at.toPoint());
+    }
+    static void choose(QWidget* d, int row) { KwControl<QComboBox>(d, 1417)->setCurrentIndex(row); }
+    static int row(QWidget* d) { return KwControl<QComboBox>(d, 1417)->currentIndex(); }
+
+    kwtest::Host host;
+};
+
+TEST_F(LoadEditor, headingsHandOnAndEachAnalysisAdvisesAgainstWhatItCannotTake)
+{
+    const QString notExplicit = QStringLiteral("%1 not supported in Explicit analyses.");
+    const struct { int analysis, row, taken; QString bubble; } cases[] = {
+        {4, 2, 2, notExplicit.arg("DropDownMoment")}, // key and default exchanged for Moment
+        {4, 5, 5, notExplicit.arg("Rotational Force")},
+        {4, 6, 6, notExplicit.arg("Distributed Load")},
+        {4, 7, 7, notExplicit.arg("Remote Force")},
+        {4, 8, 8, notExplicit.arg("Bearing Load")},
+        {4, 9, 9, notExplicit.arg("Hydrostatic Load")},
+        {4, 1, 1, ""},
+        {4, 10, 10, "'From Output' load not supported in Explicit analyses."},
+        {4, 12, 13, ""},
+        {2, 18, 19, "Enforced Motion Loads not supported in Nonlinear Transient Response analysis."},
+        {0, 11, 11, "The load selected is not compatible with this analysis."},
+        {4, 11, 11, ""},
+        {0, 20, 21, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.row);
+        CKwMFCUILoad* d = open(c.analysis);
+        host.view->ClearBubbleRecord();
+        choose(d, c.row);
+        EXPECT_EQ(row(d), c.taken);
+        EXPECT_EQ(d->GetEditObject()->m_type, CKwUILoad::TypeOfRow(c.taken));
+        EXPECT_EQ(host.view->GetLastBubbleText(), c.bubble);
+        d->OnCancel();
+    }
+    // Initial accelerations in an explicit analysis.
+    CKwMFCUILoad* d = open(4);
+    choose(d, 21);
+    host.view->ClearBubbleRecord();
+    KwControl<QComboBox>(d, 7420)->setCurrentIndex(CKwLoad::InitialAngularAcceleration);
+    EXPECT_EQ(host.view->GetLastBubbleText(),
+              "Inital Angular Acceleration not supported in Explicit Dynamics analysis.");
+}
+
+TEST_F(LoadEditor, okWritesThePickedLoadInInternalUnitsAndRefusesBadInput)
+{
+    CKwMFCUILoad* d = open();
+    const qsizetype before = host.model->m_loads.size();
+    const int refreshes = CKwTreeManager::GetRefreshCount();
+    choose(d, 1); // pressure
+    EXPECT_EQ(KwGetControlText(d, 7431), "Magnitude (MPa):");
+    EXPECT_EQ(d->GetSelectionBox()->GetFilter(), 0x40u);
+    click(CKwUIEntity::Face, 3);
+    KwControl<QLineEdit>(d, 7432)->setText("abc");
+    QTest::mouseClick(KwControl<QAbstractButton>(d, 1), Qt::LeftButton);
+    EXPECT_EQ(host.view->GetLastBubbleText(), "Magnitude (MPa) - \n 'Enter a number in MPa.'");
+    EXPECT_EQ(host.model->m_loads.size(), before);
+    EXPECT_EQ(host.view->GetOpenDialog(), d);
+
+    KwControl<QLineEdit>(d, 7432)->setText("0.3");
+    QTest::mouseClick(KwControl<QAbstractButton>(d, 1), Qt::LeftButton);
+    ASSERT_EQ(host.model->m_loads.size(), before + 1);
+    const CKwLoad* added = host.model->m_loads.last();
+    EXPECT_EQ(added->m_type, CKwLoad::Pressure);
+    EXPECT_DOUBLE_EQ(added->m_magnitude, 3.0e5);
+    EXPECT_EQ(added->m_entities,
+              QList<CKwUIEntity*>{host.model->FindGeometry(CKwUIEntity::Face, 3)});
+    EXPECT_EQ(CKwTreeManager::GetRefreshCount(), refreshes + 1);
+    EXPECT_EQ(host.view->GetOpenDialogCount(), 0);
+}
+
+TEST_F(LoadEditor, remoteForceTakesItsLocationFromTheLocationBox)
+{
+    CKwMFCUILoad* d = open();
+    choose(d, 7);
+    click(CKwUIEntity::Face, 3);
+    QFocusEvent focus(QEvent::FocusIn);
+    QApplication::sendEvent(d->GetLocationBox(), &focus);
+    EXPECT_EQ(d->GetLocationBox()->toolTip(), "Select Point/Vertex for remote force location");
+    host.view->SendPickEvent({host.model->FindGeometry(CKwUIEntity::Vertex, 2)}, false);
+    host.view->SendPickEvent({host.model->FindGeometry(CKwUIEntity::Vertex, 3)}, false);
+    EXPECT_EQ(d->GetLocationBox()->count(), 1);
+    EXPECT_EQ(d->GetEditObject()->m_locationEntity,
+              host.model->FindGeometry(CKwUIEntity::Vertex, 3));
+    EXPECT_EQ(d->GetEditObject()->m_entities.size(), 1);
+    KwControl<QAbstractButton>(d, 7451)->setChecked(true); // typed coordinates
+    EXPECT_EQ(d->GetEditObject()->m_locationEntity, nullptr);
+    EXPECT_FALSE(d->GetLocationBox()->isEnabled());
+}
+
+TEST_F(LoadEditor, advancedPartToggleAndResultsFileDialog)
+{
+    CKwMFCUILoad* d = open();
+    EXPECT_EQ(KwGetControlText(d, 7479), " <<");
+    d->ToggleAdvancedOptions();
+    EXPECT_FALSE(d->IsAdvancedShown());
+    EXPECT_EQ(KwGetControlText(d, 7479), " >>");
+    d->ToggleAdvancedOptions();
+    EXPECT_TRUE(d->IsAdvancedShown());
+
+    choose(d, 10);
+    QStringList filters;
+    QString suffix;
+    kwtest::AnswerModals([&] { d->BrowseResultsFile(); }, QMessageBox::Ok, [&](QWidget* w) {
+        if (auto* f = qobject_cast<QFileDialog*>(w)) {
+            filters = f->nameFilters();
+            suffix = f->defaultSuffix();
+        }
+    });
+    EXPECT_EQ(filters, (QStringList{"FNO Binary Results Files (*.fno)",
+                                    "CFD Study Results Files (*.cfdst)"}));
+    EXPECT_EQ(suffix, "fno");
+}
+
+TEST_F(LoadEditor, everyVisibleCaptionPassesThroughTheLanguageService)
+{
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
+    CKwMFCUILoad* d = open(0, host.model->m_loads.first());
+    QStringList bad = kwtest::UntranslatedCaptions(d);
+    for (int r : {5, 7, 9, 10, 15, 16, 19}) { // rotational, remote, hydrostatic, file, thermal
+        choose(d, r);
+        bad += kwtest::UntranslatedCaptions(d);
+    }
+    auto* type = KwControl<QComboBox>(d, 1417);
+    for (int i = 0; i < type->count(); ++i)
+        if (!type->itemText(i).contains(CKwXMLUtils::PseudoPrefix()))
+            bad << type->itemText(i);
+    CKwXMLUtils::SetCurrentLanguage("en");
+    EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
+}
+
+} // namespace
