@@ -145,7 +145,7 @@ CKwMFCUIApp& CKwMFCUIApp::Instance()
     return app;
 }
 
-QString CKwMFCUIApp::ProductDisplayName() { return QStringLiteral("KwFEA Studio"); }
+QString CKwMFCUIApp::ProductDisplayName() { return KwProductDisplayName(); }
 
 bool CKwMFCUIApp::InitInstance()
 {
