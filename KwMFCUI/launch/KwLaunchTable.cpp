@@ -3,11 +3,13 @@
 #include "CKwAboutDlg.h"
 #include "CKwFEBase.h"
 #include "CKwMFCUIMeshConvergencePlot.h"
+#include "CKwMFCUIMaterial.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
 #include "CKwNonlinearParametersDlg.h"
 #include "CKwNonlinearSetup.h"
+#include "CKwMaterial.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -41,6 +43,15 @@ CKwMFCDialog* makeRestraint(const KwLaunchArgs& a)
     return dlg;
 }
 
+// Kind 2: object is the material to edit (anything else edits a new one).
+CKwMFCDialog* makeMaterial(const KwLaunchArgs& a)
+{
+    auto* material = dynamic_cast<CKwMaterial*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIMaterial(a.view, a.units, material);
+    dlg->Create();
+    return dlg;
+}
+
 // Kind 70: object is the list of IDs (QList<int>) that do not exist.
 CKwMFCDialog* makeMsgDialog(const KwLaunchArgs& a)
 {
@@ -65,7 +76,7 @@ using H = KwLaunchHow;
 const KwLaunchEntry kTable[] = {
     {0, "CKwMFCUILoad", 370, H::Modeless, nullptr},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
-    {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr},
+    {2, "CKwMFCUIMaterial", 354, H::Modeless, makeMaterial},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},
