@@ -108,6 +108,11 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, nonlinear_parameters_transient, 53u, 2, non
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
+// Kind 2 on an object that is not a material: a new material editor, shown and filled.
+BENCHMARK_CAPTURE(BM_LaunchModeless, material_new, 2u, 1)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
 
 int main(int argc, char** argv)
 {

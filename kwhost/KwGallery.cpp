@@ -3,6 +3,9 @@
 
 #include "CFMView.h"
 #include "CKwDlgBase.h"
+#include "CKwFEModel.h"
+#include "CKwMaterial.h"
+#include "CKwOrthotropic3DDlg.h"
 #include "KwHostKinds.h"
 #include "CKwFEModel.h"
 #include "CKwMaterialNonlinearDialog.h"
@@ -168,5 +171,29 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         break;
     }
     KwSectionGallery(host, directory, result.written, result.titles);
+    // Plain dialogs that an editor opens: shown on a sample material, photographed, closed.
+    {
+        CKwMaterial material(1, QStringLiteral("Carbon/Epoxy"));
+        material.SetMaterialType(CKwMaterial::Orthotropic3D);
+        const std::pair<const char*, double> values[] = {
+            {"E1", 181e9}, {"E2", 10.3e9}, {"E3", 10.3e9}, {"NUXY", 0.28}, {"NUYZ", 0.49},
+            {"NUXZ", 0.28}, {"G12", 7.17e9}, {"G1Z", 7.17e9}, {"G2Z", 3.46e9}, {"XT", 1.5e9},
+            {"XC", 1.5e9}, {"YT", 40e6}, {"YC", 246e6}, {"S12", 68e6}};
+        for (const auto& [key, value] : values)
+            material.SetValue(QString::fromLatin1(key), value);
+        CKwOrthotropic3DDlg dlg(&material, nullptr, host->View());
+        QTimer::singleShot(0, &dlg, [&] {
+            QApplication::processEvents();
+            if (inspect)
+                inspect(2, &dlg);
+            const QString f =
+                QDir(directory).filePath(QStringLiteral("tmpl305-3d-orthotropic-definition.png"));
+            dlg.grab().save(f);
+            result.written << f;
+            result.titles << dlg.windowTitle();
+            dlg.OnCancel();
+        });
+        dlg.DoModal();
+    }
     return result;
 }

@@ -5,12 +5,14 @@
 #include "CKwFEBase.h"
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUILoad.h"
+#include "CKwMFCUIMaterial.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
 #include "CKwNonlinearParametersDlg.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwLoad.h"
+#include "CKwMaterial.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -56,6 +58,15 @@ CKwMFCDialog* makeLoad(const KwLaunchArgs& a)
     auto* load = dynamic_cast<CKwLoad*>(static_cast<CKwFEBase*>(a.object));
     auto* dlg = new CKwMFCUILoad(load, static_cast<CKwSubCase*>(a.context),
                                  static_cast<int>(a.option), a.view, a.units, a.analysis);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 2: object is the material to edit (anything else edits a new one).
+CKwMFCDialog* makeMaterial(const KwLaunchArgs& a)
+{
+    auto* material = dynamic_cast<CKwMaterial*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIMaterial(a.view, a.units, material);
     dlg->Create();
     return dlg;
 }
@@ -119,7 +130,7 @@ constexpr bool kShowsResults = true;
 const KwLaunchEntry kTable[] = {
     {0, "CKwMFCUILoad", 370, H::Modeless, makeLoad},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
-    {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr, R::UnlessOpenMaterialEditorTakesIt},
+    {2, "CKwMFCUIMaterial", 354, H::Modeless, makeMaterial, R::UnlessOpenMaterialEditorTakesIt},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},

@@ -2,7 +2,6 @@
 #include "CKwAnalysis.h"
 #include "CKwFEBase.h"
 #include "CKwLoad.h"
-#include "CKwMaterial.h"
 #include "CKwMeshModel.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
@@ -16,13 +15,6 @@
 
 CKwFEBase::CKwFEBase(int id, const QString& name) : m_id(id), m_name(name) {}
 CKwFEBase::~CKwFEBase() = default;
-
-CKwMaterial::CKwMaterial(int id, const QString& name)
-    : CKwFEBase(id, name), m_youngsModulus(MissingDouble), m_poissonRatio(MissingDouble),
-      m_density(MissingDouble), m_yieldStress(MissingDouble), m_thermalExpansion(MissingDouble),
-      m_conductivity(MissingDouble)
-{
-}
 
 CKwRestraint::CKwRestraint(int id, const QString& name)
     : CKwFEBase(id, name), m_temperature(MissingDouble)

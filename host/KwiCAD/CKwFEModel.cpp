@@ -63,19 +63,19 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     m->m_mesh->BuildBlock(8, 2, 2, 0.2, 0.05, 0.04);
 
     auto* steel = new CKwMaterial(1, QStringLiteral("Steel AISI 1020"));
-    steel->m_youngsModulus = 2.0e11;
-    steel->m_poissonRatio = 0.29;
-    steel->m_density = 7900.0;
-    steel->m_yieldStress = 3.5e8;
-    steel->m_thermalExpansion = 1.17e-5;
-    steel->m_conductivity = 51.9;
+    steel->SetValue("EX", 2.0e11);
+    steel->SetValue("NUXY", 0.29);
+    steel->SetValue("DENS", 7900.0);
+    steel->SetValue("SIGXY", 3.5e8);
+    steel->SetValue("ALPX", 1.17e-5);
+    steel->SetValue("KX", 51.9);
     auto* alu = new CKwMaterial(2, QStringLiteral("Aluminium 6061-T6"));
-    alu->m_youngsModulus = 6.9e10;
-    alu->m_poissonRatio = 0.33;
-    alu->m_density = 2700.0;
-    alu->m_yieldStress = 2.76e8;
-    alu->m_thermalExpansion = 2.36e-5;
-    alu->m_conductivity = 167.0;
+    alu->SetValue("EX", 6.9e10);
+    alu->SetValue("NUXY", 0.33);
+    alu->SetValue("DENS", 2700.0);
+    alu->SetValue("SIGXY", 2.76e8);
+    alu->SetValue("ALPX", 2.36e-5);
+    alu->SetValue("KX", 167.0);
     m->m_materials = {steel, alu};
 
     auto* shell = new CKwPhysicalProperty(1, QStringLiteral("Cover plate 3 mm"));

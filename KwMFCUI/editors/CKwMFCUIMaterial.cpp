@@ -1,0 +1,340 @@
+#include "CKwMFCUIMaterial.h"
+
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwiCKAddin.h"
+#include "KW_UOM.h"
+#include "KwControls.h"
+#include "KwMaterialEditorSupport.h"
+#include "KwMaterialKeys.h"
+#include "ui_CKwMFCUIMaterial.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <algorithm>
+#include <array>
+
+namespace K = KwMaterialKeys;
+
+namespace {
+
+using M = CKwUIMaterial;
+using E = CKwMFCUIMaterial;
+using T = KwTextTarget;
+constexpr unsigned kEdit = KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTip;
+constexpr int kExtras = CKwMaterial::ExtraCount;
+constexpr int kMatrix = CKwMaterial::MatrixSize;
+
+// Control codes of the logic -> controls: name, ID, description, then per property key its
+// edit and unit label, per extra value its edit and unit, the matrix cells and their unit.
+constexpr auto kControlCodes = [] {
+    std::array<KwControlCode, 3 + 2 * K::Count + 2 * kExtras + kMatrix + 1> t{};
+    std::size_t n = 0;
+    t[n++] = {M::CodeName, 1380, kEdit};
+    t[n++] = {M::CodeID, 1381, kEdit};
+    t[n++] = {M::CodeDescription, 1382, kEdit};
+    for (int i = 0; i < K::Count; ++i) {
+        t[n++] = {M::CodeValueFirst + i, E::kValueIdBase + i, kEdit};
+        t[n++] = {M::CodeUnitFirst + i, E::kUnitIdBase + i, KwCodeOp::Text};
+    }
+    for (int e = 0; e < kExtras; ++e) {
+        t[n++] = {M::CodeExtraFirst + e, E::kExtraIdBase + e, kEdit};
+        t[n++] = {M::CodeExtraUnitFirst + e, E::kExtraUnitIdBase + e, KwCodeOp::Text};
+    }
+    for (int k = 0; k < kMatrix; ++k)
+        t[n++] = {M::CodeMatrixFirst + k, E::kMatrixIdBase + k, kEdit};
+    t[n++] = {M::CodeMatrixUnit, E::kMatrixHeadIdBase + 6, KwCodeOp::Text};
+    return t;
+}();
+
+constexpr KwValueBinding kBindings[] = {
+    {M::FieldType, 1390, KwBind::TypeCombo},
+    {M::FieldHyperelasticModel, 1391, KwBind::ComboIndex},
+    {M::FieldFailureTheory, 1392, KwBind::ComboIndex},
+    {M::FieldFatigue, 1393, KwBind::Check},
+    {M::FieldPPFA, 1394, KwBind::Check},
+};
+
+bool explicitEnabled() { return TheApplication && TheApplication->IsExplicitEnabledInTechPreview(); }
+
+constexpr KwTextRow kTexts[] = {
+    {1370, "Materials", "LabelGeneral", "General"},
+    {1360, "General", "LabelName", "Name", true},
+    {1361, "General", "LabelID", "ID", true},
+    {1362, "General", "LabelType", "Type", true},
+    {1363, "PhysicalPropertiesLaminateDlg", "LabelFailureTheory", "Failure Theory", true},
+    {1364, "General", "LabelDescription", "Description", true},
+    {1371, "Materials", "GroupStructural", "Structural"},
+    {1372, "Materials", "MaterialPropMatLabelName", "Material Property Matrix"},
+    {1373, "Materials", "DropDownHyperelastic", "Hyperelastic"},
+    {1365, "Materials", "LabelHyperelasticModel", "Model", true},
+    {1366, "Materials", "ExperimentalDataFunction", "Experimental Data Function", true},
+    {1400, "Materials", "ButtonDefineTable", "Define..."},
+    {1393, "Materials", "FatigueOn", "Fatigue (on)"},
+    {1394, "Materials", "PPFAON", "PPFA (on)"},
+    {1397, "NonlinearMaterialDlg", "ButtonStressStrain", "Stress-Strain Curve..."},
+    {1398, "TemperatureDependencematerialDlg", "ButtonDefineNewTable",
+     "Temperature Dependence Table for K"},
+    {1395, "Materials", "ButtonLoadMaterial", "Load Material..."},
+    {1396, "Materials", "ButtonLoadFromLibrary", "Load from Library..."},
+    {1, "General", "ButtonOk", "OK"},
+    {2, "General", "ButtonCancel", "Cancel"},
+    {1390, "Materials", "DropDownIsotropic", "Isotropic", T::Item},
+    {1390, "Materials", "DropDownOrthotropic2D", "Orthotropic 2D", T::Item},
+    {1390, "Materials", "DropDownOrthotropic3D", "Orthotropic 3D", T::Item},
+    {1390, "Materials", "DropDownAnisotropic3D", "Anisotropic 3D", T::Item},
+    {1390, "Materials", "DropDownHyperelastic", "Hyperelastic", T::Item},
+    {1390, "Materials", "DropDownNitinol", "Nitinol", T::Item},
+    {1390, "Materials", "DropDownViscoElastic", "Viscoelastic", T::Item},
+    {1390, "Materials", "DropDownCrushableFoam", "Crushable Foam", T::Item, KwTextLookup::Prop,
+     0, explicitEnabled},
+    {1391, "Materials", "DropDownNeoHookean", "Neo-Hookean", T::Item},
+    {1391, "Materials", "DropDownRivlin", "Mooney-Rivlin", T::Item},
+    {1391, "Materials", "DropDownYeoh", "Yeoh", T::Item},
+    {1391, "Materials", "DropDownOgden", "Ogden", T::Item},
+    {1391, "Materials", "DropDownPolynomial", "Polynomial", T::Item},
+    {1392, "General", "LabelNone", "None", T::Item},
+    {1392, "Materials", "DropDownVonMisesStress", "von Mises Stress", T::Item},
+    {1392, "Materials", "DropDownPrincipalStress", "Principal Stress", T::Item},
+    {1399, "Materials", "SimpleTandC", "Simple Tension / Compression", T::Item},
+    {1399, "Materials", "EquibiaxialTension", "Equibiaxial Tension", T::Item},
+    {1399, "Materials", "SimpleShear", "Simple Shear", T::Item},
+    {1399, "Materials", "PureVolumetricCompression", "Pure Volumetric Compression", T::Item},
+    {1399, "Materials", "PureShear", "Pure Shear", T::Item},
+};
+
+// Labels of the extra values: the hyperelastic constants by their symbols, the others named.
+struct ExtraLabel
+{
+    const char* key;
+    const char* english;
+};
+constexpr ExtraLabel kExtraLabels[kExtras] = {
+    {"LabelA10", "A10"}, {"LabelA01", "A01"}, {"LabelA20", "A20"}, {"LabelA11", "A11"},
+    {"LabelA02", "A02"}, {"LabelA30", "A30"}, {"LabelA21", "A21"}, {"LabelA12", "A12"},
+    {"LabelA03", "A03"}, {"LabelShift", "SHIFT"}, {"LabelFPC", "FPC"}, {"LabelCYM", "CYM"},
+    {"AusteniteToMartensite", "Austenite to Martensite"},
+    {"LabelFinishAusteniteToMartensite", "Austenite to Martensite, finish"},
+    {"Martensite To Austenite", "Martensite to Austenite"},
+    {"LabelFinishMartensiteToAustenite", "Martensite to Austenite, finish"},
+    {"LabelTransformationStrain", "Transformation strain"},
+    {"LabelMartensiteModulus", "Martensite modulus"},
+};
+
+CKwMFCUIMaterial::PointTableHook& pointTableHook()
+{
+    static CKwMFCUIMaterial::PointTableHook hook;
+    return hook;
+}
+
+// Nonlinear analysis codes below 19 (5, 13, 18), as for the type advisories.
+bool nonlinearAnalysis(const CKwAnalysis* a)
+{
+    const int code = a ? a->GetAnalysisTypeCode() : -1;
+    return code >= 0 && code < 19 && ((270368u >> code) & 1u);
+}
+
+} // namespace
+
+void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
+
+CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
+                                   QWidget* parent)
+    : CKwMFCUIBase(kTemplateId, view, parent), m_ui(std::make_unique<Ui::CKwMFCUIMaterial>())
+{
+    m_ui->setupUi(this);
+    // A type change sets the width only: the height stays, the value list scrolls.
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    // One row per property key and extra value; the type decides which rows are shown.
+    QGridLayout* grid = m_ui->valuesGrid;
+    int row = 0;
+    const auto addRow = [&](const QString& symbol, int labelId, int editId, int unitId) {
+        auto* s = new QLabel(symbol);
+        s->setProperty("kwData", true);
+        auto* l = new QLabel;
+        auto* e = new QLineEdit;
+        auto* u = new QLabel;
+        u->setProperty("kwData", true);
+        u->setMinimumWidth(60);
+        e->setMinimumWidth(100);
+        KwSetControlId(l, labelId);
+        KwSetControlId(e, editId);
+        KwSetControlId(u, unitId);
+        grid->addWidget(s, row, 0);
+        grid->addWidget(l, row, 1);
+        grid->addWidget(e, row, 2);
+        grid->addWidget(u, row, 3);
+        ++row;
+        return std::array<QWidget*, 4>{s, l, e, u};
+    };
+    for (int i = 0; i < K::Count; ++i)
+        m_keyRows.push_back(addRow(K::Key(i), kLabelIdBase + i, kValueIdBase + i, kUnitIdBase + i));
+    for (int e = 0; e < kExtras; ++e)
+        m_extraRows.push_back(addRow(CKwMaterial::ExtraKey(e), kExtraLabelIdBase + e,
+                                     kExtraIdBase + e, kExtraUnitIdBase + e));
+    grid->setColumnStretch(1, 1);
+    // The stiffness matrix, upper triangle: heads "%s(Gij)" over the columns.
+    int k = 0;
+    for (int r = 0; r < 6; ++r)
+        for (int c = r; c < 6; ++c) {
+            auto* cell = new QLineEdit;
+            cell->setMinimumWidth(60);
+            KwSetControlId(cell, kMatrixIdBase + k++);
+            m_ui->matrixGrid->addWidget(cell, r + 1, c);
+        }
+    for (int c = 0; c < 7; ++c) {
+        auto* head = new QLabel;
+        head->setProperty("kwData", true);
+        KwSetControlId(head, kMatrixHeadIdBase + c);
+        m_ui->matrixGrid->addWidget(head, 0, c);
+    }
+    SetControlCodes(kControlCodes);
+    SetValueBindings(kBindings);
+    SetTextTable(kTexts);
+    SetUnitSystem(units);
+    connect(m_ui->fatigue, &QCheckBox::clicked, this, &CKwMFCUIMaterial::onFatigue);
+    connect(m_ui->ppfa, &QCheckBox::clicked, this, &CKwMFCUIMaterial::onPPFA);
+    connect(m_ui->stressStrain, &QPushButton::clicked, this,
+            [this] { OpenPointTable(CKwMaterial::StressStrain); });
+    connect(m_ui->temperatureTable, &QPushButton::clicked, this,
+            [this] { OpenPointTable(CKwMaterial::ConductivityVsTemperature); });
+    connect(m_ui->defineExperimental, &QPushButton::clicked, this, [this] {
+        OpenPointTable(CKwMaterial::SimpleTension + std::max(0, m_ui->experimental->currentIndex()));
+    });
+    connect(m_ui->loadOwn, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(true); });
+    connect(m_ui->loadAny, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(false); });
+    OnCreate(view, material, nullptr);
+}
+
+CKwMFCUIMaterial::~CKwMFCUIMaterial() = default;
+
+bool CKwMFCUIMaterial::OnInitDialog()
+{
+    const bool ok = CKwMFCUIBase::OnInitDialog();
+    for (int i = 0; i < K::Count; ++i)
+        static_cast<QLabel*>(m_keyRows[i][1])->setText(KwLabel(K::Label(i)));
+    for (int e = 0; e < kExtras; ++e)
+        static_cast<QLabel*>(m_extraRows[e][1])
+            ->setText(KwLabel(KwPropText("Materials", kExtraLabels[e].key, kExtraLabels[e].english)));
+    for (int c = 0; c < 6; ++c)
+        static_cast<QLabel*>(KwFindControl(this, kMatrixHeadIdBase + c))
+            ->setText(QStringLiteral("%1(Gij)").arg(c + 1));
+    int type = 0;
+    GetValue(FieldType, type);
+    showRowsOfType(type);
+    applyWidth(type);
+    return ok;
+}
+
+void CKwMFCUIMaterial::OnObjectDataLoaded()
+{
+    CKwMFCUIBase::OnObjectDataLoaded();
+    int type = 0;
+    if (GetValue(FieldType, type))
+        showRowsOfType(type);
+}
+
+bool CKwMFCUIMaterial::IsKeyShown(int key) const
+{
+    return key >= 0 && key < K::Count && !m_keyRows[key][2]->isHidden();
+}
+
+bool CKwMFCUIMaterial::IsExtraShown(int extra) const
+{
+    return extra >= 0 && extra < kExtras && !m_extraRows[extra][2]->isHidden();
+}
+
+void CKwMFCUIMaterial::showRowsOfType(int type)
+{
+    const std::vector<int> keys = CKwMaterial::KeysForType(type);
+    const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
+    for (int i = 0; i < K::Count; ++i) {
+        const bool on = std::find(keys.begin(), keys.end(), i) != keys.end();
+        for (QWidget* w : m_keyRows[i])
+            w->setVisible(on);
+    }
+    for (int e = 0; e < kExtras; ++e) {
+        const bool on = std::find(extras.begin(), extras.end(), e) != extras.end();
+        for (QWidget* w : m_extraRows[e])
+            w->setVisible(on);
+    }
+    m_ui->matrix->setVisible(type == CKwMaterial::Anisotropic3D);
+    m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);
+    m_ui->stressStrain->setVisible(type == CKwMaterial::Isotropic ||
+                                   type == CKwMaterial::CrushableFoam);
+    m_ui->temperatureTable->setVisible(std::find(keys.begin(), keys.end(), int(K::KX)) !=
+                                       keys.end());
+}
+
+void CKwMFCUIMaterial::applyWidth(int type)
+{
+    // Dialog units of the template, scaled for the screen's density; left, top, height kept.
+    const QScreen* s = screen();
+    const qreal scale = s ? s->logicalDotsPerInch() / 96.0 : 1.0;
+    const QRect g = geometry();
+    setGeometry(g.left(), g.top(), qRound(KwMaterialDialogWidth(type) * scale), g.height());
+}
+
+void CKwMFCUIMaterial::OnTypeChanged(int type)
+{
+    // The sub-choices are current in the edit copy before the panels change.
+    for (int field : {FieldFailureTheory, FieldHyperelasticModel, FieldFatigue}) {
+        int v = 0;
+        if (GetValue(field, v))
+            SetValue(field, v);
+    }
+    showRowsOfType(type);
+    applyWidth(type);
+    UpdateObjectData(false);
+    if (CFMView* view = GetFMView())
+        for (const QString& text : KwMaterialTypeAdvisories(type, GetAnalysis(), GetEditObject()))
+            view->ShowBubbleToolTipWarning(text, 0);
+}
+
+void CKwMFCUIMaterial::onFatigue(bool on)
+{
+    // No analysis of this host is a fatigue analysis yet: fatigue data waits for one.
+    if (on)
+        ShowAdvisory("Materials", "FatigueOptionRequiredForMaterials",
+                     "Material fatigue data will not be applicable until a fatigue analysis has "
+                     "been selected.");
+}
+
+void CKwMFCUIMaterial::onPPFA(bool on)
+{
+    if (on)
+        ShowAdvisory("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses");
+    else
+        ShowAdvisory("Materials", "PPFATurnedOFF", "PPFA Calculation has been turned OFF for all analyses");
+    if (on && !nonlinearAnalysis(GetAnalysis()))
+        ShowAdvisory("Materials", "NonlinearAnalysisRequiredForPPFA",
+                     "PPFA data will not be applicable until a Nonlinear analysis has been selected.");
+}
+
+void CKwMFCUIMaterial::OpenPointTable(int curve)
+{
+    UpdateObjectData(false);
+    if (pointTableHook())
+        pointTableHook()(this, curve);
+}
+
+bool CKwMFCUIMaterial::LoadMaterialFromDB(bool ownFilesOnly)
+{
+    return KwLoadMaterialFromDB(this, this, ownFilesOnly);
+}
+
+void CKwMFCUIMaterial::SetFailureTheorySetting(unsigned option)
+{
+    CKwUIMaterial::SetFailureTheorySetting(option);
+}
+
+void CKwMFCUIMaterial::RefreshFromHost()
+{
+    // The edit copy stays: what the user typed is kept, the controls show it afresh.
+    UpdateObjectData(false);
+    LoadObjectData();
+    OnObjectDataLoaded();
+}

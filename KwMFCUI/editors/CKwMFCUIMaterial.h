@@ -1,0 +1,69 @@
+#pragma once
+// The material editor: the type, the values each type uses (one row per property key or
+// extra value: symbol, label, value, unit), the anisotropic stiffness matrix, the hyperelastic
+// model and its experimental data, the failure theory, the fatigue and PPFA switches, and
+// loading a material from the database. Its logic half is CKwUIMaterial, which fills and reads
+// the values through this editor's control codes.
+#include "CKwMFCUIBase.h"
+#include "CKwUIMaterial.h"
+#include "KwMFCUIExport.h"
+#include "KwModuleWindows.h"
+
+#include <functional>
+#include <memory>
+
+class QLabel;
+class QLineEdit;
+
+namespace Ui {
+class CKwMFCUIMaterial;
+}
+
+class KWMFCUI_EXPORT CKwMFCUIMaterial : public CKwMFCUIBase,
+                                        public CKwUIMaterial,
+                                        public CKwMaterialEditorLink
+{
+    Q_OBJECT
+public:
+    static constexpr unsigned kTemplateId = 354;
+    // Control ids of the value rows: property key i, extra value e, matrix cell k.
+    static constexpr int kValueIdBase = 5000, kUnitIdBase = 5100, kLabelIdBase = 5200;
+    static constexpr int kExtraIdBase = 5400, kExtraUnitIdBase = 5450, kExtraLabelIdBase = 5500;
+    static constexpr int kMatrixIdBase = 5600, kMatrixHeadIdBase = 5650;
+
+    // Opens the point-table dialog of a material curve (CKwMaterial::Curve) for this editor:
+    // the stress-strain curve, the five experimental data tables, the conductivity table.
+    // Connected by the module that owns those dialogs; without it the buttons do nothing.
+    using PointTableHook = std::function<void(CKwMFCUIMaterial* editor, int curve)>;
+    static void SetPointTableHook(PointTableHook hook);
+
+    CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
+                     QWidget* parent = nullptr);
+    ~CKwMFCUIMaterial() override;
+
+    // A hidden launch request on the open editor.
+    void SetFailureTheorySetting(unsigned option) override;
+    void RefreshFromHost() override;
+
+    void OnObjectDataLoaded() override;
+    void OpenPointTable(int curve);
+    // Loads from the database folder (the standard open-file dialog); see KwLoadMaterialFromDB.
+    bool LoadMaterialFromDB(bool ownFilesOnly);
+    // Whether the value row of a property key / extra value is shown for the current type.
+    bool IsKeyShown(int key) const;
+    bool IsExtraShown(int extra) const;
+
+protected:
+    bool OnInitDialog() override;
+    void OnTypeChanged(int type) override;
+
+private:
+    void showRowsOfType(int type);
+    void applyWidth(int type);
+    void onFatigue(bool on);
+    void onPPFA(bool on);
+
+    std::unique_ptr<Ui::CKwMFCUIMaterial> m_ui;
+    std::vector<std::array<QWidget*, 4>> m_keyRows;   // symbol, label, edit, unit per key
+    std::vector<std::array<QWidget*, 4>> m_extraRows; // per extra value
+};

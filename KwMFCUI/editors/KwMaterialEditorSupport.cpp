@@ -1,0 +1,145 @@
+#include "KwMaterialEditorSupport.h"
+
+#include "CKwAnalysis.h"
+#include "CKwMaterial.h"
+#include "CKwUIMaterial.h"
+#include "KwLangText.h"
+#include "KwMaterialDatabase.h"
+#include "KwMaterialKeys.h"
+#include "KwNumbers.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+
+namespace {
+
+struct TypeRow
+{
+    int type;
+    const char* key;
+    const char* english;
+};
+
+constexpr TypeRow kTypes[] = {
+    {CKwMaterial::Isotropic, "DropDownIsotropic", "Isotropic"},
+    {CKwMaterial::Orthotropic2D, "DropDownOrthotropic2D", "Orthotropic 2D"},
+    {CKwMaterial::Orthotropic3D, "DropDownOrthotropic3D", "Orthotropic 3D"},
+    {CKwMaterial::Anisotropic3D, "DropDownAnisotropic3D", "Anisotropic 3D"},
+    {CKwMaterial::Hyperelastic, "DropDownHyperelastic", "Hyperelastic"},
+    {CKwMaterial::Nitinol, "DropDownNitinol", "Nitinol"},
+    {CKwMaterial::Viscoelastic, "DropDownViscoElastic", "Viscoelastic"},
+    {CKwMaterial::CrushableFoam, "DropDownCrushableFoam", "Crushable Foam"},
+    {CKwMaterial::Rigid, "DropDownRigid", "Rigid"},
+    {CKwMaterial::Concrete, "DropDownConcrete", "Concrete"},
+};
+
+// Analysis type codes below 19 whose bit is set here take nonlinear material data (5, 13, 18).
+constexpr unsigned kNonlinearCodes = 270368; // 0x42020
+
+bool isExplicit(const CKwAnalysis* a) { return a && a->IsExplicitAnalysis(); }
+
+} // namespace
+
+QString KwMaterialTypeText(int type)
+{
+    for (const TypeRow& r : kTypes)
+        if (r.type == type)
+            return KwPropText("Materials", r.key, r.english);
+    return QString();
+}
+
+QList<KwMaterialTypeItem> KwMaterialTypeItems(bool explicitEnabled, bool offerRigid,
+                                              bool offerConcrete)
+{
+    QList<KwMaterialTypeItem> items;
+    for (const TypeRow& r : kTypes) {
+        if ((r.type == CKwMaterial::CrushableFoam && !explicitEnabled) ||
+            (r.type == CKwMaterial::Rigid && !offerRigid) ||
+            (r.type == CKwMaterial::Concrete && !offerConcrete))
+            continue;
+        items.append({r.type, KwPropText("Materials", r.key, r.english)});
+    }
+    return items;
+}
+
+QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
+                                     const CKwMaterial* material)
+{
+    QStringList out;
+    const QString text = KwMaterialTypeText(type);
+    if (isExplicit(analysis) && (type == CKwMaterial::Orthotropic3D ||
+                                 type == CKwMaterial::Anisotropic3D ||
+                                 type == CKwMaterial::Hyperelastic))
+        out << KwErrText("Materials", "MaterialExplicitNotSupported",
+                         "%s materials not supported in Explicit analyses.")
+                   .replace(QLatin1String("%s"), text);
+    if (type == CKwMaterial::CrushableFoam && !isExplicit(analysis))
+        out << KwErrText("Materials", "MaterialExplicitDynamics",
+                         "%s Material data will not be applicable until an Explicit analysis "
+                         "has been selected.")
+                   .replace(QLatin1String("%s"), text);
+    if (type == CKwMaterial::Rigid && !isExplicit(analysis))
+        out << KwErrText("Materials", "MaterialExplicitNotSupportedForRigid",
+                         "Rigid Material data will not be applicable until a Explicit analysis "
+                         "has been selected.");
+    if (analysis && (type == CKwMaterial::Hyperelastic || type == CKwMaterial::Viscoelastic ||
+                     type == CKwMaterial::Nitinol)) {
+        const int code = analysis->GetAnalysisTypeCode();
+        const bool nonlinear = code >= 0 && code < 19 && ((kNonlinearCodes >> code) & 1u);
+        if (!nonlinear)
+            out << text + QLatin1Char(' ') +
+                       KwErrText("Materials", "MaterialDataNotApplicableForLinearMaterials",
+                                 "material will not be applicable until a Nonlinear analysis "
+                                 "has been selected.");
+    }
+    if (isExplicit(analysis) && material) {
+        namespace K = KwMaterialKeys;
+        bool thermal = false;
+        for (int key : {int(K::KX), int(K::C), int(K::K11), int(K::K22), int(K::K33),
+                        int(K::K12), int(K::K13), int(K::K23)})
+            thermal = thermal || !IsMissingValue(material->GetValue(key));
+        if (thermal)
+            out << KwErrText("Materials", "MaterialThermalNotSupported",
+                             "Thermal material properties not supported in Explicit analyses.");
+    }
+    return out;
+}
+
+int KwMaterialDialogWidth(int type) { return type == CKwMaterial::Hyperelastic ? 692 : 667; }
+
+bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOnly,
+                          const KwMaterialFileChooser& chooser)
+{
+    if (!logic)
+        return false;
+    const QString own = KwPropText("Materials", "FilterMaterialFiles",
+                                   "Material Files (*.svrmat)|*.svrmat|");
+    const QString filter =
+        ownFilesOnly ? own
+                     : own + KwPropText("Materials", "FilterExchangeFiles",
+                                        "Material Libraries (*.kwimat *.xml)|*.kwimat;*.xml|") +
+                           KwPropText("Materials", "FilterCADMaterialFiles",
+                                      "CAD Material Files (*.sldmat)|*.sldmat|");
+    const QString ext = ownFilesOnly ? QStringLiteral("svrmat") : QStringLiteral("xml");
+    const QString folder = KwMaterialDatabase::DatabaseFolder();
+    QString path;
+    if (chooser) {
+        path = chooser(folder, filter, ext);
+    } else {
+        // "Text (*.a)|*.a|" pairs become the file dialog's ";;"-separated filters.
+        QStringList qtFilters;
+        const QStringList parts = filter.split(QLatin1Char('|'), Qt::SkipEmptyParts);
+        for (int i = 0; i + 1 < parts.size(); i += 2)
+            qtFilters << parts[i];
+        QFileDialog dlg(parent, QString(), folder, qtFilters.join(QStringLiteral(";;")));
+        dlg.setFileMode(QFileDialog::ExistingFile);
+        dlg.setDefaultSuffix(ext);
+        if (dlg.exec() == QDialog::Accepted && !dlg.selectedFiles().isEmpty())
+            path = dlg.selectedFiles().first();
+    }
+    if (path.isEmpty())
+        return false;
+    KwMaterialDatabase::RememberFolder(QDir::cleanPath(QFileInfo(path).absolutePath()));
+    return logic->LoadMaterialFromFile(path);
+}

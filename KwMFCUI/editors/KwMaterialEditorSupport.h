@@ -1,0 +1,51 @@
+#pragma once
+// What the material editor decides on its own, apart from its window: the entries of its type
+// list, the advisories a type change shows, its width per type, and loading a material from the
+// database folder into the editor's logic.
+#include "KwMFCUIExport.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+class CKwAnalysis;
+class CKwMaterial;
+class CKwUIMaterial;
+class QWidget;
+
+struct KwMaterialTypeItem
+{
+    int type;     // CKwMaterial::Type
+    QString text; // in the current language
+};
+
+// The type list in its order: the seven types always, "Crushable Foam" when explicit analyses
+// are enabled in the tech preview, then "Rigid" and "Concrete" when the caller offers them.
+KWMFCUI_EXPORT QList<KwMaterialTypeItem> KwMaterialTypeItems(bool explicitEnabled,
+                                                             bool offerRigid = false,
+                                                             bool offerConcrete = false);
+// The display text of a type code (empty for an unknown one).
+KWMFCUI_EXPORT QString KwMaterialTypeText(int type);
+
+// The advisories a change to `type` shows for `analysis` (may be null), in order. The choice
+// is kept whatever they say. `material` is the edit copy (its thermal values matter).
+KWMFCUI_EXPORT QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
+                                                    const CKwMaterial* material);
+
+// The editor's width in device-independent pixels before DPI scaling: wider for hyperelastic.
+KWMFCUI_EXPORT int KwMaterialDialogWidth(int type);
+
+// Picks a file: (folder, filter, default extension) -> path, empty when cancelled.
+using KwMaterialFileChooser =
+    std::function<QString(const QString& folder, const QString& filter, const QString& ext)>;
+
+// Loads a material from the database into the logic's edit copy. `ownFilesOnly` offers only
+// the program's material files (default extension svrmat); otherwise the program's files and
+// CAD material libraries (default extension xml). The folder comes from the settings (the
+// data folder's Materials when none is stored) and the chosen folder is written back. Returns
+// true when the edit copy was replaced; a cancelled choice or a refused file changes nothing.
+// Without a chooser the standard open-file dialog is shown over `parent`.
+KWMFCUI_EXPORT bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic,
+                                         bool ownFilesOnly,
+                                         const KwMaterialFileChooser& chooser = {});

@@ -1,0 +1,372 @@
+#include "CKwUIMaterial.h"
+
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwSubCase.h"
+#include "CKwXMLUtils.h"
+#include "KW_UOM.h"
+#include "KwMaterialDatabase.h"
+#include "KwNumbers.h"
+
+#include <QFileInfo>
+
+namespace K = KwMaterialKeys;
+
+namespace {
+
+QString prop(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalPropPageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+QString err(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalErrorMessageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+// The label of a value the logic reports on: a property key's label, an extra key itself
+// (the extra values are labelled by their symbols), or the stiffness matrix caption.
+QString labelOfKey(const QString& key)
+{
+    const int i = K::IndexOf(key);
+    if (i >= 0)
+        return K::Label(i);
+    if (key == QLatin1String("Matrix"))
+        return prop("Materials", "MaterialPropMatLabelName", "Material Property Matrix");
+    return key;
+}
+
+int unitKindOfKey(const QString& key)
+{
+    const int i = K::IndexOf(key);
+    if (i >= 0)
+        return K::UnitKind(i);
+    return CKwMaterial::ExtraUnitKind(CKwMaterial::ExtraIndexOf(key));
+}
+
+// Values a type cannot do without: elastic constants, or the constants of the hyperelastic
+// model chosen.
+QStringList requiredKeys(const CKwMaterial& m)
+{
+    switch (m.GetMaterialType()) {
+    case CKwMaterial::Orthotropic2D:
+        return {"E1", "E2", "NUXY", "G12"};
+    case CKwMaterial::Orthotropic3D:
+        return {"E1", "E2", "E3", "NUXY", "NUYZ", "NUXZ", "G12", "G1Z", "G2Z"};
+    case CKwMaterial::Anisotropic3D:
+        return {};
+    case CKwMaterial::Hyperelastic:
+        switch (m.m_hyperelasticModel) {
+        case CKwMaterial::MooneyRivlin: return {"A10", "A01"};
+        case CKwMaterial::Ogden: return {"MU1", "ALPHA1"};
+        default: return {"A10"};
+        }
+    default:
+        return {"EX", "NUXY"};
+    }
+}
+
+} // namespace
+
+CKwUIMaterial::CKwUIMaterial() = default;
+CKwUIMaterial::~CKwUIMaterial() = default;
+
+CKwAnalysis* CKwUIMaterial::GetAnalysis() const
+{
+    if (m_pSubCase && m_pSubCase->GetAnalysis())
+        return m_pSubCase->GetAnalysis();
+    if (m_analysis)
+        return m_analysis;
+    CKwFEModel* model = GetModel();
+    return model && !model->m_analyses.isEmpty() ? model->m_analyses.first() : nullptr;
+}
+
+const KW_UOM* CKwUIMaterial::GetUnits() const
+{
+    return m_pView ? m_pView->GetUnitHolder() : nullptr;
+}
+
+std::unique_ptr<CKwMaterial> CKwUIMaterial::CreateNewObject()
+{
+    CKwFEModel* model = GetModel();
+    const int id = model ? CKwFEModel::NextId(model->m_materials) : 1;
+    auto m = std::make_unique<CKwMaterial>(id, QStringLiteral("Material %1").arg(id));
+    // Room temperature is the reference most data sheets are given at.
+    m->SetValue(K::REFT, 293.15);
+    return m;
+}
+
+void CKwUIMaterial::LoadObjectData()
+{
+    const CKwMaterial* m = GetEditObject();
+    if (!m)
+        return;
+    const KW_UOM* units = GetUnits();
+    SetControlText(CodeName, m->GetName());
+    SetControlText(CodeID, QString::number(m->GetID()));
+    SetControlText(CodeDescription, m->m_description);
+    for (int i = 0; i < K::Count; ++i) {
+        SetControlText(CodeValueFirst + i, K::FormatValue(m->GetValue(i), K::UnitKind(i), units));
+        SetControlText(CodeUnitFirst + i, K::UnitLabel(i, units));
+    }
+    static const KW_UOM si(KW_UOM::SI);
+    for (int e = 0; e < CKwMaterial::ExtraCount; ++e) {
+        const int kind = CKwMaterial::ExtraUnitKind(e);
+        SetControlText(CodeExtraFirst + e, K::FormatValue(m->GetExtra(e), kind, units));
+        SetControlText(CodeExtraUnitFirst + e, (units ? units : &si)->GetUnits(kind));
+    }
+    for (int k = 0; k < CKwMaterial::MatrixSize; ++k)
+        SetControlText(CodeMatrixFirst + k,
+                       K::FormatValue(m->GetMatrix(k), KwUnitKind::Stress, units));
+    SetControlText(CodeMatrixUnit, (units ? units : &si)->GetUnits(KwUnitKind::Stress));
+}
+
+void CKwUIMaterial::UpdateObjectData(bool)
+{
+    CKwMaterial* m = GetEditObject();
+    if (!m)
+        return;
+    const KW_UOM* units = GetUnits();
+    m_badCode = 0;
+    m_badText.clear();
+    // Reads one value control; a text that is no number is remembered and leaves the value.
+    const auto take = [&](int code, int kind, double* out) {
+        QString text;
+        if (!GetControlText(code, text))
+            return;
+        text = text.trimmed();
+        if (text.isEmpty()) {
+            *out = MissingDouble;
+            return;
+        }
+        if (!IsNumber(text)) {
+            if (m_badCode == 0) {
+                m_badCode = code;
+                m_badText = text;
+            }
+            return;
+        }
+        // Without a unit system values are shown in SI (angles in degrees).
+        static const KW_UOM si(KW_UOM::SI);
+        *out = (units ? units : &si)->ToInternalValue(KwAtof(text), kind);
+    };
+    QString text;
+    if (GetControlText(CodeName, text))
+        m->SetName(text.trimmed());
+    if (GetControlText(CodeID, text))
+        m->SetID(CFMView::GetIntegerFromString(text));
+    if (GetControlText(CodeDescription, text))
+        m->m_description = text;
+    for (int i = 0; i < K::Count; ++i) {
+        double v = m->GetValue(i);
+        take(CodeValueFirst + i, K::UnitKind(i), &v);
+        m->SetValue(i, v);
+    }
+    for (int e = 0; e < CKwMaterial::ExtraCount; ++e) {
+        double v = m->GetExtra(e);
+        take(CodeExtraFirst + e, CKwMaterial::ExtraUnitKind(e), &v);
+        m->SetExtra(e, v);
+    }
+    for (int k = 0; k < CKwMaterial::MatrixSize; ++k) {
+        double v = m->GetMatrix(k);
+        take(CodeMatrixFirst + k, KwUnitKind::Stress, &v);
+        m->SetMatrix(k, v);
+    }
+}
+
+void CKwUIMaterial::showError(const QString& label, const QString& message)
+{
+    if (m_pView)
+        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
+}
+
+int CKwUIMaterial::ValidateObjectData()
+{
+    const CKwMaterial* m = GetEditObject();
+    if (!m)
+        return 0;
+    if (m->GetName().isEmpty()) {
+        showError(prop("General", "LabelName", "Name"),
+                  err("Materials", "NameRequired", "Enter a name for the material."));
+        return 0;
+    }
+    if (IsMissingValue(m->GetID()) || m->GetID() <= 0) {
+        showError(prop("General", "LabelID", "ID"),
+                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
+        return 0;
+    }
+    if (CKwFEModel* model = GetModel()) {
+        for (const CKwMaterial* other : model->m_materials) {
+            if (other != GetObject() && other->GetID() == m->GetID()) {
+                showError(prop("General", "LabelID", "ID"),
+                          err("Materials", "DuplicateID",
+                              "Another material already uses this ID."));
+                return 0;
+            }
+        }
+    }
+    if (m_badCode != 0) {
+        QString label;
+        int kind = KwUnitKind::Dimensionless;
+        if (m_badCode >= CodeValueFirst && m_badCode < CodeValueFirst + K::Count) {
+            label = K::Label(m_badCode - CodeValueFirst);
+            kind = K::UnitKind(m_badCode - CodeValueFirst);
+        } else if (m_badCode >= CodeExtraFirst &&
+                   m_badCode < CodeExtraFirst + int(CKwMaterial::ExtraCount)) {
+            label = CKwMaterial::ExtraKey(m_badCode - CodeExtraFirst);
+            kind = CKwMaterial::ExtraUnitKind(m_badCode - CodeExtraFirst);
+        } else {
+            label = labelOfKey(QStringLiteral("Matrix"));
+            kind = KwUnitKind::Stress;
+        }
+        const KW_UOM* units = GetUnits();
+        showError(label, units ? units->GetErrorMessageForUnit(kind)
+                               : err("General", "NumberRequired", "Enter a number."));
+        return 0;
+    }
+    for (const QString& key : requiredKeys(*m)) {
+        if (IsMissingValue(m->GetValue(key))) {
+            showError(labelOfKey(key),
+                      err("Materials", "ValueRequired", "A value is required for this material."));
+            return 0;
+        }
+    }
+    const CKwMaterial::Check check = m->CheckValues();
+    if (check.problem != CKwMaterial::NoProblem) {
+        showError(labelOfKey(check.key), CKwMaterial::ProblemText(check.problem));
+        return 0;
+    }
+    return 1;
+}
+
+void CKwUIMaterial::AddNewObjects()
+{
+    CKwFEModel* model = GetModel();
+    if (!model || !GetEditObject())
+        return;
+    auto* added = new CKwMaterial(*GetEditObject());
+    model->m_materials.append(added);
+    // Further submits of this editor edit what it created.
+    m_pObject = added;
+}
+
+QString CKwUIMaterial::GetPageTitleString() const
+{
+    return prop("Materials", "Title", "Material");
+}
+
+int CKwUIMaterial::GetValue(int field, int& value)
+{
+    const CKwMaterial* m = GetEditObject();
+    if (!m)
+        return 0;
+    switch (field) {
+    case FieldType: value = m->GetMaterialType(); return 1;
+    case FieldFailureTheory: value = m->m_failureTheory; return 1;
+    case FieldHyperelasticModel: value = m->m_hyperelasticModel; return 1;
+    case FieldFatigue: value = m->m_fatigueOn ? 1 : 0; return 1;
+    case FieldPPFA: value = m->m_ppfaOn ? 1 : 0; return 1;
+    default: return 0;
+    }
+}
+
+int CKwUIMaterial::SetValue(int field, int value)
+{
+    CKwMaterial* m = GetEditObject();
+    if (!m)
+        return 0;
+    switch (field) {
+    case FieldType: return m->SetMaterialType(value) ? 1 : 0;
+    case FieldFailureTheory:
+        if (value < 0 || value >= CKwMaterial::FailureTheoryCount)
+            return 0;
+        m->m_failureTheory = value;
+        return 1;
+    case FieldHyperelasticModel:
+        if (value < 0 || value >= CKwMaterial::HyperelasticModelCount)
+            return 0;
+        m->m_hyperelasticModel = value;
+        return 1;
+    case FieldFatigue: m->m_fatigueOn = value != 0; return 1;
+    case FieldPPFA: m->m_ppfaOn = value != 0; return 1;
+    default: return 0;
+    }
+}
+
+double CKwUIMaterial::GetPropertyValue(const QString& key) const
+{
+    const CKwMaterial* m = GetEditObject();
+    return m ? m->GetValue(key) : MissingDouble;
+}
+
+bool CKwUIMaterial::SetPropertyValue(const QString& key, double value)
+{
+    CKwMaterial* m = GetEditObject();
+    return m && m->SetValue(key, value);
+}
+
+QString CKwUIMaterial::GetPropertyText(const QString& key) const
+{
+    if (!CKwMaterial::IsKnownKey(key))
+        return QString();
+    return K::FormatValue(GetPropertyValue(key), unitKindOfKey(key), GetUnits());
+}
+
+bool CKwUIMaterial::SetPropertyText(const QString& key, const QString& text)
+{
+    if (!CKwMaterial::IsKnownKey(key))
+        return false;
+    const QString t = text.trimmed();
+    if (t.isEmpty())
+        return SetPropertyValue(key, MissingDouble);
+    if (!IsNumber(t))
+        return false;
+    static const KW_UOM si(KW_UOM::SI);
+    const KW_UOM* units = GetUnits();
+    return SetPropertyValue(key, (units ? units : &si)->ToInternalValue(KwAtof(t),
+                                                                        unitKindOfKey(key)));
+}
+
+const KwMaterialCurve& CKwUIMaterial::GetCurve(int curve) const
+{
+    static const KwMaterialCurve none;
+    return GetEditObject() ? GetEditObject()->GetCurve(curve) : none;
+}
+
+void CKwUIMaterial::SetCurve(int curve, const KwMaterialCurve& data)
+{
+    if (CKwMaterial* m = GetEditObject())
+        m->SetCurve(curve, data);
+}
+
+void CKwUIMaterial::SetFailureTheorySetting(unsigned option)
+{
+    if (option < static_cast<unsigned>(CKwMaterial::FailureTheoryCount))
+        SetValue(FieldFailureTheory, static_cast<int>(option));
+}
+
+bool CKwUIMaterial::LoadMaterialFromFile(const QString& path, int which, QString* error)
+{
+    CKwMaterial* m = GetEditObject();
+    KwMaterialDatabase::ReadResult r = KwMaterialDatabase::ReadFile(path);
+    QString why = r.error;
+    if (r.ok && (which < 0 || which >= r.materials.size()))
+        why = err("Materials", "MaterialNotInFile", "The file holds no such material.");
+    if (!m && why.isEmpty())
+        why = err("Materials", "NothingToLoadInto", "There is no material to load into.");
+    if (!why.isEmpty()) {
+        showError(QFileInfo(path).fileName(), why);
+        if (error)
+            *error = why;
+        return false;
+    }
+    const int id = m->GetID();
+    *m = r.materials[which];
+    m->SetID(id);
+    m_badCode = 0;
+    LoadObjectData();
+    return true;
+}

@@ -1,0 +1,158 @@
+// The material editor through LaunchDialog kind 2: rows per type, type change (width, kept
+// values, advisories), OK writing the model, the hidden request on an open editor, the
+// point-table hook and every caption through the language service.
+#include "CFMView.h"
+#include "CKwFEModel.h"
+#include "CKwMFCUIMaterial.h"
+#include "CKwMaterial.h"
+#include "CKwXMLUtils.h"
+#include "CKwiCKAddin.h"
+#include "KwControls.h"
+#include "KwMaterialKeys.h"
+#include "KwTestSupport.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <gtest/gtest.h>
+
+namespace K = KwMaterialKeys;
+
+namespace {
+
+class MaterialEditor : public ::testing::Test
+{
+protected:
+    void SetUp() override { kwtest::IsolateSettings(); }
+    CKwMFCUIMaterial* open(CKwMaterial* material, int hidden = 0)
+    {
+        DialogLaunchRequest r = host.Request(2);
+        r.object = material;
+        r.createHidden = hidden;
+        LaunchDialog(&r);
+        auto* d = dynamic_cast<CKwMFCUIMaterial*>(host.view->GetOpenDialog());
+        EXPECT_NE(d, nullptr);
+        return d;
+    }
+    static QComboBox* typeCombo(QWidget* d) { return KwControl<QComboBox>(d, 1390); }
+    static QLineEdit* value(QWidget* d, int key)
+    {
+        return KwControl<QLineEdit>(d, CKwMFCUIMaterial::kValueIdBase + key);
+    }
+    kwtest::Host host;
+};
+
+TEST_F(MaterialEditor, typeChangeShowsTheTypesRowsAndWidensOnlyForHyperelastic)
+{
+    CKwMFCUIMaterial* d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    EXPECT_TRUE(d->isVisible());
+    QComboBox* type = typeCombo(d);
+    ASSERT_EQ(type->count(), 7);
+    EXPECT_EQ(type->itemText(6), "Viscoelastic");
+    EXPECT_EQ(value(d, K::EX)->text(), "2e+05");
+    EXPECT_TRUE(d->IsKeyShown(K::EX));
+    EXPECT_FALSE(d->IsKeyShown(K::E1));
+    value(d, K::EX)->setText("210000");
+
+    const QRect before = d->geometry();
+    const int bubbles = host.view->GetBubbleCount();
+    type->setCurrentIndex(CKwMaterial::Hyperelastic);
+    EXPECT_EQ(d->GetEditObject()->GetMaterialType(), CKwMaterial::Hyperelastic);
+    EXPECT_TRUE(d->IsExtraShown(CKwMaterial::A10));
+    EXPECT_FALSE(d->IsKeyShown(K::EX));
+    const qreal scale = d->screen()->logicalDotsPerInch() / 96.0;
+    EXPECT_EQ(d->geometry().width(), qRound(692 * scale));
+    EXPECT_EQ(d->geometry().height(), before.height());
+    EXPECT_EQ(d->geometry().topLeft(), before.topLeft());
+    // The sample model's first analysis is linear: nonlinear-only material data waits.
+    EXPECT_GT(host.view->GetBubbleCount(), bubbles);
+    EXPECT_TRUE(host.view->GetLastBubbleText().startsWith("Hyperelastic material will not"));
+
+    type->setCurrentIndex(CKwMaterial::Orthotropic3D);
+    EXPECT_EQ(d->geometry().width(), qRound(667 * scale));
+    EXPECT_TRUE(d->IsKeyShown(K::E3));
+    const int afterSwitch = host.view->GetBubbleCount();
+    type->setCurrentIndex(CKwMaterial::Orthotropic3D); // the stored type: nothing happens
+    EXPECT_EQ(host.view->GetBubbleCount(), afterSwitch);
+    type->setCurrentIndex(CKwMaterial::Isotropic);
+    EXPECT_EQ(value(d, K::EX)->text(), "210000") << "values typed before a switch are kept";
+}
+
+TEST_F(MaterialEditor, okWritesTheModelAndANewMaterialIsAdded)
+{
+    CKwMaterial* alu = host.model->m_materials[1];
+    CKwMFCUIMaterial* d = open(alu);
+    ASSERT_NE(d, nullptr);
+    value(d, K::NUXY)->setText("0.5");
+    KwControl<QPushButton>(d, 1)->click();
+    EXPECT_TRUE(d->isVisible());
+    EXPECT_TRUE(host.view->GetLastBubbleText().startsWith("Poisson's Ratio - \n"));
+    EXPECT_DOUBLE_EQ(alu->GetValue("NUXY"), 0.33);
+    value(d, K::NUXY)->setText("0.34");
+    KwControl<QComboBox>(d, 1392)->setCurrentIndex(CKwMaterial::VonMisesStress);
+    KwControl<QPushButton>(d, 1)->click();
+    EXPECT_DOUBLE_EQ(alu->GetValue("NUXY"), 0.34);
+    EXPECT_EQ(alu->m_failureTheory, CKwMaterial::VonMisesStress);
+    EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+
+    CKwMFCUIMaterial* fresh = open(nullptr);
+    ASSERT_NE(fresh, nullptr);
+    value(fresh, K::EX)->setText("110000");
+    value(fresh, K::NUXY)->setText("0.3");
+    KwControl<QPushButton>(fresh, 1)->click();
+    ASSERT_EQ(host.model->m_materials.size(), 3);
+    EXPECT_DOUBLE_EQ(host.model->m_materials.last()->GetValue("EX"), 1.1e11);
+}
+
+TEST_F(MaterialEditor, hiddenRequestOnAnOpenEditorSetsTheFailureTheoryAndRefreshes)
+{
+    CKwMFCUIMaterial* d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    value(d, K::EX)->setText("199000");
+    DialogLaunchRequest r = host.Request(2);
+    r.keepResults = 1;
+    r.createHidden = 1;
+    r.option = CKwMaterial::PrincipalStress;
+    const auto rec = kwtest::AnswerModals([&] { LaunchDialog(&r); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_EQ(host.view->GetOpenDialogs().size(), 1);
+    EXPECT_EQ(KwControl<QComboBox>(d, 1392)->currentIndex(), CKwMaterial::PrincipalStress);
+    EXPECT_EQ(value(d, K::EX)->text(), "1.99e+05");
+}
+
+TEST_F(MaterialEditor, pointTableButtonsGoThroughTheHook)
+{
+    QList<int> curves;
+    CKwMFCUIMaterial::SetPointTableHook([&](CKwMFCUIMaterial*, int c) { curves << c; });
+    CKwMFCUIMaterial* d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    KwControl<QPushButton>(d, 1397)->click();
+    KwControl<QPushButton>(d, 1398)->click();
+    typeCombo(d)->setCurrentIndex(CKwMaterial::Hyperelastic);
+    KwControl<QComboBox>(d, 1399)->setCurrentIndex(4);
+    KwControl<QPushButton>(d, 1400)->click();
+    CKwMFCUIMaterial::SetPointTableHook({});
+    EXPECT_EQ(curves, (QList<int>{CKwMaterial::StressStrain, CKwMaterial::ConductivityVsTemperature,
+                                  CKwMaterial::PureShear}));
+}
+
+TEST_F(MaterialEditor, everyCaptionOfEveryTypePassesThroughTheLanguageService)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
+    CKwMFCUIMaterial* d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    QStringList bad;
+    ASSERT_EQ(typeCombo(d)->count(), 8);
+    for (int t = 0; t < 8; ++t) {
+        typeCombo(d)->setCurrentIndex(t);
+        bad += kwtest::UntranslatedCaptions(d);
+    }
+    CKwXMLUtils::SetCurrentLanguage("en");
+    bad.removeDuplicates();
+    EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
+}
+
+} // namespace
