@@ -109,6 +109,20 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             result.unavailable << QStringLiteral("%1 (%2)").arg(k.kind).arg(k.title);
     }
 
+    // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
+    // menu opens it.
+    if (QWidget* w = host->OpenMeshQualityResults()) {
+        QApplication::processEvents();
+        if (inspect)
+            inspect(0, w);
+        const QString f = QDir(directory).filePath(QStringLiteral("meshquality-failed-elements.png"));
+        w->grab().save(f);
+        result.written << f;
+        result.titles << w->windowTitle();
+        w->close();
+        QApplication::processEvents();
+    }
+
     // The solver status windows open through the remote calls a running solver makes: one
     // line of a run each, photographed, then the run ends as a host ends it.
     struct StatusShot
