@@ -7,8 +7,9 @@
 #include <QBrush>
 #include <QColor>
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 using namespace KwMeshQuality;
 
@@ -160,32 +161,40 @@ void CKwMeshQualityResultsModel::sort(int column, Qt::SortOrder order)
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const auto& recs = m_results->GetFailedElements();
     const bool desc = order == Qt::DescendingOrder;
-    // One key per record; cells that do not apply stay last either way, collapsed elements
-    // count as the largest values.
-    std::vector<std::pair<double, int>> keys(recs.size());
+    // One 64-bit key per record: the value made orderable as an unsigned integer above, the
+    // record below (ties keep their order). Cells that do not apply stay last either way,
+    // collapsed elements count as the largest values.
+    std::vector<std::uint64_t> keys(recs.size());
     for (std::size_t i = 0; i < recs.size(); ++i) {
-        double k;
-        if (column == ColumnId)
-            k = recs[i].id;
-        else if (column == ColumnType)
-            k = recs[i].family;
-        else {
-            const double v = recs[i].value[measureOf(column)];
-            k = std::isnan(v) ? HUGE_VAL : std::isinf(v) ? DBL_MAX : v;
-            if (desc && !std::isnan(v))
-                k = -k;
+        std::uint32_t k;
+        if (column == ColumnId || column == ColumnType) {
+            const int v = column == ColumnId ? recs[i].id : recs[i].family;
+            k = static_cast<std::uint32_t>(v) ^ 0x80000000u;
+            if (desc)
+                k = ~k;
+        } else {
+            const float v = recs[i].value[measureOf(column)];
+            if (std::isnan(v)) {
+                k = 0xFFFFFFFFu;
+            } else {
+                std::uint32_t bits;
+                std::memcpy(&bits, &v, sizeof bits);
+                k = (bits & 0x80000000u) ? ~bits : (bits | 0x80000000u);
+                if (desc)
+                    k = ~k;
+                k = std::min(k, 0xFFFFFFFEu);
+            }
         }
-        if (desc && column < ColumnAspectRatio)
-            k = -k;
-        keys[i] = {k, static_cast<int>(i)};
+        keys[i] = (static_cast<std::uint64_t>(k) << 32) | static_cast<std::uint32_t>(i);
     }
     std::sort(keys.begin(), keys.end());
     const std::vector<int> oldOrder = m_order;
     m_order.resize(keys.size());
     std::vector<int> newRowOf(keys.size());
     for (std::size_t r = 0; r < keys.size(); ++r) {
-        m_order[r] = keys[r].second;
-        newRowOf[static_cast<std::size_t>(keys[r].second)] = static_cast<int>(r);
+        const int rec = static_cast<int>(keys[r] & 0xFFFFFFFFu);
+        m_order[r] = rec;
+        newRowOf[static_cast<std::size_t>(rec)] = static_cast<int>(r);
     }
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
