@@ -2,6 +2,7 @@
 
 #include "CFMView.h"
 #include "CKwDlgBase.h"
+#include "CKwMeshQualityResultsDialog.h"
 #include "KwHostKinds.h"
 #include "KwHostWindow.h"
 #include "KwMFCUIEntry.h"
@@ -119,6 +120,15 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         w->grab().save(f);
         result.written << f;
         result.titles << w->windowTitle();
+        // The model view with the failures highlighted, as "Highlight" shows them.
+        if (auto* d = dynamic_cast<CKwMeshQualityResultsDialog*>(w)) {
+            d->OnBnClickedMeshQualityHighlightButton();
+            QApplication::processEvents();
+            const QString v = QDir(directory).filePath(QStringLiteral("meshquality-highlight.png"));
+            host->grab().save(v);
+            result.written << v;
+            host->View()->ClearMeshHighlight();
+        }
         w->close();
         QApplication::processEvents();
     }

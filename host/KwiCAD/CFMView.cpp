@@ -358,6 +358,9 @@ std::span<const int> edgesOf(int type)
     return {};
 }
 
+const unsigned kNodeBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Node);
+const unsigned kElementBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Element);
+
 bool isSolid(int type) { return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8; }
 
 // Every node of the mesh where the view draws it, with its depth.
@@ -416,9 +419,9 @@ CKwUIEntity* CFMView::EntityAt(const QPointF& pos) const
     CKwMeshModel& mesh = *m_model->m_mesh;
     std::vector<QPointF> npos;
     std::vector<double> ndepth;
-    if (filter & (0x100 | 0x200))
+    if (filter & (kNodeBit | kElementBit))
         projectNodes(mesh, b, &npos, &ndepth);
-    if (filter & 0x100) {
+    if (filter & kNodeBit) {
         int nearest = -1;
         for (std::size_t i = 0; i < npos.size(); ++i) {
             const QPointF d = npos[i] - pos;
@@ -441,7 +444,7 @@ CKwUIEntity* CFMView::EntityAt(const QPointF& pos) const
     }
     if (best)
         return best;
-    if (filter & 0x200) {
+    if (filter & kElementBit) {
         // Beams by their line, the others by the faces they show; nearest to the viewer wins.
         int hit = -1;
         for (std::size_t e = 0; e < mesh.ElementCount(); ++e) {
@@ -644,7 +647,7 @@ void CFMView::paintEvent(QPaintEvent*)
             p.drawLine(b.corner[ed[0]], b.corner[ed[1]]);
     }
     // Nodes are drawn while the active box picks them.
-    if (m_selection->GetFilter() & 0x100) {
+    if (m_selection->GetFilter() & kNodeBit) {
         p.setPen(Qt::NoPen);
         p.setBrush(QColor(0x2c, 0x3e, 0x50));
         for (const QPointF& q : npos)

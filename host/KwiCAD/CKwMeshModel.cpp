@@ -328,8 +328,8 @@ void CKwMeshModel::BuildSampleBracket()
     for (int i = 0; i < nx; ++i)
         AddElement(e++, Beam2, {nodeId(i, ny, nz), nodeId(i + 1, ny, nz)});
 
-    // Test tabs beyond the end, in the plane of the top: each one fails one check (the dart
-    // and the sliver fail several).
+    // Test tabs in a row a little above the top, within the block's length (so that the view
+    // frames the part as before): each one fails one check (the dart and the sliver several).
     struct Tab
     {
         int type;
@@ -345,15 +345,17 @@ void CKwMeshModel::BuildSampleBracket()
     };
     int node = 5001;
     e = 3001;
-    double x0 = lx + 0.01;
+    double x0 = 0.004;
     for (const Tab& t : tabs) {
         const int n = NodesPerElement(t.type);
         int ids[4];
+        double width = 0;
         for (int k = 0; k < n; ++k) {
             ids[k] = node++;
-            AddNode(ids[k], x0 + t.p[k][0], t.p[k][1], lz + t.p[k][2]);
+            AddNode(ids[k], x0 + t.p[k][0], t.p[k][1], lz + 0.02 + t.p[k][2]);
+            width = std::max(width, t.p[k][0]);
         }
         AddElement(e++, t.type, std::span<const int>(ids, static_cast<std::size_t>(n)));
-        x0 += 0.055;
+        x0 += width + 0.008;
     }
 }

@@ -249,6 +249,8 @@ TEST(View, picksNodesAndElementsAsTheFilterAllows)
     CKwUIEntity* corner = mesh.NodeEntity(5001);
     const QPointF inTab = view.ScreenPointOf(tab);
     const QPointF atCorner = view.ScreenPointOf(corner);
+    const unsigned kNode = CKwUIEntity::FilterBitOf(CKwUIEntity::Node);
+    const unsigned kElem = CKwUIEntity::FilterBitOf(CKwUIEntity::Element);
     struct Case
     {
         unsigned filter;
@@ -256,9 +258,14 @@ TEST(View, picksNodesAndElementsAsTheFilterAllows)
         CKwUIEntity* expected;
     };
     const Case cases[] = {
-        {0x200, inTab, tab},          {0x100, atCorner, corner}, {0x300, atCorner, corner},
-        {0x300, (atCorner + inTab) / 2, tab}, {0x40, inTab, nullptr},    {0, inTab, nullptr},
-        {0x100, inTab, nullptr},
+        {kElem, inTab, tab},
+        {kNode, atCorner, corner},
+        {kNode | kElem, atCorner, corner},
+        {kNode | kElem, (atCorner + inTab) / 2, tab},
+        {33278, atCorner, nullptr}, // a geometry editor's mask takes no mesh entity
+        {0x40, inTab, nullptr},
+        {0, inTab, nullptr},
+        {kNode, inTab, nullptr},
     };
     for (const Case& c : cases) {
         view.GetSelectionHandler()->SetFilter(c.filter);

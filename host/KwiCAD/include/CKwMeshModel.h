@@ -85,8 +85,8 @@ public:
     void BuildBlock(int nx, int ny, int nz, double lx, double ly, double lz);
     // The sample bracket: a 0.2 x 0.05 x 0.04 block of tetrahedra (node ids as BuildBlock's
     // 8 x 2 x 2 grid) with one inner node pulled up, a cover of quadrilaterals and triangles
-    // on its top, beams along its top back edge, and a row of test tabs beyond its end, each
-    // tab failing one quality check.
+    // on its top, beams along its top back edge, and a row of test tabs just above the top,
+    // each tab failing one quality check.
     void BuildSampleBracket();
 
     // --- quality parameters ("Quality Params") ---
