@@ -4,6 +4,9 @@
 #include "CKwDlgBase.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "KwHostKinds.h"
+#include "CKwFEModel.h"
+#include "CKwMaterialNonlinearDialog.h"
+#include "CKwTable.h"
 #include "KwHostWindow.h"
 #include "KwMFCUIEntry.h"
 
@@ -161,6 +164,31 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         CallKwDialogFunction(s.id, 2, L"", 0, host->View(), nullptr);
         CallKwDialogFunction(s.id, 3, L"", 0, host->View(), nullptr);
         DeleteKwDialog(s.id);
+    }
+
+    // Dialogs a host constructs itself (the material editor opens the stress-strain curve),
+    // and the curve plot behind "Show XY Plot".
+    for (CKwTable* t : host->Model()->m_tables) {
+        if (t->GetTableType() != CKwTable::StressStrainCurve)
+            continue;
+        CKwMaterialNonlinearDialog dlg(t, host->Units(), host->View(), t->GetName());
+        dlg.Create();
+        dlg.show();
+        QApplication::processEvents();
+        if (inspect)
+            inspect(0, &dlg);
+        QString f = QDir(directory).filePath(QStringLiteral("direct-stress-strain.png"));
+        dlg.grab().save(f);
+        result.written << f;
+        dlg.OnShowXYPlot();
+        QApplication::processEvents();
+        if (QDialog* plot = dlg.PlotWindow()) {
+            f = QDir(directory).filePath(QStringLiteral("direct-stress-strain-plot.png"));
+            plot->grab().save(f);
+            result.written << f;
+        }
+        dlg.hide();
+        break;
     }
     return result;
 }

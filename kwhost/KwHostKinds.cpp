@@ -9,6 +9,8 @@
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwNonlinearSetup.h"
+#include "CKwTable.h"
+#include "CKwXYPlot.h"
 
 QList<KwHostKind> KwHostKinds()
 {
@@ -61,6 +63,9 @@ QList<KwHostKind> KwHostKinds()
         {49, QStringLiteral("Mesh Table..."), mesh},
         {88, QStringLiteral("Mesh Convergence..."), mesh},
         {36, QStringLiteral("Table..."), gen},
+        {36, QStringLiteral("Table (time curve)..."), gen, 1},
+        {36, QStringLiteral("Table (temperature)..."), gen, 2},
+        {36, QStringLiteral("Table (frequency)..."), gen, 3},
         {37, QStringLiteral("Tree Options..."), gen},
         {43, QStringLiteral("Report..."), gen},
         {68, QStringLiteral("Display Preferences..."), gen},
@@ -123,6 +128,18 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     case 53:
         r.object = firstSetup(variant == 1 ? CKwAnalysis::NonlinearTransient
                                            : CKwAnalysis::NonlinearStatic);
+        break;
+    case 36:
+        // Variant n opens the first table of type n (0 general, 1 time, 2 temperature, ...).
+        for (CKwTable* t : model->m_tables)
+            if (t->GetTableType() == variant) {
+                r.object = static_cast<CKwFEBase*>(t);
+                break;
+            }
+        break;
+    case 39:
+        r.object = model->m_xyPlots.isEmpty() ? nullptr
+                                              : static_cast<CKwFEBase*>(model->m_xyPlots.first());
         break;
     case 70: {
         // The warning lists IDs that name no entity; show a typical list.

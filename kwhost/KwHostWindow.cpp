@@ -8,12 +8,15 @@
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwMaterial.h"
+#include "CKwMaterialNonlinearDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwTable.h"
 #include "CKwTreeManager.h"
+#include "CKwXYPlot.h"
 #include "CKwXMLUtils.h"
 #include "CKwiCKAddin.h"
 #include "KW_UOM.h"
@@ -35,6 +38,8 @@
 
 namespace {
 enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole, HostActionRole };
+// Tree items the demo host opens itself rather than through a launch kind.
+constexpr int kStressStrainItem = 1036;
 // Tree entries the host handles itself rather than through a dialog kind.
 enum HostAction { ActionMeshQuality = 1, ActionHighlightGroup = 2 };
 }
@@ -263,6 +268,18 @@ void KwHostWindow::RebuildTree()
                                                 QStringLiteral("Plots"))});
     for (CKwPlot* p : m_model->m_plots)
         add(plots, p->GetName(), 7, p);
+    for (CKwXYPlot* p : m_model->m_xyPlots)
+        add(plots, p->GetName(), 39, static_cast<CKwFEBase*>(p));
+    auto* tables = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                 QStringLiteral("Tables"),
+                                                 QStringLiteral("TreeCategoryText"),
+                                                 QStringLiteral("Tables and Curves"))});
+    // A stress-strain curve opens the material's curve dialog, which a host calls directly;
+    // every other table opens through kind 36.
+    for (CKwTable* t : m_model->m_tables)
+        add(tables, t->GetName(),
+            t->GetTableType() == CKwTable::StressStrainCurve ? kStressStrainItem : 36,
+            static_cast<CKwFEBase*>(t));
     if (CKwMeshModel* mesh = m_model->m_mesh) {
         auto* meshItem = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                        QStringLiteral("MeshQuality"),
@@ -313,6 +330,16 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
         return;
     const unsigned kind = item->data(0, KindRole).toUInt();
     void* object = reinterpret_cast<void*>(item->data(0, ObjectRole).value<quintptr>());
+    if (kind == kStressStrainItem) {
+        auto* curve = dynamic_cast<CKwTable*>(static_cast<CKwFEBase*>(object));
+        CKwMaterialNonlinearDialog dlg(curve, m_units.get(), m_view,
+                                       m_model->m_materials.isEmpty()
+                                           ? QString()
+                                           : m_model->m_materials.first()->GetName(),
+                                       this);
+        dlg.DoModal();
+        return;
+    }
     DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true);
     r.object = object;
     if (kind == 8 || kind == 53) {

@@ -8,15 +8,45 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QGuiApplication>
 #include <cstdio>
+
+namespace {
+
+QtMessageHandler g_nextHandler = nullptr;
+
+// The offscreen platform says, once per window, that it cannot do what only a window system
+// can (size hints, for one), and that a headless session has no runtime folder. Neither
+// tells a gallery reader anything; every other message goes through as it is.
+void quietOffscreenNoise(QtMsgType type, const QMessageLogContext& ctx, const QString& msg)
+{
+    if (type == QtWarningMsg &&
+        (msg.startsWith(QLatin1String("This plugin does not support")) ||
+         msg.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"))))
+        return;
+    if (g_nextHandler)
+        g_nextHandler(type, ctx, msg);
+    else
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, ctx, msg)));
+}
+
+void quietenOffscreenPlatform()
+{
+    if (!g_nextHandler)
+        g_nextHandler = qInstallMessageHandler(quietOffscreenNoise);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
     const bool haveDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
                              qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                              qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    if (!haveDisplay)
+    if (!haveDisplay) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        quietenOffscreenPlatform();
+    }
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kwhost"));
 
@@ -49,6 +79,8 @@ int main(int argc, char** argv)
     KwHostWindow window;
     const bool galleryMode = parser.isSet(gallery) || !haveDisplay;
     if (galleryMode) {
+        if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+            quietenOffscreenPlatform();
         const QString dir = parser.isSet(gallery) ? parser.value(gallery)
                                                   : QStringLiteral("gallery");
         if (!parser.isSet(settings)) // the gallery must not move the user's own dialogs

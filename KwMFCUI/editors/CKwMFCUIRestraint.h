@@ -6,13 +6,11 @@
 #include "CKwUIRestraint.h"
 #include "KwMFCUIExport.h"
 
-#include <array>
 #include <memory>
 
 class CKwSubCase;
 class CKwMFCNodeElemSelectionBox;
 class KW_UOM;
-class QToolButton;
 
 namespace Ui {
 class CKwMFCUIRestraint;
@@ -33,37 +31,26 @@ public:
                       QWidget* parent = nullptr);
     ~CKwMFCUIRestraint() override;
 
-    void SetTextToCurrentLang() override;
-
     CKwMFCNodeElemSelectionBox* GetSelectionBox() const;
     // The six toggles as a mask (bit 0 = TX).
     unsigned GetDofMask() const;
     unsigned GetColor() const;
-    bool AreStructuralMembersShown() const { return m_bMembersShown; }
+    bool AreStructuralMembersShown() const;
     // The resource path of the "Hide Structural Members" toggle's current picture.
-    QString GetHideMembersPicture() const { return m_membersPicture; }
+    QString GetHideMembersPicture() const;
     int GetOption() const { return m_option; }
+
+    // A check-only update is skipped while "Fix Radial Direction" is clear.
+    void UpdateObjectData(bool checkOnly) override;
 
 protected:
     bool OnInitDialog() override;
+    void OnTypeChanged(int type) override;
 
 private:
-    void fillTypeCombo();
-    void selectTypeFromEntity();
-    void OnTypeSelChange(int row);
-    void switchPanels(int type);
-    void handOverSubcases();
-    void showDof();
     void applyDofMask(unsigned mask);
-    void OnHideStructuralMembers();
-    void applyMembersState();
-    void OnColorClicked();
-    QString temperatureLabel() const;
+    void OnHideStructuralMembers(bool shown);
 
     std::unique_ptr<Ui::CKwMFCUIRestraint> m_ui;
-    std::array<QToolButton*, 6> m_dofToggles{};
-    KW_UOM* m_units;
     int m_option;
-    bool m_bMembersShown = true;
-    QString m_membersPicture;
 };

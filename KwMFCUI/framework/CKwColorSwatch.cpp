@@ -1,11 +1,33 @@
 #include "CKwColorSwatch.h"
 
+#include "KwCustomColors.h"
+
+#include <QColorDialog>
 #include <QPainter>
 
 CKwColorSwatch::CKwColorSwatch(QWidget* parent) : QPushButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(40, 20);
+    connect(this, &QPushButton::clicked, this, &CKwColorSwatch::ChooseColor);
+}
+
+void CKwColorSwatch::ChooseColor()
+{
+    const KwCustomColors custom = LoadCustomColors();
+    for (int i = 0; i < 16; ++i)
+        QColorDialog::setCustomColor(i, ToQColor(custom[static_cast<std::size_t>(i)]));
+    QColorDialog dlg(ToQColor(m_color), this);
+    dlg.setOption(QColorDialog::DontUseNativeDialog);
+    const bool chosen = dlg.exec() == QDialog::Accepted;
+    KwCustomColors keep;
+    for (int i = 0; i < 16; ++i)
+        keep[static_cast<std::size_t>(i)] = FromQColor(QColorDialog::customColor(i));
+    SaveCustomColors(keep);
+    if (!chosen)
+        return;
+    SetColor(FromQColor(dlg.selectedColor()));
+    Q_EMIT colorChosen(m_color);
 }
 
 QColor CKwColorSwatch::ToQColor(unsigned c)

@@ -1,6 +1,8 @@
 #pragma once
 // A button that shows a colour: the stored colour fills it, a three-dimensional frame (light
-// top and left, shadow bottom and right) surrounds it. Colours are 0x00BBGGRR values.
+// top and left, shadow bottom and right) surrounds it. A click opens the colour chooser seeded
+// with the stored colour and the user's custom colours, which are kept for the next use.
+// Colours are 0x00BBGGRR values.
 #include "KwMFCUIExport.h"
 
 #include <QColor>
@@ -16,6 +18,14 @@ public:
 
     static QColor ToQColor(unsigned colorRef);
     static unsigned FromQColor(const QColor& color);
+
+    // Runs the colour chooser (modal). A chosen colour is stored and reported; the custom
+    // colours are saved whether or not one was chosen.
+    void ChooseColor();
+
+Q_SIGNALS:
+    // The user chose a colour in the chooser.
+    void colorChosen(unsigned colorRef);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,7 +1,9 @@
 #include "CKwMFCUIBase.h"
 
 #include "CFMView.h"
+#include "CKwAnalysis.h"
 #include "CKwColorSwatch.h"
+#include "CKwHideMembersButton.h"
 #include "CKwFEModel.h"
 #include "CKwMFCNodeElemSelectionBox.h"
 #include "CKwMsgDialog.h"
@@ -14,8 +16,12 @@
 #include "KwMethodLogger.h"
 #include "KwOptionPage.h"
 
+#include <QAbstractButton>
+#include <QAbstractSlider>
 #include <QComboBox>
+#include <QDebug>
 #include <QListWidget>
+#include <QScopedValueRollback>
 #include <QSet>
 
 CKwMFCUIBase::CKwMFCUIBase(unsigned templateId, CFMView* view, QWidget* parent)
@@ -24,7 +30,14 @@ CKwMFCUIBase::CKwMFCUIBase(unsigned templateId, CFMView* view, QWidget* parent)
     SetView(view);
 }
 
-CKwMFCUIBase::~CKwMFCUIBase() { releaseView(); }
+CKwMFCUIBase::~CKwMFCUIBase()
+{
+    // The controls outlive the editor's logic while the widget tree is taken down; none of
+    // their signals may reach this editor any more.
+    for (QObject* child : findChildren<QObject*>())
+        child->disconnect(this);
+    releaseView();
+}
 
 // --- selection boxes ---
 
@@ -83,31 +96,37 @@ void CKwMFCUIBase::publishPickMask()
         view->GetSelectionHandler()->SetFilter(active ? active->GetPickMask() : 0);
 }
 
-void CKwMFCUIBase::AddEntitiesToSelectionBox(QList<CKwUIEntity*>* entities, bool clearFirst)
+void CKwMFCUIBase::AddEntitiesToSelectionBox(const QList<CKwUIEntity*>* entities,
+                                              bool clearFirst)
 {
     if (!entities)
         return;
-    if (clearFirst)
-        for (const auto& b : std::as_const(m_boxes))
-            if (b)
-                b->ResetContent();
     CFMView* view = GetFMView();
     const bool showIds = view && view->GetShowIDs();
     QList<CKwMFCNodeElemSelectionBox*> touched;
-    QList<CKwUIEntity*> taken;
-    taken.reserve(entities->size());
     for (CKwUIEntity* e : std::as_const(*entities)) {
         CKwMFCNodeElemSelectionBox* box = FindSelectionBoxFor(e);
         if (!box)
             continue;
-        box->AddEntity(e, showIds);
-        taken.append(e);
-        if (!touched.contains(box))
+        if (!touched.contains(box)) {
+            if (clearFirst)
+                box->ResetContent();
             touched.append(box);
+        }
+        box->AddEntity(e, showIds);
     }
     for (CKwMFCNodeElemSelectionBox* box : std::as_const(touched))
         box->FlushAdded();
-    *entities = taken;
+}
+
+void CKwMFCUIBase::SetupSelectionBox(CKwMFCNodeElemSelectionBox* box, unsigned filter,
+                                     int option)
+{
+    if (!box)
+        return;
+    box->SetFilter(filter);
+    RegisterSelectionBox(box);
+    box->SetOption(option);
 }
 
 int CKwMFCUIBase::AddEntitiesByID(int kind, const QList<int>& ids)
@@ -154,9 +173,8 @@ long CKwMFCUIBase::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
 {
     if (!m_bNotificationsEnabled || !entities)
         return 0;
+    const QScopedValueRollback<bool> inPick(m_inPick, true);
     AddEntitiesToSelectionBox(entities);
-    if (entities->isEmpty())
-        return 0;
     OnSelected(entities);
     return 1;
 }
@@ -165,12 +183,10 @@ long CKwMFCUIBase::OnEntitiesDropped(QList<CKwUIEntity*>* entities)
 {
     if (!m_bNotificationsEnabled || !entities)
         return 0;
-    QList<CKwUIEntity*> removed;
+    const QScopedValueRollback<bool> inPick(m_inPick, true);
     for (const auto& b : std::as_const(m_boxes))
         if (b)
-            removed += b->RemoveEntities(*entities);
-    if (removed.isEmpty())
-        return 0;
+            b->RemoveEntities(*entities);
     OnDeselected(entities);
     return 1;
 }
@@ -214,7 +230,8 @@ bool CKwMFCUIBase::event(QEvent* e)
 
 void CKwMFCUIBase::OnRefreshHook()
 {
-    if (IsWindowDestroyed())
+    // A refresh waits while a pick is being handled: the pick handlers are never re-entered.
+    if (IsWindowDestroyed() || m_inPick)
         return;
     if (IsUpToDate() == 0) {
         // The refresh refills the controls; it must not come back as picks.
@@ -318,7 +335,17 @@ int CKwMFCUIBase::SetControlColor(int code, unsigned color)
 
 bool CKwMFCUIBase::OnInitDialog()
 {
+    connectBindings();
+    if (auto* list = KwControl<QListWidget>(this, m_subcaseListId))
+        connect(list, &QListWidget::itemSelectionChanged, this, &CKwMFCUIBase::HandOverSubcases);
+    for (int id : {1, 2})
+        if (auto* b = KwControl<QAbstractButton>(this, id))
+            connect(b, &QAbstractButton::clicked, this,
+                    [this, id] { id == 1 ? OnOK() : OnCancel(); });
+    // Texts first: combo boxes get their items before the stored values choose rows in them.
     const bool r = CKwMFCDialog::OnInitDialog();
+    LoadObjectData();
+    OnObjectDataLoaded();
     // While an editor is open the view takes no second one, and its picks come here.
     EnterViewDialogStack();
     if (CFMView* view = GetFMView())
@@ -327,6 +354,262 @@ bool CKwMFCUIBase::OnInitDialog()
     publishPickMask();
     m_bNotificationsEnabled = 1;
     return r;
+}
+
+// --- tables ---
+
+void CKwMFCUIBase::connectBindings()
+{
+    for (const KwValueBinding& b : m_bindings) {
+        QWidget* w = KwFindControl(this, b.ctrlId);
+        const int field = b.field;
+        bool wired = false;
+        switch (b.kind) {
+        case KwBind::ComboIndex:
+            if (auto* c = qobject_cast<QComboBox*>(w)) {
+                connect(c, &QComboBox::currentIndexChanged, this,
+                        [this, field](int row) { SetValue(field, row); });
+                wired = true;
+            }
+            break;
+        case KwBind::TypeCombo:
+            if (auto* c = qobject_cast<QComboBox*>(w)) {
+                m_typeField = field;
+                m_typeComboId = b.ctrlId;
+                connect(c, &QComboBox::currentIndexChanged, this, &CKwMFCUIBase::onTypeRow);
+                wired = true;
+            }
+            break;
+        case KwBind::Check:
+            if (auto* c = qobject_cast<QAbstractButton*>(w)) {
+                connect(c, &QAbstractButton::toggled, this,
+                        [this, field](bool on) { SetValue(field, on ? 1 : 0); });
+                wired = true;
+            }
+            break;
+        case KwBind::Slider:
+            if (auto* c = qobject_cast<QAbstractSlider*>(w)) {
+                connect(c, &QAbstractSlider::valueChanged, this,
+                        [this, field](int v) { SetValue(field, v); });
+                wired = true;
+            }
+            break;
+        case KwBind::Color:
+            if (auto* c = qobject_cast<CKwColorSwatch*>(w)) {
+                connect(c, &CKwColorSwatch::colorChosen, this,
+                        [this, field](unsigned c) { SetValue(field, static_cast<int>(c)); });
+                wired = true;
+            }
+            break;
+        case KwBind::RadioGroup:
+            for (int i = 0; i < b.count; ++i)
+                if (auto* c = KwControl<QAbstractButton>(this, b.ctrlId + i)) {
+                    connect(c, &QAbstractButton::toggled, this, [this, field, i](bool on) {
+                        if (on)
+                            SetValue(field, i);
+                    });
+                    wired = true;
+                }
+            break;
+        }
+#ifndef NDEBUG
+        if (!wired)
+            qDebug("%s: value binding of field %d names no suitable control %d",
+                   metaObject()->className(), field, b.ctrlId);
+#else
+        Q_UNUSED(wired);
+#endif
+    }
+}
+
+void CKwMFCUIBase::FillBoundControls()
+{
+    for (const KwValueBinding& b : m_bindings) {
+        int v = 0;
+        if (!GetValue(b.field, v))
+            continue;
+        QWidget* w = b.kind == KwBind::RadioGroup ? nullptr : KwFindControl(this, b.ctrlId);
+        const QSignalBlocker block(w);
+        switch (b.kind) {
+        case KwBind::ComboIndex:
+            if (auto* c = qobject_cast<QComboBox*>(w))
+                c->setCurrentIndex(v < c->count() ? v : -1);
+            break;
+        case KwBind::TypeCombo:
+            if (auto* c = qobject_cast<QComboBox*>(w)) {
+                const int row = GetSelectionFromType(v);
+                c->setCurrentIndex(row < c->count() ? row : -1);
+            }
+            break;
+        case KwBind::Check:
+            if (auto* c = qobject_cast<QAbstractButton*>(w))
+                c->setChecked(v != 0);
+            break;
+        case KwBind::Slider:
+            if (auto* c = qobject_cast<QAbstractSlider*>(w))
+                c->setValue(v);
+            break;
+        case KwBind::Color:
+            if (auto* c = qobject_cast<CKwColorSwatch*>(w))
+                c->SetColor(static_cast<unsigned>(v));
+            break;
+        case KwBind::RadioGroup:
+            for (int i = 0; i < b.count; ++i)
+                if (auto* c = KwControl<QAbstractButton>(this, b.ctrlId + i)) {
+                    const QSignalBlocker blockRadio(c);
+                    c->setChecked(i == v);
+                }
+            break;
+        }
+    }
+}
+
+void CKwMFCUIBase::SelectTypeFromEntity()
+{
+    auto* combo = KwControl<QComboBox>(this, m_typeComboId);
+    int type = -1;
+    if (!combo || !GetValue(m_typeField, type))
+        return;
+    const QSignalBlocker block(combo);
+    const int row = GetSelectionFromType(type);
+    combo->setCurrentIndex(row < combo->count() ? row : -1);
+}
+
+const KwTypePanel* CKwMFCUIBase::panelFor(int type) const
+{
+    for (const KwTypePanel& row : m_panels)
+        if (row.type == type)
+            return &row;
+    return nullptr;
+}
+
+void CKwMFCUIBase::installPrompt(const KwTypePanel& row)
+{
+    const bool useExplicit = row.explicitPrompt.key && IsExplicitAnalysis();
+    const KwPrompt& p = useExplicit ? row.explicitPrompt : row.prompt;
+    if (p.key)
+        SetControlToolTip(m_promptCode, KwPropText(p.section, p.key, p.english));
+}
+
+void CKwMFCUIBase::ApplyTypePanel(int type)
+{
+    const KwTypePanel* row = panelFor(type);
+    if (!row)
+        return;
+    // Every panel control of the table is hidden but those of this type.
+    for (const KwTypePanel& other : m_panels)
+        for (int id : other.panels)
+            if (id != 0)
+                if (QWidget* w = KwFindControl(this, id))
+                    w->setVisible(false);
+    for (int id : row->panels)
+        if (id != 0)
+            if (QWidget* w = KwFindControl(this, id))
+                w->setVisible(true);
+    if (row->flags & KwPanelFlag::HideCoordSystems)
+        if (CFMView* view = GetFMView())
+            view->HideAllCoordinateSystem();
+    if (row->flags & KwPanelFlag::Refill)
+        FillBoundControls();
+    if (CKwMFCNodeElemSelectionBox* box = m_boxes.isEmpty() ? nullptr : m_boxes.first().data()) {
+        const bool useExplicit = row->explicitFilter != 0 && IsExplicitAnalysis();
+        box->SetFilter(useExplicit ? row->explicitFilter : row->filter);
+        publishPickMask();
+    }
+    installPrompt(*row);
+    HandOverSubcases();
+}
+
+void CKwMFCUIBase::onTypeRow(int row)
+{
+    const int taken = OnTypeRowChosen(row);
+    if (taken != row) {
+        auto* combo = KwControl<QComboBox>(this, m_typeComboId);
+        const QSignalBlocker block(combo);
+        if (combo)
+            combo->setCurrentIndex(taken);
+    }
+    const int type = GetTypeFromSelection(taken);
+    int stored = -1;
+    GetValue(m_typeField, stored);
+    if (type < 0 || type == stored)
+        return;
+    SetValue(m_typeField, type);
+    ApplyTypePanel(type);
+    Display(1);
+    OnTypeChanged(type);
+}
+
+void CKwMFCUIBase::HandOverSubcases()
+{
+    auto* list = KwControl<QListWidget>(this, m_subcaseListId);
+    if (!list)
+        return;
+    QList<int> rows;
+    for (int i = 0; i < list->count(); ++i)
+        if (list->item(i)->isSelected())
+            rows << i;
+    SetListValue(m_subcaseCode, rows);
+}
+
+void CKwMFCUIBase::refillSelectionBoxes()
+{
+    for (const auto& b : std::as_const(m_boxes))
+        if (b)
+            b->ResetContent();
+    const QList<CKwUIEntity*> entities = GetSelectedEntities();
+    AddEntitiesToSelectionBox(&entities);
+}
+
+void CKwMFCUIBase::OnObjectDataLoaded()
+{
+    FillBoundControls();
+    int type = -1;
+    if (!m_panels.empty() && GetValue(m_typeField, type))
+        ApplyTypePanel(type);
+    // After the filter: the boxes show what the type's filter admits.
+    refillSelectionBoxes();
+}
+
+void CKwMFCUIBase::SetTextToCurrentLang()
+{
+    const QString title = GetPageTitleString();
+    if (!title.isEmpty())
+        setWindowTitle(title);
+    KwApplyTextTable(this, m_texts, GetUnitSystem());
+    for (CKwHideMembersButton* b : findChildren<CKwHideMembersButton*>())
+        b->Retranslate();
+    SelectTypeFromEntity();
+    int type = -1;
+    if (GetValue(m_typeField, type))
+        if (const KwTypePanel* row = panelFor(type))
+            installPrompt(*row);
+}
+
+bool CKwMFCUIBase::UpdateGateAllows(bool checkOnly) const
+{
+    const auto* gate = KwControl<QAbstractButton>(this, m_updateGateId);
+    return !(checkOnly && gate && !gate->isChecked());
+}
+
+KW_UOM* CKwMFCUIBase::GetUnitSystem() const
+{
+    if (m_units)
+        return m_units;
+    CFMView* view = GetFMView();
+    return view ? view->GetUnitHolder() : nullptr;
+}
+
+bool CKwMFCUIBase::IsExplicitAnalysis() const
+{
+    const CKwAnalysis* a = GetAnalysis();
+    return a && a->IsExplicitAnalysis();
+}
+
+void CKwMFCUIBase::ShowAdvisory(const char* section, const char* key, const char* english) const
+{
+    if (CFMView* view = GetFMView())
+        view->ShowBubbleToolTipWarning(KwErrText(section, key, english), 0);
 }
 
 void CKwMFCUIBase::OnReactivatedByView() { publishPickMask(); }

@@ -2,9 +2,13 @@
 // Dialog half shared by every entity editor. It shares the logic base CKwUIBase (virtually)
 // with the editor's entity logic, keeps the editor's selection boxes with one active, takes
 // the view's pick events, runs OK and Cancel through the logic, and implements the logic's UI
-// callbacks once over the editor's control-code table.
+// callbacks once over the editor's control-code table. An editor declares its tables (control
+// codes, texts, value bindings, type panels); the base connects the controls once and refills
+// them the same way whenever the logic has (re)loaded its edit copy.
 #include "CKwMFCDialog.h"
 #include "CKwUIBase.h"
+#include "KwEditorTables.h"
+#include "KwLangText.h"
 #include "KwMFCUIExport.h"
 
 #include <QList>
@@ -13,6 +17,7 @@
 
 class CKwMFCNodeElemSelectionBox;
 class CKwUIEntity;
+class KW_UOM;
 
 // Which UI callbacks a control code accepts.
 namespace KwCodeOp {
@@ -43,9 +48,10 @@ public:
     CKwMFCNodeElemSelectionBox* GetActiveSelectionBox() const;
     // The active box when it admits the entity, else the first registered box that does.
     CKwMFCNodeElemSelectionBox* FindSelectionBoxFor(const CKwUIEntity* entity) const;
-    // Adds the entities to their boxes (optionally emptying the boxes first). Entities no box
-    // admits are taken out of the list, so that the logic is told only what was taken.
-    void AddEntitiesToSelectionBox(QList<CKwUIEntity*>* entities, bool clearFirst = false);
+    // Adds the entities to the boxes that admit them; with `clearFirst` each box that receives
+    // entities is emptied before its first one. Entities no box admits are skipped. The list
+    // itself is left as it was.
+    void AddEntitiesToSelectionBox(const QList<CKwUIEntity*>* entities, bool clearFirst = false);
     // Takes entities by their IDs as if picked; IDs that name no entity of that kind are
     // listed in the warning. Returns how many IDs were missing.
     int AddEntitiesByID(int kind, const QList<int>& ids);
@@ -63,12 +69,64 @@ public:
     void OnOK() override;
     void OnCancel() override;
 
+    // Title and text table in the current language. Runs again on a language switch and
+    // changes nothing in the edit copy.
+    void SetTextToCurrentLang() override;
+    // The common path after every (re)load of the edit copy: bound controls, type panel with
+    // its filter and prompt, then the selection boxes from the logic's entities.
+    void OnObjectDataLoaded() override;
+
+    // The unit system labels and values are shown in: the one given, else the view's.
+    KW_UOM* GetUnitSystem() const;
+    void SetUnitSystem(KW_UOM* units) { m_units = units; }
+    bool IsExplicitAnalysis() const;
+
 protected:
     bool OnInitDialog() override;
     bool event(QEvent* event) override;
 
+    // --- the editor's tables (static storage; registered in the constructor) ---
     void SetControlCodes(std::span<const KwControlCode> table) { m_codes = table; }
+    void SetTextTable(std::span<const KwTextRow> table) { m_texts = table; }
+    void SetValueBindings(std::span<const KwValueBinding> table) { m_bindings = table; }
+    // Type panels; the prompt of the current type goes to the control of `promptCode`.
+    void SetTypePanels(std::span<const KwTypePanel> table, int promptCode)
+    {
+        m_panels = table;
+        m_promptCode = promptCode;
+    }
+    // A multiple-selection list whose chosen rows go to the logic under `code` after every
+    // selection change and every panel switch.
+    void SetSubcaseList(int ctrlId, int code)
+    {
+        m_subcaseListId = ctrlId;
+        m_subcaseCode = code;
+    }
+    // The check box that gates check-only updates of the edit copy (0: none).
+    void SetUpdateGate(int ctrlId) { m_updateGateId = ctrlId; }
+    // False when `checkOnly` is set and the gate box is clear: the update is skipped.
+    bool UpdateGateAllows(bool checkOnly) const;
+
     QWidget* ControlForCode(int code, unsigned op) const;
+    // Filter, option and registration of a selection box in one call.
+    void SetupSelectionBox(CKwMFCNodeElemSelectionBox* box, unsigned filter, int option);
+
+    // Fills every bound control from the logic's value interface, sending no change signals.
+    void FillBoundControls();
+    // Shows the panel of `type` with its filter and prompt, then hands the subcases over.
+    void ApplyTypePanel(int type);
+    // Selects the type combo's row of the stored type.
+    void SelectTypeFromEntity();
+    // Hands the rows chosen in the subcase list to the logic.
+    void HandOverSubcases();
+    // A bubble warning in the view from a language triple; nothing without a view.
+    void ShowAdvisory(const char* section, const char* key, const char* english) const;
+
+    // A type combo row was chosen; returns the row to take instead (a heading row hands on
+    // to the row below it). The base then maps it to a type code.
+    virtual int OnTypeRowChosen(int row) { return row; }
+    // The type changed and its panel is shown: the editor's advisories.
+    virtual void OnTypeChanged(int type) {}
 
     // Handlers of the view's events; editors may override them. Each returns the result given
     // back to the view.
@@ -90,7 +148,23 @@ private:
     void boxRequested(const QList<CKwUIEntity*>& entities);
     void publishPickMask();
     void releaseView();
+    void connectBindings();
+    void onTypeRow(int row);
+    void refillSelectionBoxes();
+    const KwTypePanel* panelFor(int type) const;
+    void installPrompt(const KwTypePanel& row);
 
     std::span<const KwControlCode> m_codes;
+    std::span<const KwTextRow> m_texts;
+    std::span<const KwValueBinding> m_bindings;
+    std::span<const KwTypePanel> m_panels;
+    int m_promptCode = 0;
+    int m_typeField = -1;
+    int m_typeComboId = 0;
+    int m_subcaseListId = 0;
+    int m_subcaseCode = 0;
+    int m_updateGateId = 0;
+    bool m_inPick = false;
+    KW_UOM* m_units = nullptr;
     QList<QPointer<CKwMFCNodeElemSelectionBox>> m_boxes;
 };

@@ -3,7 +3,11 @@
 #include "CKwXMLUtils.h"
 #include "KwControls.h"
 
+#include "KW_UOM.h"
+
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QHash>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -76,4 +80,53 @@ QString KwGetControlText(QWidget* root, int ctrlId)
     if (auto* p = qobject_cast<QPlainTextEdit*>(w))
         return p->toPlainText();
     return w->windowTitle();
+}
+
+QString KwRowText(const KwTextRow& row)
+{
+    switch (row.lookup) {
+    case KwTextLookup::Tree: return KwTreeText(row.section, row.key, row.english);
+    case KwTextLookup::Err: return KwErrText(row.section, row.key, row.english);
+    case KwTextLookup::Prop: break;
+    }
+    return KwPropText(row.section, row.key, row.english);
+}
+
+void KwApplyTextTable(QWidget* root, std::span<const KwTextRow> rows, const KW_UOM* units)
+{
+    // Combo boxes refilled by this pass, with the row each had selected.
+    QHash<QComboBox*, int> refilled;
+    for (const KwTextRow& r : rows) {
+        if (r.when && !r.when())
+            continue;
+        const QString t = KwRowText(r);
+        switch (r.to.target) {
+        case KwTextTarget::Caption: KwSetControlText(root, r.ctrlId, t); break;
+        case KwTextTarget::Label: KwSetControlText(root, r.ctrlId, KwLabel(t)); break;
+        case KwTextTarget::ToolTip:
+            if (QWidget* w = KwFindControl(root, r.ctrlId))
+                w->setToolTip(t);
+            break;
+        case KwTextTarget::UnitLabel: {
+            const QString unit = units ? units->GetUnits(r.unitKind) : QString();
+            KwSetControlText(root, r.ctrlId, QStringLiteral("%1 (%2):").arg(t, unit));
+            break;
+        }
+        case KwTextTarget::Item:
+            if (auto* combo = qobject_cast<QComboBox*>(KwFindControl(root, r.ctrlId))) {
+                if (!refilled.contains(combo)) {
+                    refilled.insert(combo, combo->currentIndex());
+                    combo->blockSignals(true);
+                    combo->clear();
+                }
+                combo->addItem(t);
+            }
+            break;
+        }
+    }
+    for (auto it = refilled.cbegin(); it != refilled.cend(); ++it) {
+        QComboBox* combo = it.key();
+        combo->setCurrentIndex(it.value() < combo->count() ? it.value() : -1);
+        combo->blockSignals(false);
+    }
 }

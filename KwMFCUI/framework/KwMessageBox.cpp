@@ -1,6 +1,5 @@
 #include "KwMessageBox.h"
 
-#include "CKwMFCUIApp.h"
 #include "KwLangText.h"
 
 #include <QAbstractButton>
@@ -103,6 +102,8 @@ int KwMessageBoxW(QWidget* owner, const QString& text, const QString& caption, u
     return KwButtonToResult(box.standardButton(clicked));
 }
 
+QString KwProductDisplayName() { return QStringLiteral("KwFEA Studio"); }
+
 int KwAfxMessageBox(const QString& text, unsigned style, unsigned helpId, bool hostText)
 {
     QMessageBox::Icon icon = KwStyleToIcon(style);
@@ -110,7 +111,7 @@ int KwAfxMessageBox(const QString& text, unsigned style, unsigned helpId, bool h
     if (icon == QMessageBox::NoIcon)
         s |= KwMB::ICONWARNING; // the host's default box shows an exclamation mark
     QWidget* owner = QApplication::activeWindow();
-    QMessageBox box(KwStyleToIcon(s), CKwMFCUIApp::ProductDisplayName(), text,
+    QMessageBox box(KwStyleToIcon(s), KwProductDisplayName(), text,
                     KwStyleToButtons(s), owner);
     box.setObjectName(QStringLiteral("KwMessageBox"));
     box.setProperty("helpId", helpId);

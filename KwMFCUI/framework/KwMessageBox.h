@@ -19,6 +19,9 @@ enum : int { IDOK = 1, IDCANCEL = 2, IDABORT = 3, IDRETRY = 4, IDIGNORE = 5, IDY
              IDNO = 7, IDCLOSE = 8 };
 } // namespace KwMB
 
+// The product's display name: the caption of every message box of the module.
+KWMFCUI_EXPORT QString KwProductDisplayName();
+
 KWMFCUI_EXPORT QMessageBox::Icon KwStyleToIcon(unsigned style);
 KWMFCUI_EXPORT QMessageBox::StandardButtons KwStyleToButtons(unsigned style);
 // The result code of a pressed button (IDCANCEL for anything unknown, as closing the box).

@@ -1,21 +1,19 @@
 #include "CKwMFCUIApp.h"
 
 #include "CFMView.h"
-#include "CKwAnalysis.h"
-#include "CKwFrameWnd.h"
 #include "CKwMFCDialog.h"
 #include "CKwPlot.h"
-#include "CKwUIBase.h"
 #include "CKwiCKAddin.h"
 #include "KwLangText.h"
 #include "KwLaunchTable.h"
 #include "KwMFCUIEntry.h"
 #include "KwMessageBox.h"
 #include "KwMethodLogger.h"
-#include "KwModuleWindows.h"
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QLoggingCategory>
+#include <iterator>
 #include <new>
 
 static void kwInitModuleResources() { Q_INIT_RESOURCE(kwmfcui); }
@@ -24,29 +22,7 @@ namespace {
 
 void runInitInstance() { CKwMFCUIApp::Instance().InitInstance(); }
 
-QString requestText(const MessageRequest* m)
-{
-    return (m && m->text) ? QString::fromWCharArray(m->text) : QString();
-}
-
-// Style bits of a kind-83 box from the record's icon and button codes.
-unsigned messageStyle(const MessageRequest& m)
-{
-    unsigned style = 0;
-    switch (m.icon) {
-    case 0: style |= KwMB::ICONQUESTION; break;
-    case 2: style |= KwMB::ICONERROR; break;
-    case 3:
-    case 4: style |= KwMB::ICONWARNING; break;
-    default: style |= KwMB::ICONINFORMATION; break;
-    }
-    switch (m.buttons) {
-    case 1: style |= KwMB::YESNO; break;
-    case 2: style |= KwMB::OKCANCEL; break;
-    default: style |= KwMB::OK; break;
-    }
-    return style;
-}
+Q_LOGGING_CATEGORY(lcLaunch, "kw.launch")
 
 void showNotAvailable()
 {
@@ -55,35 +31,10 @@ void showNotAvailable()
                     KwMB::OK);
 }
 
-// Kind 82: a status message for the open editor, or a plain box when there is none.
-void deliverStatusMessage(CFMView* view, const MessageRequest* m)
-{
-    if (!view || !m)
-        return;
-    const QString text = requestText(m);
-    if (auto* editor = dynamic_cast<CKwUIBase*>(view->GetOpenDialog())) {
-        editor->OnKwMessage(text, m->buttons, m->code);
-        return;
-    }
-    KwAfxMessageBox(text, KwMB::OK, m->buttons, true);
-}
-
-// Kind 83: a message box whose pressed button goes back into the record.
-void runMessageBox(CFMView* view, MessageRequest* m)
-{
-    if (!view || !m)
-        return;
-    QWidget* owner = view->GetOpenDialog();
-    if (!owner && view->GetFrameWnd())
-        owner = view->GetFrameWnd()->GetSafeHwnd();
-    const int pressed = KwMessageBoxW(owner, requestText(m), CKwMFCUIApp::ProductDisplayName(),
-                                      messageStyle(*m), true);
-    m->result = static_cast<std::uint32_t>(pressed - 1);
-}
-
-// Step common to every kind that opens something: clear away the result toolbar (or refuse
-// when another dialog is open), switch result display off, and tell the add-in.
-bool prepareView(const DialogLaunchRequest& r)
+// Common to every kind that opens something: clear away the result toolbar (or refuse when
+// another dialog is open), switch the result display off unless the kind shows results, and
+// tell the add-in.
+bool prepareView(const KwLaunchEntry& e, const DialogLaunchRequest& r)
 {
     CFMView* view = r.view;
     if (view) {
@@ -95,7 +46,7 @@ bool prepareView(const DialogLaunchRequest& r)
                 return false;
             }
         }
-        if (!view->IsSolvraRunning() && r.kind != 7 && r.kind != 86) {
+        if (!view->IsSolvraRunning() && !e.keepsResultDisplay) {
             view->ClearResultDisplay(r.analysis);
             if (CKwPlot* plot = view->GetActivePlot()) {
                 plot->TurnPlotDisplayOff();
@@ -108,32 +59,84 @@ bool prepareView(const DialogLaunchRequest& r)
     return true;
 }
 
-bool hasResults(const CKwAnalysis* a)
+// The row's factory, or the "not available" message for a dialog this build does not have.
+// The dialog it returns must be built on the row's template: the row names the template the
+// window's place is kept under, and the two must not drift apart.
+CKwMFCDialog* build(const KwLaunchEntry& e, const KwLaunchArgs& args)
 {
-    return a->HasResultSet() || a->GetFirstValidSubcaseInAnalysisResults() != nullptr;
-}
-
-CKwMFCDialog* construct(const KwLaunchEntry& e, const KwLaunchArgs& args)
-{
+    if (!e.factory) {
+        showNotAvailable();
+        return nullptr;
+    }
+    CKwMFCDialog* dlg = nullptr;
     try {
-        return e.factory(args);
+        dlg = e.factory(args);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
+    if (dlg && dlg->GetTemplateId() != e.templateId) {
+        qCCritical(lcLaunch, "kind %u: the table names template %u, %s is built on %u", e.kind,
+                   e.templateId, e.className, dlg->GetTemplateId());
+        Q_ASSERT_X(false, "LaunchDialog", "kind table and dialog disagree on the template");
+    }
+    return dlg;
 }
 
-void commonEnding(CKwMFCDialog* dlg, const DialogLaunchRequest& r)
+// The ways a row opens, in the order of KwLaunchHow.
+
+void openModeless(const KwLaunchEntry& e, const KwLaunchArgs& a)
 {
+    CKwMFCDialog* dlg = build(e, a);
     if (!dlg)
         return;
-    dlg->SetLaunchKind(r.kind);
+    dlg->SetLaunchKind(a.kind);
     if (dlg->GetCloseAtOnce()) {
         dlg->DestroyWindow();
         return;
     }
-    if (r.createHidden == 0)
+    if (!a.createHidden)
         dlg->show();
 }
+
+void openHoldingOwner(const KwLaunchEntry& e, const KwLaunchArgs& a)
+{
+    if (CKwMFCDialog* dlg = build(e, a)) {
+        dlg->show();
+        dlg->HoldOwner();
+    }
+}
+
+void openModal(const KwLaunchEntry& e, const KwLaunchArgs& a)
+{
+    if (CKwMFCDialog* dlg = build(e, a)) {
+        dlg->SetLaunchKind(a.kind);
+        dlg->DoModal();
+        delete dlg;
+    }
+}
+
+void ignore(const KwLaunchEntry&, const KwLaunchArgs&) {}
+
+void openByFactory(const KwLaunchEntry& e, const KwLaunchArgs& a) { build(e, a); }
+
+struct LaunchWay
+{
+    bool preparesView;
+    void (*open)(const KwLaunchEntry&, const KwLaunchArgs&);
+};
+
+constexpr LaunchWay kWays[] = {
+    {true, openModeless},      // Modeless
+    {true, openHoldingOwner},  // ModelessHoldOwner
+    {true, openModal},         // Modal
+    {true, ignore},            // Ignored
+    {true, openByFactory},     // Special
+    {false, openByFactory},    // Message
+};
+static_assert(std::size(kWays) == std::size_t(KwLaunchHow::Message) + 1);
+
+// Kinds outside the table: the view is prepared as for any kind, then "not available".
+const KwLaunchEntry kUnknownKind{0, "", 0, KwLaunchHow::Modeless, nullptr};
 
 } // namespace
 
@@ -145,7 +148,7 @@ CKwMFCUIApp& CKwMFCUIApp::Instance()
     return app;
 }
 
-QString CKwMFCUIApp::ProductDisplayName() { return QStringLiteral("KwFEA Studio"); }
+QString CKwMFCUIApp::ProductDisplayName() { return KwProductDisplayName(); }
 
 bool CKwMFCUIApp::InitInstance()
 {
@@ -177,91 +180,12 @@ void CKwMFCUIApp::LaunchDialog(DialogLaunchRequest* request)
                       r.extra,    nullptr,   r.createHidden != 0};
     args.units = (r.view && r.view->GetUnitHolder()) ? r.view->GetUnitHolder() : r.units;
 
-    if (r.kind == 82) {
-        deliverStatusMessage(r.view, static_cast<const MessageRequest*>(r.object));
+    const KwLaunchEntry* found = KwFindLaunchEntry(r.kind);
+    const KwLaunchEntry& entry = found ? *found : kUnknownKind;
+    const LaunchWay& way = kWays[std::size_t(entry.how)];
+    if (way.preparesView && !prepareView(entry, r))
         return;
-    }
-    if (r.kind == 83) {
-        runMessageBox(r.view, static_cast<MessageRequest*>(r.object));
+    if (entry.check && !entry.check(args))
         return;
-    }
-    if (!prepareView(r))
-        return;
-
-    const KwLaunchEntry* entry = KwFindLaunchEntry(r.kind);
-    if (entry && entry->how == KwLaunchHow::Ignored)
-        return;
-
-    switch (r.kind) {
-    case 2:
-        if (r.createHidden != 0 && r.view) {
-            if (auto* mat = dynamic_cast<CKwMaterialEditorLink*>(r.view->GetOpenDialog())) {
-                mat->SetFailureTheorySetting(r.option);
-                mat->RefreshFromHost();
-                return;
-            }
-        }
-        break;
-    case 7:
-        if (r.analysis) {
-            if (!hasResults(r.analysis)) {
-                KwAfxMessageBox(KwErrText("PlotTemplate", "NoValidResults",
-                                          "No Valid Results are available."),
-                                KwMB::OK);
-                return;
-            }
-        } else if (!r.context) {
-            return;
-        }
-        break;
-    case 26:
-        if (!r.analysis || !hasResults(r.analysis))
-            return;
-        break;
-    case 40:
-        if (CKwXYPlotLink* xy = KwModuleWindows::XYPlot())
-            xy->AddValueAndUpdate(r.object);
-        return;
-    case 47:
-        if (!r.object)
-            return;
-        break;
-    default:
-        break;
-    }
-
-    if (!entry || !entry->factory) {
-        showNotAvailable();
-        return;
-    }
-
-    switch (entry->how) {
-    case KwLaunchHow::Modal: {
-        CKwMFCDialog* dlg = construct(*entry, args);
-        if (!dlg)
-            return;
-        dlg->SetLaunchKind(r.kind);
-        dlg->DoModal();
-        delete dlg;
-        return;
-    }
-    case KwLaunchHow::ModelessHoldOwner: {
-        CKwMFCDialog* dlg = construct(*entry, args);
-        if (!dlg)
-            return;
-        dlg->show();
-        dlg->HoldOwner();
-        return;
-    }
-    case KwLaunchHow::Special: {
-        // Kinds whose window is a module-wide singleton: the factory creates or reuses it and
-        // performs the hand-over itself; nothing of the common ending applies.
-        construct(*entry, args);
-        return;
-    }
-    case KwLaunchHow::Modeless:
-    case KwLaunchHow::Ignored:
-        commonEnding(construct(*entry, args), r);
-        return;
-    }
+    way.open(entry, args);
 }

@@ -109,6 +109,14 @@ void CKwMFCUIMeshConvergencePlot::DestroyPlotWindow()
     hide();
 }
 
+void CKwMFCUIMeshConvergencePlot::RecreateWindow()
+{
+    if (!m_bWindowDestroyed)
+        return;
+    m_bWindowDestroyed = false;
+    SetTextToCurrentLang();
+}
+
 void CKwMFCUIMeshConvergencePlot::ShowPlot()
 {
     if (m_bWindowDestroyed)

@@ -33,9 +33,12 @@ public:
     // Function 11.
     int GetResultValue() const { return m_nResultValue; }
 
-    // Function 1: the window goes; the object stays until the host deletes it.
+    // Function 1: the window goes; the object stays until the host deletes it and keeps
+    // taking calls (points, stored value), only without showing itself.
     void DestroyPlotWindow();
     bool IsPlotWindowDestroyed() const { return m_bWindowDestroyed; }
+    // Launch kind 89 on a destroyed plot: the window is made again for the same object.
+    void RecreateWindow();
     void ShowPlot();
 
     KwConvergenceChart* Chart() const;

@@ -159,6 +159,9 @@ void CNLstatusDialog::ResetStatus()
 
 void CNLstatusDialog::showAndRaise()
 {
+    // A destroyed window still keeps its values and flags, but it never comes back on screen.
+    if (m_bWindowDestroyed)
+        return;
     show();
     KwBringWindowToTop(this);
     m_raised.start();

@@ -38,7 +38,8 @@ public:
 
     void SetTextToCurrentLang() override;
 
-    // Hides the window for good; the object stays until the host deletes it.
+    // Hides the window for good; the object stays until the host deletes it and keeps taking
+    // calls (values, title, flags), only without showing itself again.
     void DestroyStatusWindow();
     bool IsStatusWindowDestroyed() const { return m_bWindowDestroyed; }
 
@@ -49,8 +50,8 @@ public:
     // A name for the run (the analysis); the caption shows it beside the title.
     void SetTitleString(const QString& title);
     QString GetTitleString() const { return m_strTitle; }
-    // One progress line. `titleSet` is the module's record that the first line of this run
-    // has been shown; it is set here.
+    // One progress line. `titleSet` is the module's record, shared by both status windows,
+    // that the first line since the last reset has been shown; it is set here.
     void ProgressLine(const QString& text, bool& titleSet);
     // Thermal runs: the first bar row is the temperature.
     void SetTemperatureLabel();

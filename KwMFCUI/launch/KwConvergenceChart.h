@@ -1,13 +1,14 @@
 #pragma once
 // The chart of the convergence plot: the result value of each solution step as a line with
-// markers, with a value axis, a step axis, their captions and the unit of the result.
+// markers, with a value axis, a step axis, their captions and the unit of the result. It is
+// the library's chart with one series kept in step order.
+#include "KwChart.h"
 #include "KwMFCUIExport.h"
 
 #include <QString>
-#include <QWidget>
 #include <vector>
 
-class KWMFCUI_EXPORT KwConvergenceChart : public QWidget
+class KWMFCUI_EXPORT KwConvergenceChart : public KwChart
 {
     Q_OBJECT
 public:
@@ -36,11 +37,10 @@ public:
     QSize sizeHint() const override { return {480, 320}; }
     QSize minimumSizeHint() const override { return {260, 180}; }
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
 private:
-    QString valueAxisCaption() const;
+    // Hands the points and captions to the chart.
+    void syncSeries();
+    void syncCaptions();
 
     std::vector<Point> m_points;
     QString m_name;

@@ -1,4 +1,5 @@
 #include "KwLaunchTable.h"
+#include "KwControls.h"
 
 #include "CKwAboutDlg.h"
 #include "CKwFEBase.h"
@@ -11,7 +12,12 @@
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
+#include "KwLaunchRules.h"
 #include "KwStatusWindows.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
+#include "CKwXYPlot.h"
+#include "CKwXYPlotDlg.h"
 
 namespace {
 
@@ -59,17 +65,52 @@ CKwMFCDialog* openConvergencePlot(const KwLaunchArgs& a)
     return plot;
 }
 
-using H = KwLaunchHow;
+// Kind 36: object is the table; the dialog of the table's kind edits it.
+CKwMFCDialog* makeTableDialog(const KwLaunchArgs& a)
+{
+    auto* table = dynamic_cast<CKwTable*>(static_cast<CKwFEBase*>(a.object));
+    if (!table)
+        return nullptr;
+    CKwTableDialog* dlg = CKwTableDialog::NewFor(table);
+    dlg->Create(a.view, table, a.units);
+    return dlg;
+}
 
-// Read top to bottom: kind, class, template, how, factory (nullptr: not in this build).
+// Kind 39: the one XY-plot window, on the request's plot (reused when open).
+CKwMFCDialog* openXYPlot(const KwLaunchArgs& a)
+{
+    auto* plot = a.object ? dynamic_cast<CKwXYPlot*>(static_cast<CKwFEBase*>(a.object)) : nullptr;
+    CKwXYPlotDlg* dlg = CKwXYPlotDlg::GetXYPlotDlg();
+    if (dlg) {
+        if (plot)
+            dlg->SetPlot(plot, a.units);
+    } else {
+        dlg = new CKwXYPlotDlg();
+        dlg->SetFMView(a.view);
+        dlg->Create(plot, a.units);
+    }
+    if (!a.createHidden) {
+        dlg->show();
+        KwBringWindowToTop(dlg);
+    }
+    return dlg;
+}
+
+using H = KwLaunchHow;
+namespace R = KwLaunchRules;
+constexpr bool kShowsResults = true;
+
+// Read top to bottom: kind, class, template (the one the dialog is built on), how, factory
+// (nullptr: not in this build), then the kind's own check and whether it leaves the result
+// display alone (both optional).
 const KwLaunchEntry kTable[] = {
     {0, "CKwMFCUILoad", 370, H::Modeless, nullptr},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
-    {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr},
+    {2, "CKwMFCUIMaterial", 354, H::Modeless, nullptr, R::UnlessOpenMaterialEditorTakesIt},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},
-    {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
+    {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsValidResults, kShowsResults},
     {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
     {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, nullptr},
     {12, "CKwMFCUISurfaceContact", 360, H::Modeless, nullptr},
@@ -84,7 +125,7 @@ const KwLaunchEntry kTable[] = {
     {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
     {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
     {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
-    {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
+    {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
     {28, "CKwMFCUICoordSystem", 7012, H::Modeless, nullptr},
     {29, "CKwMFCUITimeStep", 7008, H::Modeless, nullptr},
@@ -94,28 +135,28 @@ const KwLaunchEntry kTable[] = {
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, nullptr},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
-    {36, "CKwTableDialog", 0, H::Modeless, nullptr},
+    {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
     {37, "CTreeOptionDialog", 0, H::Modeless, nullptr},
-    {39, "CKwXYPlotDlg", 0, H::Special, nullptr},
-    {40, "CKwXYPlotDlg", 0, H::Special, nullptr},
+    {39, "CKwXYPlotDlg", 7440, H::Special, openXYPlot},
+    {40, "CKwXYPlotDlg", 0, H::Special, R::AddToOpenXYPlot},
     {43, "report", 0, H::Modal, nullptr},
     {44, "CKwAboutDlg", 0, H::Modal, makeAbout},
     {45, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
     {46, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
-    {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr, R::NeedsObject},
     {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
-    {53, "CKwNonlinearParametersDlg", 0, H::Modeless, makeNonlinearParameters},
+    {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
     {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
     {55, "CKwMFCUIEndRelease", 7231, H::Modeless, nullptr},
     {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},
     {68, "display preferences", 0, H::Modal, nullptr},
     {70, "CKwMsgDialog", 1150, H::Modal, makeMsgDialog},
-    {82, "", 0, H::Special, nullptr},
-    {83, "", 0, H::Special, nullptr},
+    {82, "", 0, H::Message, R::DeliverStatusMessage},
+    {83, "", 0, H::Message, R::RunMessageBox},
     {85, "licence type", 7306, H::Modal, nullptr},
-    {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr},
+    {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr, nullptr, kShowsResults},
     {87, "CKwMFCUITechPreview", 7322, H::Modal, makeTechPreview},
     {88, "CKwMFCUIMeshConvergence", 0, H::Modeless, nullptr},
     {89, "CKwMFCUIMeshConvergencePlot", 7335, H::Special, openConvergencePlot},

@@ -17,9 +17,10 @@ struct Singletons
     QPointer<CNLstatusDialog> nonlinear;
     QPointer<CTransientStatusDialog> transient;
     QPointer<CKwMFCUIMeshConvergencePlot> plot;
-    // Whether the first progress line since the last reset has been shown, per window.
-    bool nonlinearTitleSet = false;
-    bool transientTitleSet = false;
+    // Whether the first progress line since the last reset has been shown. One record for
+    // both status windows: only a reset of a running window clears it, so a host that never
+    // resets sees its status windows come up once per session, never again on their own.
+    bool titleSet = false;
 };
 
 Singletons& windows()
@@ -32,7 +33,7 @@ Singletons& windows()
 // opened leave it alone.
 void markSingleton(QWidget* w) { w->setProperty("kwSingleton", true); }
 
-template <class T> void replaceStatusWindow(QPointer<T>& slot, bool& titleSet)
+template <class T> void replaceStatusWindow(QPointer<T>& slot)
 {
     // A second create replaces the window; the old one must not linger unowned.
     delete slot.data();
@@ -40,7 +41,6 @@ template <class T> void replaceStatusWindow(QPointer<T>& slot, bool& titleSet)
     markSingleton(dlg);
     dlg->Create();
     slot = dlg;
-    titleSet = false;
 }
 
 void createPlot(CFMView* view)
@@ -69,7 +69,8 @@ std::int32_t callStatus(CNLstatusDialog* dlg, bool& titleSet, std::uint32_t func
                         std::uint32_t line, std::uint32_t lineWithTemperature,
                         const wchar_t* text, std::int32_t value)
 {
-    if (!dlg || dlg->IsStatusWindowDestroyed())
+    // A window destroyed by function 1 is still the module's object: every call reaches it.
+    if (!dlg)
         return 0;
     switch (function) {
     case 1:
@@ -101,7 +102,7 @@ std::int32_t callStatus(CNLstatusDialog* dlg, bool& titleSet, std::uint32_t func
 std::int32_t callPlot(CKwMFCUIMeshConvergencePlot* plot, std::uint32_t function,
                       std::int32_t value, void* data)
 {
-    if (!plot || plot->IsPlotWindowDestroyed())
+    if (!plot)
         return 0;
     switch (function) {
     case 1:
@@ -130,9 +131,9 @@ void KwStatusWindows::Create(std::uint32_t id)
     KW_LOG_METHOD("CreateKwDialog");
     Singletons& s = windows();
     if (id == 41)
-        replaceStatusWindow(s.nonlinear, s.nonlinearTitleSet);
+        replaceStatusWindow(s.nonlinear);
     else if (id == 42)
-        replaceStatusWindow(s.transient, s.transientTitleSet);
+        replaceStatusWindow(s.transient);
 }
 
 void KwStatusWindows::Delete(std::uint32_t id)
@@ -154,17 +155,17 @@ std::int32_t KwStatusWindows::Call(std::uint32_t id, std::uint32_t function,
     Singletons& s = windows();
     // Whatever is addressed, the windows a run needs exist afterwards.
     if (!s.nonlinear)
-        replaceStatusWindow(s.nonlinear, s.nonlinearTitleSet);
+        replaceStatusWindow(s.nonlinear);
     if (!s.transient)
-        replaceStatusWindow(s.transient, s.transientTitleSet);
+        replaceStatusWindow(s.transient);
     if (!s.plot && function != 1)
         createPlot(view);
 
     switch (id) {
     case 41:
-        return callStatus(s.nonlinear, s.nonlinearTitleSet, function, 5, 6, text, value);
+        return callStatus(s.nonlinear, s.titleSet, function, 5, 6, text, value);
     case 42:
-        return callStatus(s.transient, s.transientTitleSet, function, 7, 8, text, value);
+        return callStatus(s.transient, s.titleSet, function, 7, 8, text, value);
     case 89:
         return callPlot(s.plot, function, value, data);
     default:
@@ -175,7 +176,9 @@ std::int32_t KwStatusWindows::Call(std::uint32_t id, std::uint32_t function,
 CKwMFCUIMeshConvergencePlot* KwStatusWindows::ConvergencePlotFor(CFMView* view)
 {
     Singletons& s = windows();
-    if (!s.plot || s.plot->IsPlotWindowDestroyed())
+    if (!s.plot)
         createPlot(view);
+    else if (s.plot->IsPlotWindowDestroyed())
+        s.plot->RecreateWindow(); // same object: its value and points stay
     return s.plot;
 }

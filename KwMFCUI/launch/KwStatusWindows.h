@@ -13,7 +13,7 @@ void Delete(std::uint32_t id);
 std::int32_t Call(std::uint32_t id, std::uint32_t function, const wchar_t* text,
                   std::int32_t value, CFMView* view, void* data);
 
-// Launch kind 89: the one convergence plot, created on `view` the first time (and again
-// after its window was destroyed), otherwise the existing one.
+// Launch kind 89: the one convergence plot, created on `view` the first time and reused
+// thereafter; a plot whose window function 1 destroyed gets its window back.
 CKwMFCUIMeshConvergencePlot* ConvergencePlotFor(CFMView* view);
 } // namespace KwStatusWindows

@@ -219,6 +219,12 @@ double CFMView::GetDoubleFromString(const KW_UOM* units, const QString& text, in
     return (convert && units) ? units->ToInternalValue(v, unitType) : v;
 }
 
+bool CFMView::IsValidNumberString(const QString& text, int unitType)
+{
+    Q_UNUSED(unitType);
+    return IsNumber(text);
+}
+
 namespace {
 
 // The block part as the view draws it: its eight corners on screen and their depth along the

@@ -9,12 +9,16 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwTable.h"
+#include "CKwXYPlot.h"
 #include "CKwUIEntity.h"
 
 CKwFEModel::CKwFEModel(int id, const QString& name) : CKwFEBase(id, name) {}
 
 CKwFEModel::~CKwFEModel()
 {
+    qDeleteAll(m_xyPlots);
+    qDeleteAll(m_tables);
     qDeleteAll(m_plots);
     qDeleteAll(m_analyses);
     qDeleteAll(m_loads);
@@ -164,5 +168,36 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     auto* stress = new CKwPlot(1, QStringLiteral("Von Mises stress"), linear);
     stress->TurnPlotDisplayOn();
     m->m_plots = {stress};
+
+    // Tables and curves, internal values (seconds, kelvin, hertz, pascal).
+    auto table = [&](int id, const char* name, CKwTable::TableType type,
+                     std::initializer_list<std::pair<double, double>> points) {
+        auto* t = new CKwTable(id, QString::fromLatin1(name), type);
+        for (const auto& p : points)
+            t->AddPoint(p.first, p.second);
+        m->m_tables.append(t);
+    };
+    table(1, "Load table", CKwTable::General, {{1, 2}, {3, 4}, {5, 4.5}});
+    table(2, "Ramp and hold", CKwTable::TimeCurve, {{0, 0}, {1, 1}, {2, 1}, {3, 0.5}});
+    table(3, "Yield factor vs temperature", CKwTable::TemperatureTable,
+          {{293.15, 1}, {473.15, 0.9}, {673.15, 0.7}, {873.15, 0.4}});
+    table(4, "Damping vs frequency", CKwTable::FrequencyTable,
+          {{0, 0.02}, {100, 0.03}, {1000, 0.05}});
+    table(5, "Steel stress-strain", CKwTable::StressStrainCurve,
+          {{0, 0}, {0.00119, 2.5e8}, {0.01, 2.9e8}, {0.05, 3.6e8}, {0.2, 4.2e8}});
+
+    auto* history = new CKwXYPlot(1, QStringLiteral("Displacement history"));
+    history->m_xTitle = QStringLiteral("Time");
+    history->m_xUnitType = 12;
+    history->m_yTitle = QStringLiteral("Displacement");
+    history->m_yUnitType = 5;
+    history->AddSeries(QStringLiteral("Node 12"));
+    history->AddSeries(QStringLiteral("Node 40"));
+    for (int i = 0; i <= 40; ++i) {
+        const double t = i * 0.05;
+        history->AddValue({0, t, 0.002 * t * (1.0 - 0.3 * t)});
+        history->AddValue({1, t, 0.0012 * t});
+    }
+    m->m_xyPlots = {history};
     return m;
 }

@@ -46,18 +46,23 @@ CKwAnalysis* CKwUIRestraint::GetAnalysis() const
     return model && !model->m_analyses.isEmpty() ? model->m_analyses.first() : nullptr;
 }
 
-int CKwUIRestraint::GetTypeFromSelection(int index)
+int CKwUIRestraint::GetTypeFromSelection(int index) const
 {
     constexpr int n = static_cast<int>(std::size(kTypeOfRow));
     return index >= 0 && index < n ? kTypeOfRow[index] : -1;
 }
 
-int CKwUIRestraint::GetSelectionFromType(int type)
+int CKwUIRestraint::GetSelectionFromType(int type) const
 {
     for (int i = 0; i < static_cast<int>(std::size(kTypeOfRow)); ++i)
         if (kTypeOfRow[i] == type)
             return i;
     return -1;
+}
+
+QList<CKwUIEntity*> CKwUIRestraint::GetSelectedEntities() const
+{
+    return GetEditObject() ? GetEditObject()->m_entities : QList<CKwUIEntity*>();
 }
 
 std::unique_ptr<CKwRestraint> CKwUIRestraint::CreateNewObject()
@@ -239,8 +244,19 @@ void CKwUIRestraint::UpdateConstraintEntities(QList<CKwUIEntity*>* entities)
     CKwRestraint* r = GetEditObject();
     if (!r || !entities)
         return;
+    // What a constraint of this type can act on; the view's filter normally sees to it, but
+    // a pick reported by other means is judged here too.
+    const auto admitted = [type = r->m_type](const CKwUIEntity* e) {
+        switch (type) {
+        case CKwRestraint::Pin:
+        case CKwRestraint::Frictionless: return e->GetKind() == CKwUIEntity::Face;
+        case CKwRestraint::ResponseSpectrum:
+            return e->GetKind() == CKwUIEntity::Vertex || e->GetKind() == CKwUIEntity::Point;
+        default: return true;
+        }
+    };
     for (CKwUIEntity* e : *entities)
-        if (e && !r->m_entities.contains(e))
+        if (e && admitted(e) && !r->m_entities.contains(e))
             r->m_entities.append(e);
     Display(1);
 }

@@ -1,5 +1,7 @@
 #include "KW_UOM.h"
 
+#include "CKwXMLUtils.h"
+
 #include <cmath>
 
 namespace {
@@ -124,4 +126,21 @@ QString KW_UOM::GetErrorMessageForUnit(int unitKind) const
     if (units.isEmpty())
         return QStringLiteral("Enter a number.");
     return QStringLiteral("Enter a number in %1.").arg(units);
+}
+
+QString KW_UOM::GetErrorMessageForUnit(const QString& text, int unitKind) const
+{
+    const QString units = GetUnits(unitKind);
+    QString shown = text.left(40);
+    if (shown.size() < text.size())
+        shown += QStringLiteral("...");
+    if (units.isEmpty())
+        return CKwXMLUtils::GetInternationalErrorMessageItemText(
+                   QStringLiteral("Units"), QStringLiteral("InvalidNumber"),
+                   QStringLiteral("'%1' is not a valid number. Enter a number."))
+            .arg(shown);
+    return CKwXMLUtils::GetInternationalErrorMessageItemText(
+               QStringLiteral("Units"), QStringLiteral("InvalidNumberInUnit"),
+               QStringLiteral("'%1' is not a valid number. Enter a number in %2."))
+        .arg(shown, units);
 }

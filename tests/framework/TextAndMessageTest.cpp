@@ -4,7 +4,10 @@
 #include "KwLangText.h"
 #include "KwMessageBox.h"
 
+#include "KW_UOM.h"
+
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QWidget>
@@ -57,6 +60,46 @@ TEST(LanguageText, setsControlsByIdAndSkipsMissingOnes)
     EXPECT_FALSE(KwSetControlText(&root, 9999, QStringLiteral("x")));
     EXPECT_EQ(KwGetControlText(nullptr, 1419), QString());
     EXPECT_EQ(KwFindControl(nullptr, 1), nullptr);
+}
+
+namespace {
+bool g_offered = false;
+bool offered() { return g_offered; }
+} // namespace
+
+TEST(LanguageText, tableRowsReachToolTipsUnitLabelsAndComboItemsAndKeepTheChosenRow)
+{
+    QWidget root;
+    auto* label = new QLabel(&root);
+    auto* combo = new QComboBox(&root);
+    KwSetControlId(label, 1530);
+    KwSetControlId(combo, 1417);
+    KW_UOM units;
+    const KwTextRow rows[] = {
+        {1530, "Constraints", "LabelThermalConstraint", "Temperature", KwTextTarget::UnitLabel,
+         KwTextLookup::Prop, KwUnitKind::Temperature},
+        {1530, "Subcases", "TreeCategoryText", "Subcases", KwTextTarget::ToolTip,
+         KwTextLookup::Tree},
+        {1417, "Constraints", "DropDownStructural", "Structural", KwTextTarget::Item},
+        {1417, "Constraints", "DropDownPin", "Pin", KwTextTarget::Item},
+        {1417, "Constraints", "DropDownRigidExplicit", "Rigid(Explicit", KwTextTarget::Item,
+         KwTextLookup::Prop, 0, offered},
+    };
+    int changes = 0;
+    QObject::connect(combo, &QComboBox::currentIndexChanged, [&] { ++changes; });
+    KwApplyTextTable(&root, rows, &units);
+    EXPECT_EQ(label->text(), QStringLiteral("Temperature (%1):").arg(units.GetUnits(KwUnitKind::Temperature)));
+    EXPECT_EQ(label->toolTip(), QStringLiteral("Subcases"));
+    EXPECT_EQ(combo->count(), 2);
+    combo->setCurrentIndex(1);
+    changes = 0;
+    // A second pass (a language switch) refills the items and keeps the chosen row silently.
+    g_offered = true;
+    KwApplyTextTable(&root, rows, &units);
+    EXPECT_EQ(combo->count(), 3);
+    EXPECT_EQ(combo->currentIndex(), 1);
+    EXPECT_EQ(changes, 0);
+    g_offered = false;
 }
 
 TEST(MessageBoxMapping, styleBitsChooseIconAndButtons)

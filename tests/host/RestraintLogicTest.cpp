@@ -22,13 +22,14 @@ struct Logic : public CKwUIRestraint
 TEST(RestraintLogic, comboRowsAndTypeCodesTranslateBothWays)
 {
     const int typeOfRow[] = {0, 3, 4, 2, 1, 5};
+    const Logic logic;
     for (int row = 0; row < 6; ++row) {
-        EXPECT_EQ(CKwUIRestraint::GetTypeFromSelection(row), typeOfRow[row]);
-        EXPECT_EQ(CKwUIRestraint::GetSelectionFromType(typeOfRow[row]), row);
+        EXPECT_EQ(logic.GetTypeFromSelection(row), typeOfRow[row]);
+        EXPECT_EQ(logic.GetSelectionFromType(typeOfRow[row]), row);
     }
     for (int bad : {-1, 6, 100}) {
-        EXPECT_EQ(CKwUIRestraint::GetTypeFromSelection(bad), -1);
-        EXPECT_EQ(CKwUIRestraint::GetSelectionFromType(bad), -1);
+        EXPECT_EQ(logic.GetTypeFromSelection(bad), -1);
+        EXPECT_EQ(logic.GetSelectionFromType(bad), -1);
     }
 }
 

@@ -30,7 +30,15 @@ template <class T> T* find()
 class SolverRun : public ::testing::TestWithParam<KwSolverRun::Kind>
 {
 protected:
-    void SetUp() override { kwtest::IsolateSettings(); }
+    void SetUp() override
+    {
+        kwtest::IsolateSettings();
+        // Start as after a finished run: the first line shows the status window.
+        CallKwDialogFunction(41, 5, L"", 0, nullptr, nullptr);
+        CallKwDialogFunction(41, 2, L"", 0, nullptr, nullptr);
+        for (unsigned id : {41u, 42u, 89u})
+            DeleteKwDialog(id);
+    }
     void TearDown() override
     {
         for (unsigned id : {41u, 42u, 89u})

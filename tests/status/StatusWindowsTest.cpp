@@ -68,12 +68,21 @@ int call(unsigned id, unsigned function, const std::wstring& text)
 }
 QString caption(QWidget* w, int id) { return KwGetControlText(w, id); }
 
+// The module's "first line shown" record outlives the windows; a reset of a running window
+// is the one way to clear it, as a host does at the end of a run.
+void ClearTitleFlag()
+{
+    call(41, 5, L"");
+    call(41, 2);
+}
+
 class StatusWindows : public ::testing::Test
 {
 protected:
     void SetUp() override
     {
         kwtest::IsolateSettings();
+        ClearTitleFlag();
         dropAll();
     }
     void TearDown() override
@@ -88,6 +97,7 @@ protected:
     }
 };
 
+
 TEST_F(StatusWindows, destroyBeforeAnythingCreatesBothStatusWindowsButNoPlot)
 {
     EXPECT_EQ(call(41, 1), 0);
@@ -95,17 +105,45 @@ TEST_F(StatusWindows, destroyBeforeAnythingCreatesBothStatusWindowsButNoPlot)
     ASSERT_EQ(live<CTransientStatusDialog>().size(), 1);
     EXPECT_TRUE(live<CKwMFCUIMeshConvergencePlot>().isEmpty());
 
-    // The destroyed window takes no more lines until the host deletes it.
+    // The destroyed window is still the object calls reach; it only never shows again.
     CNLstatusDialog* nl = only<CNLstatusDialog>();
     call(41, 5, L"4,5,6,10,20,30,x,S");
+    call(41, 3, L"", 1);
     EXPECT_FALSE(nl->isVisible());
-    EXPECT_EQ(value(nl, 0), QString());
+    EXPECT_EQ(shown(nl), "4|5|6|10|20|30");
+    EXPECT_TRUE(nl->IsRunning());
 
+    // That line counted as the run's first: a new window stays hidden until a reset.
     DeleteKwDialog(41);
     EXPECT_TRUE(live<CNLstatusDialog>().isEmpty());
     call(41, 5, L"4,5,6,10,20,30,x,S");
     ASSERT_NE(only<CNLstatusDialog>(), nullptr);
+    EXPECT_FALSE(only<CNLstatusDialog>()->isVisible());
+    call(41, 2);
+    call(41, 5, L"4,5,6,10,20,30,x,S");
     EXPECT_TRUE(only<CNLstatusDialog>()->isVisible());
+}
+
+TEST_F(StatusWindows, bothWindowsShareOneFirstLineRecordThatOnlyARunningResetClears)
+{
+    call(41, 5, L"1,1,1,1,1,1,x,F");
+    CNLstatusDialog* nl = only<CNLstatusDialog>();
+    CTransientStatusDialog* tr = only<CTransientStatusDialog>();
+    EXPECT_TRUE(nl->isVisible());
+    call(42, 7, L"1,1,1,1,1,1,x,F");
+    EXPECT_FALSE(tr->isVisible()) << "the nonlinear run's first line already counted";
+
+    CreateKwDialog(42); // a new window is no new run
+    tr = only<CTransientStatusDialog>();
+    call(42, 2);        // reset of a window that is not running: the record stays
+    call(42, 7, L"2,2,2,2,2,2,x,F");
+    EXPECT_FALSE(tr->isVisible());
+
+    call(42, 2); // now running: the reset clears the record for both windows
+    call(41, 3, L"", 0);
+    call(41, 5, L"3,3,3,3,3,3,x,F");
+    EXPECT_TRUE(nl->isVisible());
+    EXPECT_FALSE(tr->isVisible());
 }
 
 TEST_F(StatusWindows, anyIdCreatesTheStatusWindowsAndAnyFunctionButOneThePlot)
@@ -264,7 +302,6 @@ TEST_F(StatusWindows, titleNamesTheRunAndTemperatureRenamesTheFirstBar)
 
     call(42, 7, L"2,3,1,60,40,20,x,S");
     CTransientStatusDialog* tr = only<CTransientStatusDialog>();
-    EXPECT_TRUE(tr->isVisible());
     EXPECT_EQ(tr->windowTitle(), QStringLiteral("Transient Status"));
     EXPECT_EQ(caption(tr, kLoadCaption), QStringLiteral("Load:"));
     EXPECT_EQ(caption(tr, kStepCaption), QStringLiteral("SubIncrement:"));
@@ -301,7 +338,6 @@ TEST_F(StatusWindows, windowsDeletedBehindTheModulesBackAreMadeAfresh)
     call(41, 5, L"4,5,6,10,20,30,x,F");
     ASSERT_NE(only<CNLstatusDialog>(), nullptr);
     EXPECT_EQ(value(only<CNLstatusDialog>(), 0), QStringLiteral("4"));
-    EXPECT_TRUE(only<CNLstatusDialog>()->isVisible());
 }
 
 TEST_F(StatusWindows, everyCaptionGoesThroughTheLanguageService)
@@ -391,18 +427,26 @@ TEST_F(ConvergencePlot, faultyHostListsAreReadOnlyAsFarAsTheyVouch)
     EXPECT_FALSE(only<CKwMFCUIMeshConvergencePlot>()->grab().isNull());
 }
 
-TEST_F(ConvergencePlot, destroyedWindowIgnoresCallsUntilDeleted)
+TEST_F(ConvergencePlot, destroyedWindowStillAnswersUntilDeleted)
 {
     EXPECT_EQ(call(89, 1), 0);
     EXPECT_TRUE(live<CKwMFCUIMeshConvergencePlot>().isEmpty()) << "1 creates no plot";
     call(89, 3, L"", 5);
     call(89, 1);
-    EXPECT_EQ(call(89, 11), 0);
-    call(89, 3, L"", 6);
-    EXPECT_EQ(call(89, 11), 0);
-    DeleteKwDialog(89);
-    call(89, 3, L"", 6);
+    EXPECT_EQ(call(89, 11), 5);
+    KwConvergencePoint p{1, 0, 2.0};
+    call(89, 3, L"", 6, nullptr, &p);
     EXPECT_EQ(call(89, 11), 6);
+    EXPECT_EQ(points().size(), 1u);
+    KwConvergencePoint host[1] = {{1, 0, 1.0}};
+    KwConvergenceData data{nullptr, nullptr, host, 1, 1};
+    call(89, 10, L"", 0, nullptr, &data);
+    EXPECT_EQ(call(89, 11), 0);
+    EXPECT_EQ(data.count, 0);
+    EXPECT_TRUE(points().empty());
+    EXPECT_FALSE(only<CKwMFCUIMeshConvergencePlot>()->isVisible());
+    DeleteKwDialog(89);
+    EXPECT_TRUE(live<CKwMFCUIMeshConvergencePlot>().isEmpty());
 }
 
 TEST_F(ConvergencePlot, launchKindOpensOneWindowAndHandsTheRequestToTheAddin)
@@ -432,11 +476,13 @@ TEST_F(ConvergencePlot, launchKindOpensOneWindowAndHandsTheRequestToTheAddin)
     call(89, 3, L"", 12);
     EXPECT_EQ(plot->GetResultValue(), 12);
 
-    // A window the host destroyed is built anew for the next request.
+    // A plot whose window the host destroyed gets it back, with what it held.
     call(89, 1);
+    EXPECT_FALSE(plot->isVisible());
     LaunchDialog(&r);
-    ASSERT_EQ(live<CKwMFCUIMeshConvergencePlot>().size(), 1);
-    EXPECT_TRUE(only<CKwMFCUIMeshConvergencePlot>()->isVisible());
+    EXPECT_EQ(live<CKwMFCUIMeshConvergencePlot>(), QList{plot});
+    EXPECT_TRUE(plot->isVisible());
+    EXPECT_EQ(call(89, 11), 12);
     EXPECT_EQ(seen.size(), 3);
 
     DeleteKwDialog(89);

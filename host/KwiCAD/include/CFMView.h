@@ -121,6 +121,9 @@ public:
     // non-zero the value is taken as shown in `units` and returned internal.
     static double GetDoubleFromString(const KW_UOM* units, const QString& text, int unitType,
                                       int convert);
+    // The view's check of a number field of a unit type: one finite number (blanks around it
+    // allowed, the locale's decimal separator too). Every unit type takes any such number.
+    static bool IsValidNumberString(const QString& text, int unitType);
 
 Q_SIGNALS:
     void solverRunningChanged(bool running);

@@ -13,6 +13,8 @@ class CKwMeshModel;
 class CKwPhysicalProperty;
 class CKwPlot;
 class CKwRestraint;
+class CKwTable;
+class CKwXYPlot;
 class CKwUIEntity;
 
 class KWICAD_EXPORT CKwFEModel : public CKwFEBase
@@ -38,6 +40,9 @@ public:
     QList<CKwAnalysis*> m_analyses;
     QList<CKwPlot*> m_plots;
     QStringList m_coordinateSystems;
+    // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
+    QList<CKwTable*> m_tables;
+    QList<CKwXYPlot*> m_xyPlots;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.

@@ -28,7 +28,7 @@ public:
     }
 
     // Fills the dialog's controls from the edit copy.
-    virtual void LoadObjectData() = 0;
+    void LoadObjectData() override = 0;
     // Moves the dialog's contents into the edit copy.
     virtual void UpdateObjectData(bool checkOnly) = 0;
     // Non-zero when the edit copy may be written; shows its own message otherwise.
@@ -43,9 +43,7 @@ public:
     virtual void AddNewObjects() = 0;
     // The entity being created, or null when an existing one is edited.
     T* GetNewObject() const { return m_pObject ? nullptr : m_edit.get(); }
-    // Shows (1) or hides (0) the entity's symbols in the view.
-    virtual void Display(int on) {}
-    virtual QString GetPageTitleString() const = 0;
+    QString GetPageTitleString() const override = 0;
 
     long OnSubmitUI() override
     {
@@ -70,6 +68,7 @@ public:
         m_pObject = nullptr;
         m_edit = CreateNewObject();
         LoadObjectData();
+        OnObjectDataLoaded();
         return 1;
     }
     // Submits and goes on with a copy of what was just written.
@@ -85,6 +84,7 @@ public:
         *m_edit = *copy;
         m_edit->SetID(id);
         LoadObjectData();
+        OnObjectDataLoaded();
         return 1;
     }
     long OnCancelUI() override
@@ -100,6 +100,7 @@ public:
         UpdateEditObject();
         LoadObjectData();
         m_upToDate = true;
+        OnObjectDataLoaded();
     }
     // The host marks the editor stale when the entity changed underneath it.
     void MarkOutOfDate() { m_upToDate = false; }

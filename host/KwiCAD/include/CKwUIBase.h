@@ -10,6 +10,7 @@
 #include <QString>
 
 class CFMView;
+class CKwAnalysis;
 class CKwUIEntity;
 
 class KWICAD_EXPORT CKwUIBase
@@ -35,6 +36,24 @@ public:
     // 0 when the entity changed underneath the editor and the controls need refilling.
     virtual int IsUpToDate() { return 1; }
     virtual void Refresh() {}
+
+    // --- what every entity logic answers, so that one dialog base can serve them all ---
+    // Fills the dialog's controls from the edit copy.
+    virtual void LoadObjectData() {}
+    // Runs after the edit copy was (re)loaded and the controls filled through the codes:
+    // the dialog shows what has no code (bound controls, type panel, picked entities).
+    virtual void OnObjectDataLoaded() {}
+    // Shows (1) or hides (0) the entity's symbols in the view.
+    virtual void Display(int on) {}
+    // The entity's type and the row of the dialog's type list that shows it (-1: none).
+    virtual int GetTypeFromSelection(int row) const { return row; }
+    virtual int GetSelectionFromType(int type) const { return type; }
+    // The entities the edit copy acts on, in pick order.
+    virtual QList<CKwUIEntity*> GetSelectedEntities() const { return {}; }
+    // The editor's title.
+    virtual QString GetPageTitleString() const { return {}; }
+    // The analysis the entity is edited for (null: none).
+    virtual CKwAnalysis* GetAnalysis() const { return nullptr; }
 
     // --- UI callbacks: the dialog overrides them; each returns 1 when `code` names one of
     // its controls and 0 otherwise ---

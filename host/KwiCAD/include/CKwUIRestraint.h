@@ -25,7 +25,7 @@ public:
 
     // The analysis whose subcases are offered and whose type decides what is compatible.
     void SetAnalysis(CKwAnalysis* analysis) { m_analysis = analysis; }
-    CKwAnalysis* GetAnalysis() const;
+    CKwAnalysis* GetAnalysis() const override;
 
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
@@ -41,8 +41,9 @@ public:
     int SetValue(int field, int value) override;
 
     // The type combo lists the types in another order than their codes.
-    static int GetTypeFromSelection(int index);
-    static int GetSelectionFromType(int type);
+    int GetTypeFromSelection(int index) const override;
+    int GetSelectionFromType(int type) const override;
+    QList<CKwUIEntity*> GetSelectedEntities() const override;
     // Pin and frictionless constraints act on faces only.
     int ValidateCoordSysForPinAndFrictionlessConstraint();
     void UpdateConstraintEntities(QList<CKwUIEntity*>* entities);

@@ -58,6 +58,9 @@ public:
     QString GetUnits(int unitKind) const;
     // A message telling the user which unit a field expects.
     QString GetErrorMessageForUnit(int unitKind) const;
+    // The message for a text a field of this kind cannot take, naming the text and the unit
+    // expected (language section "Units").
+    QString GetErrorMessageForUnit(const QString& text, int unitKind) const;
     // True for the kinds this class converts.
     static bool IsKnownKind(int unitKind);
 

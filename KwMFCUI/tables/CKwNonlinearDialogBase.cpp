@@ -1,0 +1,657 @@
+#include "CKwNonlinearDialogBase.h"
+
+#include "CFMView.h"
+#include "CKwCtrlListHeader.h"
+#include "CKwFunction.h"
+#include "KW_UOM.h"
+#include "KwChart.h"
+#include "KwControls.h"
+#include "KwLangText.h"
+#include "KwMessageBox.h"
+#include "KwNumbers.h"
+#include "KwTableMath.h"
+#include "KwTableText.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string_view viewOf(const QByteArray& b)
+{
+    return std::string_view(b.constData(), std::size_t(b.size()));
+}
+
+// KwAtof of a cell: a plain number directly, anything else through the host.
+double cellAtof(std::string_view s)
+{
+    double v = 0;
+    if (KwTableText::plainNumber(s, &v))
+        return v;
+    return KwAtof(QString::fromUtf8(s.data(), qsizetype(s.size())));
+}
+
+// Every blank removed, not only those at the ends.
+QString withoutBlanks(QString t)
+{
+    t.remove(QLatin1Char(' '));
+    t.remove(QLatin1Char('\t'));
+    return t;
+}
+
+// "%.10g" of the C library, then the exponent's leading zeros dropped; at most 24 bytes.
+int formatG10(double v, char* out)
+{
+    char buf[40];
+    const auto r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 10);
+    int n = int(r.ptr - buf);
+    // "e+0" -> "e+" and "e-0" -> "e-", each twice (two-digit exponents of other runtimes).
+    int o = 0;
+    for (int i = 0; i < n; ++i) {
+        out[o++] = buf[i];
+        if ((buf[i] == '+' || buf[i] == '-') && i > 0 && buf[i - 1] == 'e') {
+            int zeros = 0;
+            while (zeros < 2 && i + 1 < n && buf[i + 1] == '0' && i + 2 < n) {
+                ++i;
+                ++zeros;
+            }
+        }
+    }
+    return o;
+}
+
+// The text of a pasted piece for the dialog's check. An ASCII piece (every number) is widened
+// into `buffer` and lent as a QString without an allocation of its own; the check must copy
+// it to keep it.
+QString pieceText(std::string_view piece, std::u16string& buffer)
+{
+    for (char c : piece)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return QString::fromUtf8(piece.data(), qsizetype(piece.size()));
+    buffer.assign(piece.begin(), piece.end());
+    return QString::fromRawData(reinterpret_cast<const QChar*>(buffer.data()),
+                                qsizetype(buffer.size()));
+}
+
+} // namespace
+
+CKwNonlinearDialogBase::CKwNonlinearDialogBase()
+{
+    m_List.SetOwner(this);
+}
+
+CKwNonlinearDialogBase::~CKwNonlinearDialogBase()
+{
+    m_List.SetOwner(nullptr);
+    delete m_pXFunction;
+    delete m_pYFunction;
+}
+
+bool CKwNonlinearDialogBase::IsEditableItem(int, int) { return true; }
+bool CKwNonlinearDialogBase::IsDeleteableRow(int) { return true; }
+bool CKwNonlinearDialogBase::IsPasteableRow(int) { return true; }
+bool CKwNonlinearDialogBase::IsValidDataInput(const QString&, int, int, int) { return true; }
+
+void CKwNonlinearDialogBase::SetMaxSizeList()
+{
+    m_nMaxListHeight = m_List.height();
+}
+
+void CKwNonlinearDialogBase::BuildList()
+{
+    m_List.setShowGrid(true);
+    m_List.setSelectionBehavior(QAbstractItemView::SelectRows);
+    LoadHeaderLabel(0, m_pXFunction ? m_pXFunction->GetUnitType() : -1);
+    LoadHeaderLabel(1, m_pYFunction ? m_pYFunction->GetUnitType() : -1);
+    m_List.Header()->SizeColumns(m_List.viewport()->width() > 40 ? m_List.viewport()->width()
+                                                                  : m_List.width());
+    CreateEditRow();
+}
+
+void CKwNonlinearDialogBase::ResizeList()
+{
+    if (m_nRowCount == -1) {
+        Add(QString(), QString());
+        return;
+    }
+    if (m_nMaxListHeight <= 0)
+        return;
+    const int rowHeight = m_List.verticalHeader()->defaultSectionSize();
+    // Once the rows fill the maximum height only the count changes: nothing to lay out. (The
+    // header's height costs a font measurement, too much to pay for every row of a paste.)
+    if ((long long)rowHeight * (m_nRowCount + 2) >= m_nMaxListHeight &&
+        m_List.maximumHeight() == m_nMaxListHeight && m_List.height() == m_nMaxListHeight)
+        return;
+    const int frame = 2 * m_List.frameWidth();
+    long long wanted = (long long)rowHeight * (m_nRowCount + 2) +
+                       m_List.Header()->HeaderHeight() + frame;
+    const int h = int(wanted < m_nMaxListHeight ? wanted : m_nMaxListHeight);
+    if (m_List.height() != h || m_List.maximumHeight() != h)
+        m_List.setFixedHeight(h);
+}
+
+void CKwNonlinearDialogBase::CreateEditRow()
+{
+    m_List.Model()->insertRowTexts(m_nRowCount, {}, {});
+}
+
+void CKwNonlinearDialogBase::addRow(int index, std::string_view x, std::string_view y)
+{
+    m_List.Model()->insertRowTexts(index, x, y);
+    ++m_nRowCount;
+    ResizeList();
+}
+
+void CKwNonlinearDialogBase::Add(const QString& x, const QString& y)
+{
+    const QByteArray bx = x.toUtf8(), by = y.toUtf8();
+    addRow(m_nRowCount, viewOf(bx), viewOf(by));
+}
+
+void CKwNonlinearDialogBase::InsertRow(int index, const QString& x, const QString& y)
+{
+    const QByteArray bx = x.toUtf8(), by = y.toUtf8();
+    addRow(index < 0 ? 0 : (index > m_nRowCount ? m_nRowCount : index), viewOf(bx), viewOf(by));
+}
+
+void CKwNonlinearDialogBase::AddOrigin()
+{
+    m_List.Model()->insertRowTexts(0, "0", "0");
+    ++m_nRowCount;
+}
+
+bool CKwNonlinearDialogBase::IsOriginInTable(int* row)
+{
+    const KwPointTableModel* m = m_List.Model();
+    for (int r = 0; r < m_nRowCount; ++r) {
+        const std::string_view x = KwTableText::trimmed(m->cellView(r, 0));
+        const std::string_view y = KwTableText::trimmed(m->cellView(r, 1));
+        if (x.empty() || y.empty())
+            continue;
+        const double vx = cellAtof(x), vy = cellAtof(y);
+        if (vx > -1e-10 && vx < 1e-10 && vy > -1e-10 && vy < 1e-10) {
+            if (row)
+                *row = r;
+            return true;
+        }
+    }
+    return false;
+}
+
+void CKwNonlinearDialogBase::DeleteOriginFromTable()
+{
+    int row = -1;
+    if (!IsOriginInTable(&row))
+        return;
+    m_List.Model()->removeRowAt(row);
+    --m_nRowCount;
+}
+
+void CKwNonlinearDialogBase::SortAndCompressTable(int compress)
+{
+    if (m_nRowCount < 1)
+        return;
+    KwPointTableModel* m = m_List.Model();
+    int n = m_nRowCount;
+    std::vector<double> x(static_cast<std::size_t>(n)), y(static_cast<std::size_t>(n));
+    for (int r = 0; r < n; ++r) {
+        const std::string_view tx = KwTableText::trimmed(m->cellView(r, 0));
+        const std::string_view ty = KwTableText::trimmed(m->cellView(r, 1));
+        x[std::size_t(r)] = tx.empty() ? 0.0 : cellAtof(tx);
+        y[std::size_t(r)] = ty.empty() ? 0.0 : cellAtof(ty);
+    }
+    qsort_double_two_arrays(x.data(), y.data(), 0, n - 1);
+    if (compress)
+        compress_double_two_arrays_tol(x.data(), &n, y.data(), 1e-15);
+    // Every row is rewritten: one reset for the views instead of a signal per cell.
+    const bool bulk = n > 64;
+    if (bulk)
+        m->beginBulk();
+    for (int i = 0; i < n; ++i) {
+        formatInto(i, 0, -1, x[std::size_t(i)]);
+        formatInto(i, 1, -1, y[std::size_t(i)]);
+    }
+    if (n < m_nRowCount) {
+        // The surplus rows go; the edit row moves up behind the kept ones.
+        const int surplus = m_nRowCount - n;
+        m_nRowCount = n;
+        std::vector<int> gone(static_cast<std::size_t>(surplus));
+        for (int i = 0; i < surplus; ++i)
+            gone[std::size_t(i)] = n + i;
+        m->removeRowsAt(gone);
+    }
+    if (bulk)
+        m->endBulk();
+    ResizeList();
+}
+
+void CKwNonlinearDialogBase::formatInto(int row, int col, int unitType, double value)
+{
+    if (IsMissingValue(value)) {
+        m_List.Model()->setCellText(row, col, std::string_view());
+        return;
+    }
+    if (unitType != -1 && m_pUnits)
+        value = m_pUnits->GetDisplayValue(value, unitType);
+    char buf[48];
+    const int n = formatG10(value, buf);
+    m_List.Model()->setCellText(row, col, std::string_view(buf, std::size_t(n)));
+}
+
+QString CKwNonlinearDialogBase::FormatValue(double displayValue)
+{
+    char buf[48];
+    const int n = formatG10(displayValue, buf);
+    return QString::fromLatin1(buf, n);
+}
+
+void CKwNonlinearDialogBase::LoadTableValues(int row, int col, int unitType, double value)
+{
+    formatInto(row, col, unitType, value);
+}
+
+void CKwNonlinearDialogBase::LoadTextBoxValues(QLineEdit* edit, int unitType, double value)
+{
+    if (!edit)
+        return;
+    if (IsMissingValue(value)) {
+        edit->clear();
+        return;
+    }
+    if (unitType != -1 && m_pUnits)
+        value = m_pUnits->GetDisplayValue(value, unitType);
+    edit->setText(FormatValue(value));
+}
+
+double CKwNonlinearDialogBase::GetItemValue(int row, int col)
+{
+    const std::string_view t = KwTableText::trimmed(m_List.Model()->cellView(row, col));
+    if (t.empty())
+        return MissingDouble;
+    return cellAtof(t);
+}
+
+double CKwNonlinearDialogBase::TableUpdateValue(int row, int col, int unitType)
+{
+    const std::string_view raw = m_List.Model()->cellView(row, col);
+    double v = 0;
+    // A plain number reads as the view reads it; the rest goes through the view itself.
+    if (!KwTableText::hasBlank(raw) && KwTableText::plainNumber(raw, &v) && std::isfinite(v))
+        return (m_pUnits && unitType != -1) ? m_pUnits->ToInternalValue(v, unitType) : v;
+    const QString t = withoutBlanks(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
+    if (t.isEmpty())
+        return MissingDouble;
+    return CFMView::GetDoubleFromString(m_pUnits, t, unitType, 1);
+}
+
+double CKwNonlinearDialogBase::TextBoxUpdateValue(QLineEdit* edit, int unitType)
+{
+    if (!edit)
+        return MissingDouble;
+    const QString t = withoutBlanks(edit->text());
+    if (t.isEmpty())
+        return MissingDouble;
+    return CFMView::GetDoubleFromString(m_pUnits, t, unitType, 1);
+}
+
+bool CKwNonlinearDialogBase::ValidateTableValue(int row, int col, int unitType)
+{
+    const std::string_view raw = m_List.Model()->cellView(row, col);
+    double v = 0;
+    if (raw.empty() ||
+        (!KwTableText::hasBlank(raw) && KwTableText::plainNumber(raw, &v) && std::isfinite(v)))
+        return true;
+    const QString t = withoutBlanks(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
+    if (t.isEmpty() || CFMView::IsValidNumberString(t, unitType))
+        return true;
+    const KW_UOM fallback;
+    ShowTableMessage((m_pUnits ? m_pUnits : &fallback)->GetErrorMessageForUnit(t, unitType));
+    return false;
+}
+
+bool CKwNonlinearDialogBase::OnLeaveItem(int row, int col, const QString& text)
+{
+    const bool ok = IsValidDataInput(text, row, col, 1);
+    if (row == m_nRowCount)
+        Add(QString(), QString());
+    return !ok;
+}
+
+bool CKwNonlinearDialogBase::UpdateListData(int col, CKwFunction** function)
+{
+    if (!function)
+        return false;
+    int unitType = MissingInteger;
+    if (*function) {
+        unitType = (*function)->GetUnitType();
+        delete *function;
+        *function = nullptr;
+    }
+    auto* f = new CKwFunction;
+    f->Initialize();
+    f->SetSize(m_nRowCount);
+    *function = f;
+    if (IsMissingValue(unitType))
+        unitType = col == 0 ? -1 : 1;
+    f->SetUnitType(unitType);
+    for (int r = 0; r < m_nRowCount; ++r) {
+        if (!ValidateTableValue(r, col, unitType))
+            return false;
+        f->SetValue(r, TableUpdateValue(r, col, unitType));
+    }
+    return true;
+}
+
+void CKwNonlinearDialogBase::PasteToCell(const QString& text, int row, int col, QString* first)
+{
+    const QByteArray b = text.toUtf8();
+    PasteToCell(viewOf(b), row, col, first);
+}
+
+void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col,
+                                         QString* first)
+{
+    constexpr std::size_t npos = std::string_view::npos;
+    KwPointTableModel* m = m_List.Model();
+    const int columns = m->columns();
+    const int startCol = col;
+    // Large pastes reach the views as one reset; a few cells keep their own signals.
+    const bool bulk = text.size() > 4096;
+    if (bulk) {
+        m->beginBulk();
+        // Room for every line and all of the text at once: growing step by step would copy
+        // the store over and over while it fills.
+        std::size_t lines = 1;
+        for (const char* p = text.data(); (p = static_cast<const char*>(std::memchr(
+                                                p, '\r', std::size_t(text.data() + text.size() - p))));
+             ++p)
+            ++lines;
+        m->reserve(std::size_t(m->rows()) + lines, m->textBytes() + text.size());
+    }
+    // A large paste copies its text into the store once; its cells then point into it.
+    const std::size_t block = bulk ? m->appendBlock(text) : std::size_t(-1);
+    const bool byRef = block != std::size_t(-1);
+    static const std::string_view kInvalid = "Invalid Data: ";
+    std::string marked;
+    std::u16string wide;
+    int showMessage = 1;
+    bool firstDone = false;
+    bool lastButOne = false;
+    bool last = false;
+    std::size_t pos = 0;
+    // Positions of the next separators, found once and kept until passed, so that a text
+    // with only one kind of separator is not rescanned to its end for every piece.
+    std::size_t nextCr = text.find('\r');
+    std::size_t nextTab = text.find('\t');
+    while (true) {
+        std::size_t end;
+        std::size_t nextStart;
+        int nextRow = row, nextCol = col;
+        if (last) {
+            end = text.size();
+            nextStart = end;
+        } else {
+            if (nextCr != npos && nextCr < pos)
+                nextCr = text.find('\r', pos);
+            if (nextTab != npos && nextTab < pos)
+                nextTab = text.find('\t', pos);
+            if (nextCr != npos && nextTab != npos) {
+                if (nextCr < nextTab) {
+                    end = nextCr;
+                    nextRow = row + 1;
+                    nextCol = startCol;
+                } else {
+                    end = nextTab;
+                    nextCol = col + 1;
+                }
+                nextStart = end + 1;
+            } else {
+                lastButOne = true;
+                nextCol = col + 1;
+                if (nextCr != npos || nextTab != npos) {
+                    end = nextCr != npos ? nextCr : nextTab;
+                    nextStart = end + 1;
+                } else {
+                    // No separator at all: an empty first piece, the whole text next.
+                    end = pos;
+                    nextStart = pos;
+                }
+            }
+        }
+        const std::string_view piece =
+            KwTableText::trimmed(text.substr(pos < text.size() ? pos : text.size(), end - pos));
+        if (!firstDone) {
+            firstDone = true;
+            if (first)
+                *first = QString::fromUtf8(piece.data(), qsizetype(piece.size()));
+        }
+        // Columns the list does not have take nothing.
+        if (col < columns) {
+            const std::size_t at = std::size_t(piece.data() - text.data());
+            if (row == m_nRowCount) {
+                if (byRef) {
+                    m->insertRowRef(m_nRowCount, block + at, piece.size());
+                    ++m_nRowCount;
+                    ResizeList();
+                } else {
+                    addRow(m_nRowCount, piece, {});
+                }
+            } else if (row < m_nRowCount && IsPasteableRow(row)) {
+                if (!IsValidDataInput(pieceText(piece, wide), row, col, showMessage)) {
+                    showMessage = 0;
+                    marked.assign(kInvalid);
+                    marked.append(piece);
+                    m->setCellText(row, col, std::string_view(marked));
+                } else if (byRef) {
+                    m->setCellRef(row, col, block + at, piece.size());
+                } else {
+                    m->setCellText(row, col, piece);
+                }
+            }
+        }
+        if (last || nextStart > text.size())
+            break;
+        if (lastButOne)
+            last = true;
+        pos = nextStart;
+        row = nextRow;
+        col = nextCol;
+    }
+    if (bulk)
+        m->endBulk();
+}
+
+void CKwNonlinearDialogBase::LoadHeaderLabel(int col, int unitType)
+{
+    QString text;
+    if (col == 0)
+        text = KwPropText("NonlinearMaterialDlg", "ColumnStrain", "Strain");
+    else if (col == 1)
+        text = KwPropText("NonlinearMaterialDlg", "ColumnStress", "Stress");
+    SetHeaderLabel(col, unitType, text);
+}
+
+void CKwNonlinearDialogBase::SetHeaderLabel(int col, int unitType, const QString& text)
+{
+    QString label = text;
+    if (unitType != -1)
+        label = QStringLiteral("%1 (%2)").arg(text, m_pUnits ? m_pUnits->GetUnits(unitType)
+                                                              : QString());
+    m_List.Model()->setHeaderData(col, Qt::Horizontal, label);
+}
+
+void CKwNonlinearDialogBase::LoadTextBoxLabels(QLabel* label, int unitType)
+{
+    if (!label)
+        return;
+    QString text = label->text();
+    if (text.endsWith(QLatin1Char(':')))
+        text.chop(1);
+    const QString abbr = m_pUnits ? m_pUnits->GetUnits(unitType) : QString();
+    label->setText(abbr.isEmpty() ? QStringLiteral("%1:").arg(text)
+                                  : QStringLiteral("%1 (%2):").arg(text, abbr));
+}
+
+void CKwNonlinearDialogBase::SetMenuItemText(unsigned id, QMenu* menu, const QString& text)
+{
+    if (!menu)
+        return;
+    for (QAction* a : menu->actions())
+        if (a->data().toUInt() == id)
+            a->setText(text);
+}
+
+void CKwNonlinearDialogBase::SetFunctions(CKwFunction* x, CKwFunction* y)
+{
+    if (x != m_pXFunction)
+        delete m_pXFunction;
+    if (y != m_pYFunction)
+        delete m_pYFunction;
+    m_pXFunction = x;
+    m_pYFunction = y;
+}
+
+void CKwNonlinearDialogBase::LoadFunctions()
+{
+    KwPointTableModel* m = m_List.Model();
+    const int n = m_pXFunction && m_pYFunction
+                      ? std::min(m_pXFunction->GetSize(), m_pYFunction->GetSize())
+                      : 0;
+    const bool bulk = n > 64;
+    if (bulk)
+        m->beginBulk();
+    m->reserve(std::size_t(n) + 1, std::size_t(n) * 16);
+    for (int i = 0; i < n; ++i) {
+        addRow(m_nRowCount, {}, {});
+        LoadTableValues(i, 0, m_pXFunction->GetUnitType(), m_pXFunction->GetValue(i));
+        LoadTableValues(i, 1, m_pYFunction->GetUnitType(), m_pYFunction->GetValue(i));
+    }
+    if (bulk)
+        m->endBulk();
+}
+
+QMenu* CKwNonlinearDialogBase::CreateEditMenu(QWidget* parent, const char* section)
+{
+    auto* menu = new QMenu(parent);
+    const struct
+    {
+        unsigned id;
+        const char* key;
+        const char* english;
+    } items[] = {{ID_EDIT_CUT, "MenuCut", "Cut"},
+                 {ID_EDIT_COPY, "MenuCopy", "Copy"},
+                 {ID_EDIT_PASTE, "MenuPaste", "Paste"},
+                 {ID_EDIT_DELETE, "MenuDelete", "Delete"},
+                 {ID_EDIT_SELECTALL, "MenuSelectAll", "Select All"}};
+    for (const auto& it : items) {
+        QAction* a = menu->addAction(QString());
+        a->setData(it.id);
+        SetMenuItemText(it.id, menu, KwPropText(section, it.key, it.english));
+        QObject::connect(a, &QAction::triggered, menu, [this, id = it.id] {
+            switch (id) {
+            case ID_EDIT_CUT:
+                m_List.CopySelected();
+                m_List.DeleteSelectedRows();
+                break;
+            case ID_EDIT_COPY:
+                m_List.CopySelected();
+                break;
+            case ID_EDIT_PASTE:
+                m_List.PasteFromClipboard();
+                break;
+            case ID_EDIT_DELETE:
+                m_List.DeleteSelectedRows();
+                break;
+            default:
+                m_List.SelectAllRows();
+                break;
+            }
+        });
+    }
+    return menu;
+}
+
+bool CKwNonlinearDialogBase::IsNumberInput(const QString& text, int unitType) const
+{
+    // A short plain decimal number is one for the view too; only other text is asked of it
+    // (this keeps a paste of a million rows from a round of allocations per cell).
+    if (text.size() > 0 && text.size() < 48) {
+        char buf[48];
+        bool plain = true;
+        for (qsizetype i = 0; i < text.size() && plain; ++i) {
+            const char16_t c = text[i].unicode();
+            plain = c > ' ' && c < 128;
+            buf[i] = char(c);
+        }
+        double v = 0;
+        if (plain && KwTableText::plainNumber(std::string_view(buf, std::size_t(text.size())), &v) &&
+            std::isfinite(v))
+            return true;
+    }
+    const QString t = withoutBlanks(text);
+    return t.isEmpty() || CFMView::IsValidNumberString(t, unitType);
+}
+
+void CKwNonlinearDialogBase::ShowTableMessage(const QString& text) const
+{
+    if (m_pFMView)
+        m_pFMView->ShowBubbleToolTipError(text, 0);
+    else
+        KwMessageBoxW(m_List.window(), text, QString(), KwMB::OK | KwMB::ICONWARNING);
+}
+
+void CKwNonlinearDialogBase::ShowCurveWindow(QWidget* owner, QPointer<QDialog>& window,
+                                             const QString& title, const QString& closeText)
+{
+    if (!window) {
+        window = new QDialog(owner);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        auto* lay = new QVBoxLayout(window);
+        auto* chart = new KwChart(window);
+        chart->setObjectName(QStringLiteral("curveChart"));
+        lay->addWidget(chart, 1);
+        auto* close = new QPushButton(closeText, window);
+        close->setAutoDefault(false);
+        QObject::connect(close, &QPushButton::clicked, window, &QDialog::close);
+        auto* row = new QHBoxLayout;
+        row->addStretch(1);
+        row->addWidget(close);
+        lay->addLayout(row);
+        window->resize(560, 400);
+    }
+    window->setWindowTitle(title);
+    auto* chart = window->findChild<KwChart*>(QStringLiteral("curveChart"));
+    const KwPointTableModel* m = m_List.Model();
+    std::vector<double> x, y;
+    x.reserve(std::size_t(m_nRowCount));
+    y.reserve(std::size_t(m_nRowCount));
+    for (int r = 0; r < m_nRowCount; ++r) {
+        const double vx = GetItemValue(r, 0), vy = GetItemValue(r, 1);
+        if (IsMissingValue(vx) || IsMissingValue(vy))
+            continue;
+        x.push_back(vx);
+        y.push_back(vy);
+    }
+    chart->ClearSeries();
+    chart->AddSeries(title);
+    chart->SetLegendVisible(false);
+    chart->SetSeriesMarkers(0, true);
+    chart->SetSeriesData(0, std::move(x), std::move(y));
+    chart->SetAxisTitles(m->headerData(0, Qt::Horizontal).toString(), QString(),
+                         m->headerData(1, Qt::Horizontal).toString(), QString());
+    chart->ResetZoom();
+    window->show();
+}

@@ -1,0 +1,141 @@
+// The chart every plot draws with, and the XY plot window the host drives through kinds 39
+// and 40.
+#include "CKwXYPlot.h"
+#include "CKwXYPlotDlg.h"
+#include "KW_UOM.h"
+#include "KwChart.h"
+#include "KwMFCUIEntry.h"
+#include "KwTestSupport.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+TEST(Chart, aMillionPointsDrawAsAFewSegmentsPerPixelColumn)
+{
+    KwChart chart;
+    chart.resize(600, 400);
+    std::vector<double> x(1000000), y(1000000);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        x[i] = double(i);
+        y[i] = std::sin(double(i) * 0.01);
+    }
+    y[500000] = 50; // one spike must survive the reduction as the column's maximum
+    chart.AddSeries(QStringLiteral("s"));
+    chart.SetSeriesData(0, std::move(x), std::move(y));
+    QImage img(chart.size(), QImage::Format_ARGB32_Premultiplied);
+    chart.render(&img);
+    EXPECT_GT(chart.LastSegmentCount(), 0);
+    EXPECT_LT(chart.LastSegmentCount(), 2 * chart.width() + 8);
+    EXPECT_DOUBLE_EQ(chart.DataRange().bottom(), 50.0);
+
+    // Zoomed in far enough, every point is drawn as it is.
+    chart.ZoomTo(QRectF(QPointF(1000, -2), QPointF(1100, 2)));
+    chart.render(&img);
+    EXPECT_LE(chart.LastSegmentCount(), 103);
+    chart.ResetZoom();
+    EXPECT_FALSE(chart.IsZoomed());
+}
+
+TEST(Chart, ticksAreRoundAndCoverTheRange)
+{
+    const struct
+    {
+        double lo, hi;
+        int wanted;
+        double first, step;
+    } cases[] = {{0, 1, 5, 0, 0.2}, {-3.3, 7.1, 5, -2, 2}, {1e6, 1.0045e6, 4, 1e6, 1000},
+                 {0.00012, 0.00019, 3, 0.00012, 0.00002}};
+    for (const auto& c : cases) {
+        const std::vector<double> t = KwChart::Ticks(c.lo, c.hi, c.wanted);
+        ASSERT_GE(t.size(), 2u) << c.lo;
+        EXPECT_NEAR(t[0], c.first, c.step * 1e-9) << c.lo;
+        EXPECT_NEAR(t[1] - t[0], c.step, c.step * 1e-9) << c.lo;
+        EXPECT_LE(t.back(), c.hi + c.step * 1e-9);
+    }
+    EXPECT_TRUE(KwChart::Ticks(1, 1, 5).empty());
+    EXPECT_TRUE(KwChart::Ticks(0, NAN, 5).empty());
+}
+
+TEST(Chart, readoutZoomByDragAndExports)
+{
+    KwChart chart;
+    chart.resize(500, 350);
+    chart.AddSeries(QStringLiteral("a, b"));
+    chart.SetSeriesData(0, {0, 1, 2}, {0, 10, 5});
+    chart.SetAxisTitles(QStringLiteral("Time"), QStringLiteral("s"), QStringLiteral("F"),
+                        QString());
+    EXPECT_EQ(chart.XAxisCaption(), QStringLiteral("Time (s)"));
+    chart.show();
+    int s = -1, i = -1;
+    // Somewhere on the widget the middle point is under the cursor.
+    bool found = false;
+    for (int px = 0; px < chart.width() && !found; px += 2)
+        for (int py = 0; py < chart.height() && !found; py += 2)
+            found = chart.PointAt(QPointF(px, py), &s, &i) && i == 1;
+    EXPECT_TRUE(found);
+    QTest::mousePress(&chart, Qt::LeftButton, {}, QPoint(150, 100));
+    QTest::mouseMove(&chart, QPoint(300, 200));
+    QTest::mouseRelease(&chart, Qt::LeftButton, {}, QPoint(300, 200));
+    EXPECT_TRUE(chart.IsZoomed());
+    QTest::mouseDClick(&chart, Qt::LeftButton, {}, QPoint(200, 150));
+    EXPECT_FALSE(chart.IsZoomed());
+
+    EXPECT_EQ(chart.CsvText(), QByteArray("series,x,y\n\"a, b\",0,0\n\"a, b\",1,10\n\"a, b\",2,5\n"));
+    QTemporaryDir dir;
+    EXPECT_TRUE(chart.ExportPng(dir.filePath(QStringLiteral("c.png"))));
+    EXPECT_FALSE(QImage(dir.filePath(QStringLiteral("c.png"))).isNull());
+    EXPECT_TRUE(chart.ExportCsv(dir.filePath(QStringLiteral("c.csv"))));
+}
+
+TEST(XYPlotWindow, oneWindowFedByKind40InDisplayUnits)
+{
+    kwtest::Host host;
+    CKwXYPlot plot(1, QStringLiteral("History"));
+    plot.m_xUnitType = KwUnitKind::Time;
+    plot.m_yUnitType = KwUnitKind::Length;
+    plot.AddSeries(QStringLiteral("Node 1"));
+
+    DialogLaunchRequest r = host.Request(40);
+    KwXYPlotValue v{0, 1.0, 0.002};
+    r.object = &v;
+    LaunchDialog(&r); // no window: nothing happens
+    EXPECT_EQ(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+    EXPECT_EQ(plot.GetSeries(0).x.size(), 0u);
+
+    r = host.Request(39);
+    r.object = static_cast<CKwFEBase*>(&plot);
+    LaunchDialog(&r);
+    LaunchDialog(&r);
+    CKwXYPlotDlg* dlg = CKwXYPlotDlg::GetXYPlotDlg();
+    ASSERT_NE(dlg, nullptr);
+    int windows = 0;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        windows += w->isVisible() && qobject_cast<CKwXYPlotDlg*>(w) != nullptr;
+    EXPECT_EQ(windows, 1);
+
+    r = host.Request(40);
+    r.object = &v;
+    LaunchDialog(&r);
+    KwXYPlotValue second{2, 2.0, 0.004}; // a series index past the end adds series
+    r.object = &second;
+    LaunchDialog(&r);
+    EXPECT_EQ(plot.GetSeriesCount(), 3);
+    ASSERT_EQ(dlg->Chart()->SeriesCount(), 3);
+    ASSERT_EQ(dlg->Chart()->GetSeries(0).y.size(), 1u);
+    const double shown = dlg->Chart()->GetSeries(0).y[0];
+    EXPECT_DOUBLE_EQ(shown, host.units->GetDisplayValue(0.002, KwUnitKind::Length));
+    EXPECT_TRUE(dlg->Chart()->YAxisCaption().contains(host.units->GetUnits(KwUnitKind::Length)));
+
+    dlg->OnCancel();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+}
+
+} // namespace
