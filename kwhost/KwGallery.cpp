@@ -6,6 +6,7 @@
 #include "CKwFEModel.h"
 #include "CKwMaterial.h"
 #include "CKwOrthotropic3DDlg.h"
+#include "CKwMeshQualityResultsDialog.h"
 #include "KwHostKinds.h"
 #include "CKwFEModel.h"
 #include "CKwMaterialNonlinearDialog.h"
@@ -114,6 +115,29 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         QApplication::processEvents();
         if (!sawWindow)
             result.unavailable << QStringLiteral("%1 (%2)").arg(k.kind).arg(k.title);
+    }
+
+    // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
+    // menu opens it.
+    if (QWidget* w = host->OpenMeshQualityResults()) {
+        QApplication::processEvents();
+        if (inspect)
+            inspect(0, w);
+        const QString f = QDir(directory).filePath(QStringLiteral("meshquality-failed-elements.png"));
+        w->grab().save(f);
+        result.written << f;
+        result.titles << w->windowTitle();
+        // The model view with the failures highlighted, as "Highlight" shows them.
+        if (auto* d = dynamic_cast<CKwMeshQualityResultsDialog*>(w)) {
+            d->OnBnClickedMeshQualityHighlightButton();
+            QApplication::processEvents();
+            const QString v = QDir(directory).filePath(QStringLiteral("meshquality-highlight.png"));
+            host->grab().save(v);
+            result.written << v;
+            host->View()->ClearMeshHighlight();
+        }
+        w->close();
+        QApplication::processEvents();
     }
 
     // The solver status windows open through the remote calls a running solver makes: one

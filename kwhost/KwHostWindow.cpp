@@ -5,6 +5,8 @@
 #include "CKwDlgBase.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
+#include "CKwMeshModel.h"
+#include "CKwMeshQualityResultsDialog.h"
 #include "CKwMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
 #include "CKwNonlinearSetup.h"
@@ -27,6 +29,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QHeaderView>
+#include <QTableView>
 #include <QMap>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -35,13 +38,15 @@
 #include <QTreeWidget>
 
 namespace {
-enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole };
+enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole, HostActionRole };
 // Tree items the demo host opens itself rather than through a launch kind.
 constexpr int kStressStrainItem = 1036;
 // Tree items the host opens itself rather than through a dialog kind.
 constexpr unsigned kSectionDefinitionItem = 1001;
 constexpr unsigned kSectionReportItem = 1002;
 constexpr unsigned kSectionSelectionItem = 1003;
+// Tree entries the host handles itself rather than through a dialog kind.
+enum HostAction { ActionMeshQuality = 1, ActionHighlightGroup = 2 };
 }
 
 KwHostWindow::KwHostWindow(QWidget* parent)
@@ -128,6 +133,14 @@ void KwHostWindow::buildMenus()
     connect(m_run, &KwSolverRun::finished, this,
             [this] { statusBar()->showMessage(tr("Solution finished."), 5000); });
 
+    QMenu* mesh = groups.value(QStringLiteral("Mesh"));
+    mesh->addSeparator();
+    mesh->addAction(tr("Check mesh quality (current limits)"), this,
+                    [this] { OpenMeshQualityResults(); });
+    mesh->addAction(tr("Clear highlight"), this, [this] {
+        m_view->ClearMeshHighlight();
+    });
+
     QMenu* options = menuBar()->addMenu(tr("&Options"));
     QMenu* lang = options->addMenu(tr("Language"));
     m_langGroup = new QActionGroup(this);
@@ -148,6 +161,16 @@ void KwHostWindow::buildMenus()
         unitGroup->addAction(a);
         connect(a, &QAction::triggered, this, [this, s] { m_units->SetSystem(s); });
     }
+    QAction* radians = options->addAction(tr("Angles in radians"));
+    radians->setCheckable(true);
+    connect(radians, &QAction::toggled, this, [this](bool on) {
+        m_units->SetAngleInRadians(on);
+        // Open results repaint: which angle cells are red depends on the unit.
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* d = dynamic_cast<CKwMeshQualityResultsDialog*>(w))
+                d->ResultsView()->viewport()->update();
+        m_view->update();
+    });
     QAction* running = options->addAction(tr("Solver running"));
     running->setCheckable(true);
     connect(running, &QAction::toggled, m_view, &CFMView::SetSolvraRunning);
@@ -269,11 +292,52 @@ void KwHostWindow::RebuildTree()
         add(tables, t->GetName(),
             t->GetTableType() == CKwTable::StressStrainCurve ? kStressStrainItem : 36,
             static_cast<CKwFEBase*>(t));
+    if (CKwMeshModel* mesh = m_model->m_mesh) {
+        auto* meshItem = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                       QStringLiteral("MeshQuality"),
+                                                       QStringLiteral("TreeMesh"),
+                                                       QStringLiteral("Mesh"))});
+        auto* check = new QTreeWidgetItem(meshItem, {CKwXMLUtils::GetInternationalTreeItemText(
+                                                        QStringLiteral("MeshQuality"),
+                                                        QStringLiteral("TreeCheckMeshQuality"),
+                                                        QStringLiteral("Check Mesh Quality"))});
+        check->setData(0, HostActionRole, ActionMeshQuality);
+        auto* groupsItem = new QTreeWidgetItem(
+            meshItem, {CKwXMLUtils::GetInternationalTreeItemText(
+                          QStringLiteral("MeshQuality"), QStringLiteral("TreeElementGroups"),
+                          QStringLiteral("Element Groups"))});
+        for (const CKwMeshModel::ElementGroup& g : mesh->Groups()) {
+            auto* gi = new QTreeWidgetItem(
+                groupsItem, {QStringLiteral("%1 (%2)").arg(g.name).arg(g.elementIds.size())});
+            gi->setData(0, HostActionRole, ActionHighlightGroup);
+            gi->setData(0, ObjectRole, g.id);
+        }
+    }
     m_tree->expandAll();
+}
+
+QWidget* KwHostWindow::OpenMeshQualityResults()
+{
+    if (!m_model->m_mesh)
+        return nullptr;
+    auto* d = new CKwMeshQualityResultsDialog(m_model->m_mesh, m_view, m_units.get(), m_view);
+    d->show();
+    return d;
 }
 
 void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
 {
+    if (item && item->data(0, HostActionRole).toInt() == ActionMeshQuality) {
+        OpenMeshQualityResults();
+        return;
+    }
+    if (item && item->data(0, HostActionRole).toInt() == ActionHighlightGroup) {
+        const int id = item->data(0, ObjectRole).toInt();
+        for (const CKwMeshModel::ElementGroup& g : m_model->m_mesh->Groups())
+            if (g.id == id)
+                m_view->SetHighlightedMesh(CFMView::HighlightElements, g.elementIds);
+        return;
+    }
     if (!item || !item->data(0, KindRole).isValid())
         return;
     const unsigned kind = item->data(0, KindRole).toUInt();

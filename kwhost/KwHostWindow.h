@@ -26,6 +26,8 @@ public:
     // Opens a dialog kind as the menus do.
     void Launch(unsigned kind, bool newEntity = false, int variant = 0);
     void RebuildTree();
+    // Runs the mesh quality check with the mesh's limits and opens the failed-elements window.
+    QWidget* OpenMeshQualityResults();
     // The simulated solver behind "Run analysis".
     KwSolverRun* SolverRun() const { return m_run; }
 

@@ -19,6 +19,7 @@
 #include <QPainterPath>
 #include <QTimer>
 #include <QToolButton>
+#include <span>
 
 CFMView::CFMView(CKwFEModel* model, QWidget* parent)
     : QWidget(parent), m_model(model), m_frame(std::make_unique<CKwFrameWnd>()),
@@ -254,14 +255,26 @@ BlockOnScreen blockOnScreen(const CKwFEModel* model, QSize size)
     BlockOnScreen b;
     if (!model || !model->m_mesh || model->m_mesh->Nodes().empty())
         return b;
+    const CKwMeshModel& mesh = *model->m_mesh;
+    // The part is the box of the solid elements; shells and beams may stand out of it, and
+    // the view fits all of them.
     double lo[3] = {1e300, 1e300, 1e300}, hi[3] = {-1e300, -1e300, -1e300};
-    double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
-    for (const auto& n : model->m_mesh->Nodes()) {
+    auto grow = [&](const CKwMeshModel::Node& n) {
         const double c[3] = {n.x, n.y, n.z};
         for (int k = 0; k < 3; ++k) {
             lo[k] = qMin(lo[k], c[k]);
             hi[k] = qMax(hi[k], c[k]);
         }
+    };
+    for (std::size_t e = 0; e < mesh.ElementCount(); ++e)
+        if (mesh.ElementType(e) == CKwMeshModel::Tet4 || mesh.ElementType(e) == CKwMeshModel::Hex8)
+            for (int i : mesh.ElementNodes(e))
+                grow(mesh.Nodes()[static_cast<std::size_t>(i)]);
+    if (lo[0] > hi[0])
+        for (const auto& n : mesh.Nodes())
+            grow(n);
+    double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
+    for (const auto& n : mesh.Nodes()) {
         const QPointF q = project(n.x, n.y, n.z);
         minX = qMin(minX, q.x());
         maxX = qMax(maxX, q.x());
@@ -300,6 +313,73 @@ double distanceToSegment(QPointF p, QPointF a, QPointF c)
     t = qBound(0.0, t, 1.0);
     const QPointF q = a + t * d - p;
     return std::sqrt(q.x() * q.x() + q.y() * q.y());
+}
+
+// Faces of an element as node positions in its connectivity (up to six faces of up to four
+// nodes); beams have none.
+struct ElementFaces
+{
+    int count = 0;
+    int size[6] = {};
+    int node[6][4] = {};
+};
+
+ElementFaces facesOf(int type)
+{
+    ElementFaces f;
+    auto add = [&f](std::initializer_list<int> nodes) {
+        int k = 0;
+        for (int n : nodes)
+            f.node[f.count][k++] = n;
+        f.size[f.count++] = k;
+    };
+    switch (type) {
+    case CKwMeshModel::Tri3: add({0, 1, 2}); break;
+    case CKwMeshModel::Quad4: add({0, 1, 2, 3}); break;
+    case CKwMeshModel::Tet4: add({0, 1, 2}); add({0, 1, 3}); add({1, 2, 3}); add({0, 2, 3}); break;
+    case CKwMeshModel::Hex8:
+        for (const auto& face : kBlockFaces)
+            add({face[0], face[1], face[2], face[3]});
+        break;
+    default: break;
+    }
+    return f;
+}
+
+// Element edges as pairs of positions in the connectivity.
+std::span<const int> edgesOf(int type)
+{
+    static const int beam[] = {0, 1};
+    static const int tri[] = {0, 1, 1, 2, 2, 0};
+    static const int quad[] = {0, 1, 1, 2, 2, 3, 3, 0};
+    static const int tet[] = {0, 1, 1, 2, 2, 0, 0, 3, 1, 3, 2, 3};
+    static const int hex[] = {0, 1, 1, 2, 2, 3, 3, 0, 4, 5, 5, 6, 6, 7, 7, 4, 0, 4, 1, 5, 2, 6, 3, 7};
+    switch (type) {
+    case CKwMeshModel::Beam2: return beam;
+    case CKwMeshModel::Tri3: return tri;
+    case CKwMeshModel::Quad4: return quad;
+    case CKwMeshModel::Tet4: return tet;
+    case CKwMeshModel::Hex8: return hex;
+    }
+    return {};
+}
+
+const unsigned kNodeBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Node);
+const unsigned kElementBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Element);
+
+bool isSolid(int type) { return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8; }
+
+// Every node of the mesh where the view draws it, with its depth.
+void projectNodes(const CKwMeshModel& mesh, const BlockOnScreen& b, std::vector<QPointF>* pos,
+                  std::vector<double>* depth)
+{
+    pos->resize(mesh.Nodes().size());
+    depth->resize(mesh.Nodes().size());
+    for (std::size_t i = 0; i < mesh.Nodes().size(); ++i) {
+        const auto& n = mesh.Nodes()[i];
+        (*pos)[i] = b.offset + b.scale * project(n.x, n.y, n.z);
+        (*depth)[i] = depthOf(n.x, n.y, n.z);
+    }
 }
 
 } // namespace
@@ -342,6 +422,23 @@ CKwUIEntity* CFMView::EntityAt(const QPointF& pos) const
     }
     if (best)
         return best;
+    CKwMeshModel& mesh = *m_model->m_mesh;
+    std::vector<QPointF> npos;
+    std::vector<double> ndepth;
+    if (filter & (kNodeBit | kElementBit))
+        projectNodes(mesh, b, &npos, &ndepth);
+    if (filter & kNodeBit) {
+        int nearest = -1;
+        for (std::size_t i = 0; i < npos.size(); ++i) {
+            const QPointF d = npos[i] - pos;
+            if (d.x() * d.x() + d.y() * d.y() <= 36.0 && ndepth[i] < bestDepth) {
+                nearest = static_cast<int>(i);
+                bestDepth = ndepth[i];
+            }
+        }
+        if (nearest >= 0)
+            return mesh.NodeEntity(mesh.Nodes()[static_cast<std::size_t>(nearest)].id);
+    }
     for (int i = 0; i < 12; ++i) {
         const int a = kBlockEdges[i][0], c = kBlockEdges[i][1];
         const double depth = (b.depth[a] + b.depth[c]) / 2;
@@ -353,6 +450,42 @@ CKwUIEntity* CFMView::EntityAt(const QPointF& pos) const
     }
     if (best)
         return best;
+    if (filter & kElementBit) {
+        // Beams by their line, the others by the faces they show; nearest to the viewer wins.
+        int hit = -1;
+        for (std::size_t e = 0; e < mesh.ElementCount(); ++e) {
+            const int type = mesh.ElementType(e);
+            if ((isSolid(type) && (m_hiddenBodies & BodySolids)) ||
+                (type == CKwMeshModel::Beam2 && (m_hiddenBodies & BodyStructuralMembers)))
+                continue;
+            const auto conn = mesh.ElementNodes(e);
+            double depth = 0;
+            for (int n : conn)
+                depth += ndepth[static_cast<std::size_t>(n)];
+            depth /= static_cast<double>(conn.size());
+            if (depth >= bestDepth)
+                continue;
+            bool inside = false;
+            if (type == CKwMeshModel::Beam2) {
+                inside = distanceToSegment(pos, npos[static_cast<std::size_t>(conn[0])],
+                                           npos[static_cast<std::size_t>(conn[1])]) <= 4.0;
+            } else {
+                const ElementFaces faces = facesOf(type);
+                for (int f = 0; f < faces.count && !inside; ++f) {
+                    QPolygonF poly;
+                    for (int k = 0; k < faces.size[f]; ++k)
+                        poly << npos[static_cast<std::size_t>(conn[faces.node[f][k]])];
+                    inside = poly.containsPoint(pos, Qt::OddEvenFill);
+                }
+            }
+            if (inside) {
+                hit = static_cast<int>(e);
+                bestDepth = depth;
+            }
+        }
+        if (hit >= 0)
+            return mesh.ElementEntity(mesh.ElementID(static_cast<std::size_t>(hit)));
+    }
     bool onPart = false;
     for (int f = 0; f < 6; ++f) {
         if (!kFaceVisible[f] || !facePolygon(b, f).containsPoint(pos, Qt::OddEvenFill))
@@ -396,6 +529,23 @@ QPointF CFMView::ScreenPointOf(const CKwUIEntity* entity) const
             c += b.corner[k];
         return c / 4;
     }
+    case CKwUIEntity::Node: {
+        const auto* n = m_model->m_mesh->FindNode(id);
+        return n ? b.offset + b.scale * project(n->x, n->y, n->z) : QPointF(-1, -1);
+    }
+    case CKwUIEntity::Element: {
+        const CKwMeshModel& mesh = *m_model->m_mesh;
+        const int e = mesh.ElementIndex(id);
+        if (e < 0)
+            return QPointF(-1, -1);
+        const auto conn = mesh.ElementNodes(static_cast<std::size_t>(e));
+        QPointF c;
+        for (int i : conn) {
+            const auto& n = mesh.Nodes()[static_cast<std::size_t>(i)];
+            c += b.offset + b.scale * project(n.x, n.y, n.z);
+        }
+        return c / static_cast<double>(conn.size());
+    }
     default:
         return QPointF(-1, -1);
     }
@@ -411,6 +561,19 @@ long CFMView::SendPickEvent(const QList<CKwUIEntity*>& entities, bool drop)
     CKwPickEvent ev(drop ? KwViewEvent::Dropped : KwViewEvent::Picked, entities);
     QCoreApplication::sendEvent(target, &ev);
     return ev.m_result;
+}
+
+void CFMView::SetHighlightedMesh(MeshHighlight kind, std::vector<int> ids)
+{
+    m_meshHighlight[kind == HighlightNodes ? 0 : 1] = std::move(ids);
+    update();
+}
+
+void CFMView::ClearMeshHighlight()
+{
+    m_meshHighlight[0].clear();
+    m_meshHighlight[1].clear();
+    update();
 }
 
 void CFMView::mousePressEvent(QMouseEvent* event)
@@ -456,24 +619,81 @@ void CFMView::paintEvent(QPaintEvent*)
         p.drawText(rect(), Qt::AlignCenter, tr("No model"));
         return;
     }
-    // Isometric projection of the mesh's element edges; hidden solids leave their outline.
-    if (!(m_hiddenBodies & BodySolids)) {
-        p.setPen(QPen(QColor(0x2c, 0x3e, 0x50), 1));
-        for (const auto& e : m_model->m_mesh->Elements()) {
-            if (e.nodes.size() != 8)
-                continue;
-            for (const auto& ed : kBlockEdges) {
-                const auto* a = m_model->m_mesh->FindNode(e.nodes[static_cast<std::size_t>(ed[0])]);
-                const auto* c = m_model->m_mesh->FindNode(e.nodes[static_cast<std::size_t>(ed[1])]);
-                if (a && c)
-                    p.drawLine(b.offset + b.scale * project(a->x, a->y, a->z),
-                               b.offset + b.scale * project(c->x, c->y, c->z));
-            }
-        }
-    } else {
+    // Isometric projection of the mesh's element edges: solids thin, shells a little
+    // stronger, beams thick. Hidden solids leave their outline, hidden members nothing.
+    const CKwMeshModel& mesh = *m_model->m_mesh;
+    std::vector<QPointF> npos;
+    std::vector<double> ndepth;
+    projectNodes(mesh, b, &npos, &ndepth);
+    const bool solidsHidden = (m_hiddenBodies & BodySolids) != 0;
+    const bool membersHidden = (m_hiddenBodies & BodyStructuralMembers) != 0;
+    auto shown = [&](int type) {
+        return !(isSolid(type) && solidsHidden) &&
+               !(type == CKwMeshModel::Beam2 && membersHidden);
+    };
+    auto nodeAt = [&](std::span<const int> conn, int k) {
+        return npos[static_cast<std::size_t>(conn[static_cast<std::size_t>(k)])];
+    };
+    const QPen solidPen(QColor(0x2c, 0x3e, 0x50), 1);
+    const QPen shellPen(QColor(0x1a, 0x5a, 0x8a), 1.4);
+    const QPen beamPen(QColor(0x6c, 0x34, 0x83), 3);
+    for (std::size_t e = 0; e < mesh.ElementCount(); ++e) {
+        const int type = mesh.ElementType(e);
+        if (!shown(type))
+            continue;
+        p.setPen(isSolid(type) ? solidPen : type == CKwMeshModel::Beam2 ? beamPen : shellPen);
+        const auto conn = mesh.ElementNodes(e);
+        const auto edges = edgesOf(type);
+        for (std::size_t k = 0; k + 1 < edges.size(); k += 2)
+            p.drawLine(nodeAt(conn, edges[k]), nodeAt(conn, edges[k + 1]));
+    }
+    if (solidsHidden) {
         p.setPen(QPen(QColor(0x7f, 0x8c, 0x8d), 1, Qt::DashLine));
         for (const auto& ed : kBlockEdges)
             p.drawLine(b.corner[ed[0]], b.corner[ed[1]]);
+    }
+    // Nodes are drawn while the active box picks them.
+    if (m_selection->GetFilter() & kNodeBit) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(0x2c, 0x3e, 0x50));
+        for (const QPointF& q : npos)
+            p.drawEllipse(q, 1.8, 1.8);
+    }
+    // Highlighted elements and nodes (a quality check's failures, a host's set).
+    const QColor mark(0xd3, 0x54, 0x00);
+    if (!m_meshHighlight[1].empty()) {
+        QColor fill = mark;
+        fill.setAlpha(110);
+        for (int id : m_meshHighlight[1]) {
+            const int e = mesh.ElementIndex(id);
+            if (e < 0 || !shown(mesh.ElementType(static_cast<std::size_t>(e))))
+                continue;
+            const int type = mesh.ElementType(static_cast<std::size_t>(e));
+            const auto conn = mesh.ElementNodes(static_cast<std::size_t>(e));
+            if (type == CKwMeshModel::Beam2) {
+                p.setPen(QPen(mark, 5));
+                p.drawLine(nodeAt(conn, 0), nodeAt(conn, 1));
+                continue;
+            }
+            p.setPen(QPen(mark, 1.5));
+            p.setBrush(fill);
+            const ElementFaces faces = facesOf(type);
+            for (int f = 0; f < faces.count; ++f) {
+                QPolygonF poly;
+                for (int k = 0; k < faces.size[f]; ++k)
+                    poly << nodeAt(conn, faces.node[f][k]);
+                p.drawPolygon(poly);
+            }
+        }
+    }
+    if (!m_meshHighlight[0].empty()) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(mark);
+        for (int id : m_meshHighlight[0]) {
+            const int i = mesh.NodeIndex(id);
+            if (i >= 0)
+                p.drawEllipse(npos[static_cast<std::size_t>(i)], 4, 4);
+        }
     }
     // The open editor's selection.
     const QColor pick(0xe6, 0x7e, 0x22);
@@ -490,6 +710,12 @@ void CFMView::paintEvent(QPaintEvent*)
         } else if (e->GetKind() == CKwUIEntity::Edge && id >= 1 && id <= 12) {
             p.setPen(QPen(pick, 4));
             p.drawLine(b.corner[kBlockEdges[id - 1][0]], b.corner[kBlockEdges[id - 1][1]]);
+        } else if (e->GetKind() == CKwUIEntity::Node || e->GetKind() == CKwUIEntity::Element) {
+            const QPointF at = ScreenPointOf(e);
+            p.setPen(QPen(pick, 2));
+            p.setBrush(Qt::NoBrush);
+            if (at.x() >= 0)
+                p.drawEllipse(at, 6, 6);
         } else if (e->GetKind() == CKwUIEntity::Vertex && id >= 1 && id <= 8) {
             p.setPen(Qt::NoPen);
             p.setBrush(pick);

@@ -32,6 +32,10 @@ CKwFEModel::~CKwFEModel()
 
 CKwUIEntity* CKwFEModel::FindGeometry(int kind, int id) const
 {
+    if (m_mesh && kind == CKwUIEntity::Node)
+        return m_mesh->NodeEntity(id);
+    if (m_mesh && kind == CKwUIEntity::Element)
+        return m_mesh->ElementEntity(id);
     for (CKwUIEntity* e : m_geometry)
         if (e->GetKind() == kind && e->GetID() == id)
             return e;
@@ -58,9 +62,9 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
         m->m_geometry.append(
             new CKwUIEntity(CKwUIEntity::Vertex, i + 1, QStringLiteral("Vertex %1").arg(i + 1)));
 
-    // 0.2 x 0.05 x 0.04 m block, 8 x 2 x 2 hexahedra.
+    // 0.2 x 0.05 x 0.04 m block of tetrahedra with shells, beams and test tabs.
     m->m_mesh = new CKwMeshModel(1, QStringLiteral("Mesh"));
-    m->m_mesh->BuildBlock(8, 2, 2, 0.2, 0.05, 0.04);
+    m->m_mesh->BuildSampleBracket();
 
     auto* steel = new CKwMaterial(1, QStringLiteral("Steel AISI 1020"));
     steel->SetValue("EX", 2.0e11);

@@ -25,15 +25,15 @@ QString CKwUIEntity::GetDisplayText(bool showIds) const
     return showIds ? QStringLiteral("%1 <%2>").arg(base).arg(m_id) : base;
 }
 
-unsigned CKwUIEntity::FilterBit() const
+unsigned CKwUIEntity::FilterBitOf(Kind kind)
 {
-    switch (m_kind) {
+    switch (kind) {
     case Vertex: return 0x2;
     case Point: return 0x4;
     case Edge: return 0x10;
     case Face: return 0x40;
     case Body: return 0x1000;
-    case Node: return 0x100;
+    case Node: return 0x400;
     case Element: return 0x200;
     }
     return 0;

@@ -100,6 +100,8 @@ void KW_UOM::factor(int unitKind, double* scale, double* offset) const
     const int s = static_cast<int>(m_system);
     *scale = r->scale[s];
     *offset = r->offset[s];
+    if (unitKind == KwUnitKind::Angle && m_angleRadians)
+        *scale = 1.0;
 }
 
 double KW_UOM::GetDisplayValue(double internalValue, int unitKind) const
@@ -121,6 +123,8 @@ double KW_UOM::ToInternalValue(double displayValue, int unitKind) const
 QString KW_UOM::GetUnits(int unitKind) const
 {
     const UnitRow* r = findRow(unitKind);
+    if (unitKind == KwUnitKind::Angle && m_angleRadians)
+        return QStringLiteral("rad");
     return r ? QString::fromLatin1(r->label[static_cast<int>(m_system)]) : QString();
 }
 

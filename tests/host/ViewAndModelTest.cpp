@@ -75,8 +75,9 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
     ASSERT_EQ(m->m_analyses.size(), 5);
-    EXPECT_EQ(m->m_mesh->Elements().size(), 32u);
-    EXPECT_EQ(m->m_mesh->Nodes().size(), 81u);
+    EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
+    EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
+    EXPECT_TRUE(m->m_mesh->HasNode(81));
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);

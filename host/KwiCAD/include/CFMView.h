@@ -8,6 +8,7 @@
 #include <QString>
 #include <QWidget>
 #include <memory>
+#include <vector>
 
 class CKwAnalysis;
 class CKwFEModel;
@@ -103,6 +104,16 @@ public:
     // Returns the dialog's result, 0 when nobody took it.
     long SendPickEvent(const QList<CKwUIEntity*>& entities, bool drop);
 
+    // --- mesh highlighting ---
+    enum MeshHighlight { HighlightNodes = 0, HighlightElements = 1 };
+    // Draws these nodes or elements (by id) highlighted; replaces the earlier set of the kind.
+    void SetHighlightedMesh(MeshHighlight kind, std::vector<int> ids);
+    const std::vector<int>& GetHighlightedMesh(MeshHighlight kind) const
+    {
+        return m_meshHighlight[kind == HighlightNodes ? 0 : 1];
+    }
+    void ClearMeshHighlight();
+
     // --- number fields ---
     // The integer in `text` (blanks allowed around it); MissingInteger when it is not one.
     static int GetIntegerFromString(const QString& text);
@@ -149,4 +160,5 @@ private:
     bool m_redrawSuspended = false;
     unsigned m_hiddenBodies = 0;
     QList<CKwUIEntity*> m_highlighted;
+    std::vector<int> m_meshHighlight[2];
 };

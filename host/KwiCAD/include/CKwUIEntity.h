@@ -18,7 +18,10 @@ public:
     // The text a selection list shows: "Face 3" or, with IDs shown, "Face 3 <12>"...
     QString GetDisplayText(bool showIds) const;
     // The bit of a selection filter mask that admits this kind.
-    unsigned FilterBit() const;
+    unsigned FilterBit() const { return FilterBitOf(m_kind); }
+    // Nodes and elements have bits of their own, outside the geometry editors' masks (33278,
+    // 32782, 4592), so that an editor that picks geometry never gets mesh entities.
+    static unsigned FilterBitOf(Kind kind);
     static QString KindName(Kind kind);
 
 private:

@@ -46,6 +46,9 @@ public:
     explicit KW_UOM(System system = SI);
     System GetSystem() const { return m_system; }
     void SetSystem(System system) { m_system = system; }
+    // Angles are shown in degrees unless the user asks for radians, in every system.
+    void SetAngleInRadians(bool radians) { m_angleRadians = radians; }
+    bool IsAngleInRadians() const { return m_angleRadians; }
     // "SI (m, N, Pa)" and so on.
     static QString GetSystemName(System system);
 
@@ -80,4 +83,5 @@ private:
     // display = internal * scale + offset
     void factor(int unitKind, double* scale, double* offset) const;
     System m_system;
+    bool m_angleRadians = false;
 };

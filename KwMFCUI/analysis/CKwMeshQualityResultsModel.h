@@ -1,0 +1,60 @@
+#pragma once
+// The failed-elements table: one row per failed element of a quality check, read straight
+// from the results logic's flat records through a row order of its own (for sorting). Text is
+// made only for the cells a view asks for; a failing cell answers a red background.
+#include "CKwUIMeshQualityResults.h"
+#include "KwMFCUIExport.h"
+
+#include <QAbstractTableModel>
+#include <QString>
+#include <vector>
+
+class CKwMeshModel;
+class KW_UOM;
+
+class KWMFCUI_EXPORT CKwMeshQualityResultsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    enum Column { ColumnId = 0, ColumnType = 1, ColumnAspectRatio = 2, ColumnSkew = 3,
+                  ColumnWarping = 4, ColumnTaper = 5, ColumnJacobian = 6, ColumnCount = 7 };
+    // The raw value of a cell (internal units; NaN for a cell that does not apply).
+    static constexpr int RawValueRole = Qt::UserRole + 1;
+    // A triangle's aspect ratio from this size on is written "%0.3E".
+    static constexpr double kTriangleExponentFrom = 1.0e4;
+
+    CKwMeshQualityResultsModel(const CKwUIMeshQualityResults* results,
+                               const CKwMeshModel* mesh, const KW_UOM* units,
+                               QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
+    // Re-reads the results (their count may have changed) in the original order.
+    void Reload();
+    // Captions and element-type texts in the current language.
+    void RetranslateTexts();
+    // Whether a cell is coloured: its check is on and its value, in the display angle unit
+    // for angles, lies beyond the limit. ID and type cells never are.
+    bool CellFails(int row, int column) const;
+    // The text of a cell as the table shows it.
+    QString CellText(int row, int column) const;
+    // Rows as tab-separated lines, headed by the captions; rows in table order, whatever
+    // order they are given in. An empty list copies every row.
+    QString CopyText(std::vector<int> rows) const;
+    const CKwUIMeshQualityResults::FailedElement& RecordAt(int row) const;
+
+private:
+    const CKwUIMeshQualityResults* m_results;
+    const CKwMeshModel* m_mesh;
+    const KW_UOM* m_units;
+    std::vector<int> m_order; // table row -> record; empty while unsorted
+    int m_rows = 0;
+    QString m_typeText[4];
+    QString m_caption[ColumnCount];
+    QString m_degenerate;
+};

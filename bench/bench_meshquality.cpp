@@ -1,0 +1,187 @@
+// The mesh quality check and its failed-elements window on a generated mesh of 1,000,000
+// mixed elements (tetrahedra, quadrilaterals, triangles over a jittered grid).
+// Targets: measures >= 5M elements/s on one core; window open and filled with 1M failed
+// elements < 100 ms; repaint of the visible rows < 16 ms; sort by a value column < 500 ms;
+// memory for 1M rows <= 100 MB (counter "row_MB").
+#include "CFMView.h"
+#include "CKwMeshModel.h"
+#include "CKwMeshQualityResultsDialog.h"
+#include "CKwMeshQualityResultsModel.h"
+#include "CKwUIMeshQualityResults.h"
+#include "KW_UOM.h"
+
+#include <QApplication>
+#include <QScrollBar>
+#include <QTableView>
+#include <benchmark/benchmark.h>
+#include <fstream>
+#include <random>
+
+namespace {
+
+constexpr std::size_t kElements = 1'000'000;
+
+// Per cell of a jittered grid: four tetrahedra, one quadrilateral and two triangles.
+CKwMeshModel* mixedMesh()
+{
+    static CKwMeshModel* mesh = [] {
+        auto* m = new CKwMeshModel(1, QStringLiteral("Bench"));
+        const int n = 53; // 53^3 cells * 7 > 1M
+        auto id = [n](int i, int j, int k) { return 1 + i + j * (n + 1) + k * (n + 1) * (n + 1); };
+        m->Reserve(static_cast<std::size_t>((n + 1) * (n + 1) * (n + 1)), kElements, 4 * kElements);
+        std::mt19937 rng(7);
+        std::uniform_real_distribution<double> jitter(-0.15, 0.15);
+        for (int k = 0; k <= n; ++k)
+            for (int j = 0; j <= n; ++j)
+                for (int i = 0; i <= n; ++i)
+                    m->AddNode(id(i, j, k), i + jitter(rng), j + jitter(rng), k + jitter(rng));
+        int e = 1;
+        for (int k = 0; k < n && m->ElementCount() < kElements; ++k)
+            for (int j = 0; j < n && m->ElementCount() < kElements; ++j)
+                for (int i = 0; i < n && m->ElementCount() < kElements; ++i) {
+                    const int a = id(i, j, k), b = id(i + 1, j, k), c = id(i + 1, j + 1, k),
+                              d = id(i, j + 1, k), a1 = id(i, j, k + 1), b1 = id(i + 1, j, k + 1),
+                              c1 = id(i + 1, j + 1, k + 1);
+                    auto add = [&](int type, std::initializer_list<int> nodes) {
+                        if (m->ElementCount() < kElements)
+                            m->AddElement(e++, type, nodes);
+                    };
+                    add(CKwMeshModel::Tet4, {a, b, d, a1});
+                    add(CKwMeshModel::Tet4, {b, c, d, c1});
+                    add(CKwMeshModel::Tet4, {b, d, a1, c1});
+                    add(CKwMeshModel::Tet4, {b, b1, a1, c1});
+                    add(CKwMeshModel::Quad4, {a, b, c, d});
+                    add(CKwMeshModel::Tri3, {a, b, b1});
+                    add(CKwMeshModel::Tri3, {a, b1, a1});
+                }
+        return m;
+    }();
+    return mesh;
+}
+
+// Limits every element fails (a Jacobian of at most 1 is below 2).
+CKwMeshModel* allFailingMesh()
+{
+    static CKwMeshModel* mesh = [] {
+        auto* m = new CKwMeshModel(*mixedMesh());
+        m->SetQualityLimit(CKwMeshModel::QuadJacobian, 2.0f);
+        m->SetQualityLimit(CKwMeshModel::TriaJacobian, 2.0f);
+        m->SetQualityLimit(CKwMeshModel::TetJacobian, 2.0f);
+        return m;
+    }();
+    return mesh;
+}
+
+KW_UOM& units()
+{
+    static KW_UOM u(KW_UOM::MMNS);
+    return u;
+}
+
+const CKwUIMeshQualityResults& allFailed()
+{
+    static CKwUIMeshQualityResults r = [] {
+        CKwUIMeshQualityResults x;
+        x.CheckMeshQuality(allFailingMesh(), &units());
+        return x;
+    }();
+    return r;
+}
+
+double residentMB()
+{
+    std::ifstream statm("/proc/self/statm");
+    long pages = 0, resident = 0;
+    statm >> pages >> resident;
+    return static_cast<double>(resident) * 4096.0 / (1024.0 * 1024.0);
+}
+
+void BM_MeasureAndSelect(benchmark::State& state)
+{
+    CKwMeshModel* mesh = mixedMesh();
+    CKwUIMeshQualityResults r;
+    for (auto _ : state) {
+        r.CheckMeshQuality(mesh, &units());
+        benchmark::DoNotOptimize(r.GetFailedElements().data());
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<long>(mesh->ElementCount()));
+    state.counters["failed"] = static_cast<double>(r.GetFailedElements().size());
+}
+BENCHMARK(BM_MeasureAndSelect)->Unit(benchmark::kMillisecond);
+
+void BM_OpenWindowFilled(benchmark::State& state)
+{
+    CFMView view;
+    for (auto _ : state) {
+        state.PauseTiming();
+        CKwUIMeshQualityResults copy = allFailed();
+        const double before = residentMB();
+        state.ResumeTiming();
+        auto* d = new CKwMeshQualityResultsDialog(allFailingMesh(), &view, &units(), &copy);
+        d->show();
+        QApplication::processEvents();
+        state.PauseTiming();
+        if (d->ResultsModel()->rowCount() != static_cast<int>(kElements))
+            state.SkipWithError("not every element listed");
+        state.counters["row_MB"] = residentMB() - before +
+                                   static_cast<double>(kElements * sizeof(
+                                       CKwUIMeshQualityResults::FailedElement)) /
+                                       (1024.0 * 1024.0);
+        delete d;
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_OpenWindowFilled)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+struct OpenWindow
+{
+    CFMView view;
+    CKwUIMeshQualityResults copy = allFailed();
+    CKwMeshQualityResultsDialog* d =
+        new CKwMeshQualityResultsDialog(allFailingMesh(), &view, &units(), &copy);
+    OpenWindow()
+    {
+        d->resize(800, 900);
+        d->show();
+        QTableView* t = d->ResultsView();
+        t->verticalScrollBar()->setValue(t->verticalScrollBar()->maximum() / 2);
+        QApplication::processEvents();
+    }
+    ~OpenWindow() { delete d; }
+};
+
+void BM_RepaintVisibleRows(benchmark::State& state)
+{
+    OpenWindow w;
+    QWidget* viewport = w.d->ResultsView()->viewport();
+    for (auto _ : state)
+        viewport->repaint();
+    state.counters["rows_shown"] =
+        viewport->height() / static_cast<double>(w.d->ResultsView()->rowHeight(0));
+}
+BENCHMARK(BM_RepaintVisibleRows)->Unit(benchmark::kMillisecond);
+
+void BM_SortByValueColumn(benchmark::State& state)
+{
+    OpenWindow w;
+    bool up = true;
+    for (auto _ : state) {
+        w.d->ResultsView()->sortByColumn(CKwMeshQualityResultsModel::ColumnSkew,
+                                         up ? Qt::AscendingOrder : Qt::DescendingOrder);
+        up = !up;
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<long>(kElements));
+}
+BENCHMARK(BM_SortByValueColumn)->Unit(benchmark::kMillisecond)->Iterations(6);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,279 @@
+// Quality measures against values worked out by hand, collapsed elements, the failed-element
+// selection on the sample mesh, groups, and node and element picks in the view.
+#include "CFMView.h"
+#include "CKwFEModel.h"
+#include "CKwMeshModel.h"
+#include "CKwSelectionHandler.h"
+#include "CKwUIEntity.h"
+#include "CKwUIMeshQualityResults.h"
+#include "KW_UOM.h"
+#include "KwMeshQuality.h"
+
+#include <gtest/gtest.h>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace {
+
+using namespace KwMeshQuality;
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kDeg = 3.14159265358979323846 / 180.0;
+const double s3 = std::sqrt(3.0);
+
+struct Shape
+{
+    const char* name;
+    int type;
+    std::vector<std::array<double, 3>> p;
+    double expected[MeasureCount]; // NaN: does not apply; angles in radians
+};
+
+void measure(const Shape& s, double out[MeasureCount])
+{
+    const double* pts[4];
+    for (std::size_t i = 0; i < s.p.size(); ++i)
+        pts[i] = s.p[i].data();
+    if (s.type == CKwMeshModel::Tri3)
+        MeasureTriangle(pts, out);
+    else if (s.type == CKwMeshModel::Quad4)
+        MeasureQuadrilateral(pts, out);
+    else
+        MeasureTetrahedron(pts, out);
+}
+
+} // namespace
+
+TEST(MeshQuality, measuresMatchHandComputedValues)
+{
+    const Shape shapes[] = {
+        {"unit square", CKwMeshModel::Quad4, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}},
+         {1, 0, 0, 0, 1}},
+        {"rectangle 2x1", CKwMeshModel::Quad4, {{0, 0, 0}, {2, 0, 0}, {2, 1, 0}, {0, 1, 0}},
+         {2, 0, 0, 0, 1}},
+        {"parallelogram sheared by 1", CKwMeshModel::Quad4,
+         {{0, 0, 0}, {1, 0, 0}, {2, 1, 0}, {1, 1, 0}},
+         {std::sqrt(2.0), 45 * kDeg, 0, 0, std::sqrt(0.5)}},
+        {"trapezoid 2/1 high 1", CKwMeshModel::Quad4,
+         {{0, 0, 0}, {2, 0, 0}, {1.5, 1, 0}, {0.5, 1, 0}},
+         {1.5, 0, 0, 0.5, 2 / std::sqrt(5.0)}},
+        {"square with a corner lifted by 1", CKwMeshModel::Quad4,
+         {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}},
+         {1, std::asin(0.2), 60 * kDeg, 1 / std::sqrt(5.0), std::sqrt(2.0 / 3.0)}},
+        {"equilateral triangle", CKwMeshModel::Tri3, {{0, 0, 0}, {1, 0, 0}, {0.5, s3 / 2, 0}},
+         {1, 0, kNaN, kNaN, 1}},
+        {"right isosceles triangle", CKwMeshModel::Tri3, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}},
+         {(std::sqrt(2.0) + 1) / s3, 30 * kDeg, kNaN, kNaN, std::sqrt(2.0 / 3.0)}},
+        {"regular tetrahedron", CKwMeshModel::Tet4,
+         {{0, 0, 0}, {1, 0, 0}, {0.5, s3 / 2, 0}, {0.5, s3 / 6, std::sqrt(2.0 / 3.0)}},
+         {1, 0, kNaN, kNaN, 1}},
+        {"corner tetrahedron", CKwMeshModel::Tet4,
+         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
+         {(1 + s3) / 2, 90 * kDeg - std::acos(1.0 / 3.0), kNaN, kNaN, std::sqrt(0.5)}},
+    };
+    const char* names[] = {"aspect ratio", "skew", "warping", "taper", "Jacobian"};
+    for (const Shape& s : shapes) {
+        double out[MeasureCount];
+        measure(s, out);
+        for (int m = 0; m < MeasureCount; ++m) {
+            if (std::isnan(s.expected[m]))
+                EXPECT_TRUE(std::isnan(out[m])) << s.name << ": " << names[m];
+            else
+                EXPECT_NEAR(out[m], s.expected[m], 1e-9) << s.name << ": " << names[m];
+        }
+    }
+}
+
+TEST(MeshQuality, collapsedElementsGiveNumbersOrInfinityNeverNaN)
+{
+    const Shape shapes[] = {
+        {"collinear triangle", CKwMeshModel::Tri3, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}},
+         {kInf, 120 * kDeg, kNaN, kNaN, 0}},
+        {"triangle with coincident nodes", CKwMeshModel::Tri3,
+         {{0, 0, 0}, {0, 0, 0}, {1, 1, 0}}, {kInf, kInf, kNaN, kNaN, 0}},
+        {"quadrilateral on a line", CKwMeshModel::Quad4,
+         {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, {kInf, kInf, 0, kInf, 0}},
+        {"quadrilateral on one point", CKwMeshModel::Quad4,
+         {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, {kInf, kInf, 0, kInf, 0}},
+        {"flat tetrahedron", CKwMeshModel::Tet4, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}},
+         {kInf, -1, kNaN, kNaN, 0}},
+        {"tetrahedron with coincident nodes", CKwMeshModel::Tet4,
+         {{0, 0, 0}, {0, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {kInf, kInf, kNaN, kNaN, 0}},
+        {"inverted corner tetrahedron", CKwMeshModel::Tet4,
+         {{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {0, 0, 1}},
+         {(1 + s3) / 2, 90 * kDeg - std::acos(1.0 / 3.0), kNaN, kNaN, -std::sqrt(0.5)}},
+    };
+    CKwMeshModel mesh;
+    for (const Shape& s : shapes) {
+        double out[MeasureCount];
+        measure(s, out);
+        for (int m = 0; m < MeasureCount; ++m) {
+            if (std::isnan(s.expected[m])) {
+                EXPECT_TRUE(std::isnan(out[m])) << s.name << " " << m;
+                continue;
+            }
+            EXPECT_FALSE(std::isnan(out[m])) << s.name << " " << m;
+            if (std::isinf(s.expected[m])) {
+                EXPECT_EQ(out[m], kInf) << s.name << " " << m;
+            } else if (s.expected[m] >= 0) { // -1: any number
+                EXPECT_NEAR(out[m], s.expected[m], 1e-9) << s.name << " " << m;
+            }
+        }
+        // Collapsed and inverted elements fail the Jacobian check.
+        const int family = CKwUIMeshQualityResults::FamilyOf(s.type);
+        EXPECT_TRUE(CKwUIMeshQualityResults::FailsCheck(mesh, nullptr, family, Jacobian,
+                                                        out[Jacobian]))
+            << s.name;
+    }
+}
+
+TEST(MeshQuality, strictLimitsAngleUnitsAndSwitchedOffChecks)
+{
+    CKwMeshModel mesh;
+    KW_UOM units(KW_UOM::SI);
+    using R = CKwUIMeshQualityResults;
+    mesh.SetQualityLimit(CKwMeshModel::QuadAspectRatio, 2.0f);
+    EXPECT_FALSE(R::FailsCheck(mesh, &units, Quadrilateral, AspectRatio, 2.0));
+    EXPECT_TRUE(R::FailsCheck(mesh, &units, Quadrilateral, AspectRatio, 2.001));
+    mesh.SetQualityLimit(CKwMeshModel::TetJacobian, 0.3f);
+    EXPECT_FALSE(R::FailsCheck(mesh, &units, Tetrahedron, Jacobian, 0.3f));
+    EXPECT_TRUE(R::FailsCheck(mesh, &units, Tetrahedron, Jacobian, 0.2999));
+    // 50 degrees against a limit of 45: red in degrees, not in radians (0.87 < 45).
+    EXPECT_TRUE(R::FailsCheck(mesh, &units, Quadrilateral, Skew, 50 * kDeg));
+    units.SetAngleInRadians(true);
+    EXPECT_FALSE(R::FailsCheck(mesh, &units, Quadrilateral, Skew, 50 * kDeg));
+    mesh.SetQualityLimit(CKwMeshModel::QuadWarpage, 0.1f);
+    EXPECT_TRUE(R::FailsCheck(mesh, &units, Quadrilateral, Warping, 0.2));
+    mesh.SetQualityCheck(CKwMeshModel::QuadWarpage, false);
+    EXPECT_FALSE(R::FailsCheck(mesh, &units, Quadrilateral, Warping, 0.2));
+    EXPECT_FALSE(R::FailsCheck(mesh, &units, Quadrilateral, Warping, kInf));
+    // Measures a family does not have never fail.
+    EXPECT_FALSE(R::FailsCheck(mesh, &units, Triangle, Taper, 100));
+    // The parameters by name, as the dialogs read them.
+    float v = 0;
+    EXPECT_TRUE(mesh.GetQualityParam(QStringLiteral("Quad Warpage Check"), &v));
+    EXPECT_EQ(v, 0.0f);
+    EXPECT_TRUE(mesh.SetQualityParam(QStringLiteral("Tria Skew"), 12.5f));
+    EXPECT_EQ(mesh.GetQualityLimit(CKwMeshModel::TriaSkew), 12.5f);
+    EXPECT_FALSE(mesh.SetQualityParam(QStringLiteral("Hex Skew"), 1));
+}
+
+TEST(MeshQuality, sampleMeshFailsEveryCheckAndNothingElse)
+{
+    std::unique_ptr<CKwFEModel> model(CKwFEModel::CreateSampleModel());
+    CKwMeshModel& mesh = *model->m_mesh;
+    KW_UOM units(KW_UOM::MMNS);
+    CKwUIMeshQualityResults r;
+    r.CheckMeshQuality(&mesh, &units);
+    EXPECT_EQ(r.GetCheckedElementCount(), mesh.CountOfType(CKwMeshModel::Tri3) +
+                                              mesh.CountOfType(CKwMeshModel::Quad4) +
+                                              mesh.CountOfType(CKwMeshModel::Tet4));
+    bool seen[4][MeasureCount] = {};
+    for (const auto& f : r.GetFailedElements()) {
+        bool any = false;
+        for (int m = 0; m < MeasureCount; ++m) {
+            const bool fails =
+                CKwUIMeshQualityResults::FailsCheck(mesh, &units, f.family, m, f.value[m]);
+            seen[f.family][m] = seen[f.family][m] || fails;
+            any = any || fails;
+        }
+        EXPECT_TRUE(any) << f.id;
+    }
+    for (int family = Triangle; family <= Tetrahedron; ++family)
+        for (int m = 0; m < MeasureCount; ++m)
+            if (CKwUIMeshQualityResults::CheckFor(family, m) != CKwMeshModel::QualityCheckCount) {
+                EXPECT_TRUE(seen[family][m]) << "family " << family << " measure " << m;
+            }
+    // Every check off: nothing fails.
+    for (int c = 0; c < CKwMeshModel::QualityCheckCount; ++c)
+        mesh.SetQualityCheck(static_cast<CKwMeshModel::QualityCheck>(c), false);
+    r.CheckMeshQuality(&mesh, &units);
+    EXPECT_TRUE(r.GetFailedElements().empty());
+    r.CheckMeshQuality(nullptr, &units);
+    EXPECT_EQ(r.GetCheckedElementCount(), 0u);
+}
+
+TEST(MeshModel, refusesBadElementsAndBuildsGroupsOnce)
+{
+    CKwMeshModel mesh;
+    mesh.AddNode(1, 0, 0, 0);
+    mesh.AddNode(2, 1, 0, 0);
+    mesh.AddNode(3, 0, 1, 0);
+    EXPECT_FALSE(mesh.AddNode(3, 5, 5, 5));
+    EXPECT_TRUE(mesh.AddElement(10, CKwMeshModel::Tri3, {1, 2, 3}));
+    EXPECT_FALSE(mesh.AddElement(10, CKwMeshModel::Tri3, {1, 2, 3}));  // id taken
+    EXPECT_FALSE(mesh.AddElement(11, CKwMeshModel::Tri3, {1, 2}));     // too few nodes
+    EXPECT_FALSE(mesh.AddElement(12, CKwMeshModel::Tri3, {1, 2, 99})); // missing node
+    EXPECT_FALSE(mesh.AddElement(13, 77, {1, 2, 3}));                  // unknown type
+    EXPECT_TRUE(mesh.AddElement(14, CKwMeshModel::Beam2, {2, 3}));
+    ASSERT_EQ(mesh.ElementCount(), 2u);
+    EXPECT_EQ(mesh.ElementNodes(1).size(), 2u);
+    EXPECT_EQ(mesh.Nodes()[static_cast<std::size_t>(mesh.ElementNodes(1)[1])].id, 3);
+
+    CKwUIMeshQualityResults r;
+    mesh.SetQualityLimit(CKwMeshModel::TriaJacobian, 0.9f); // the right triangle fails
+    r.CheckMeshQuality(&mesh, nullptr);
+    ASSERT_EQ(r.GetFailedElements().size(), 1u);
+    EXPECT_EQ(r.GetGroupCounter(), 1);
+    EXPECT_EQ(r.BuildGroups(&mesh), CKwUIMeshQualityResults::GroupNone); // not asked for
+    r.SetPendingGroup(true, QStringLiteral("  "));
+    EXPECT_EQ(r.BuildGroups(&mesh), CKwUIMeshQualityResults::GroupNameEmpty);
+    EXPECT_TRUE(r.SetPendingGroup(true, QStringLiteral("Group1")));
+    EXPECT_EQ(r.BuildGroups(&mesh), CKwUIMeshQualityResults::GroupBuilt);
+    EXPECT_EQ(r.BuildGroups(&mesh), CKwUIMeshQualityResults::GroupBuilt); // once only
+    ASSERT_EQ(mesh.Groups().size(), 1u);
+    EXPECT_EQ(mesh.Groups()[0].elementIds, std::vector<int>{10});
+    EXPECT_EQ(r.GetGroupCounter(), 2);
+    r.ResetPendingGroup();
+    EXPECT_EQ(r.BuildGroups(&mesh), CKwUIMeshQualityResults::GroupNameUsed);
+    EXPECT_EQ(mesh.Groups().size(), 1u);
+    // Picked nodes and elements keep their object through copies of the mesh.
+    CKwUIEntity* e = mesh.ElementEntity(10);
+    ASSERT_NE(e, nullptr);
+    EXPECT_EQ(e->GetKind(), CKwUIEntity::Element);
+    CKwMeshModel copy(mesh);
+    mesh = copy;
+    EXPECT_EQ(mesh.ElementEntity(10), e);
+    EXPECT_EQ(mesh.ElementEntity(99), nullptr);
+    EXPECT_EQ(copy.Groups().size(), 1u);
+}
+
+TEST(View, picksNodesAndElementsAsTheFilterAllows)
+{
+    std::unique_ptr<CKwFEModel> model(CKwFEModel::CreateSampleModel());
+    CFMView view(model.get());
+    view.resize(900, 600);
+    CKwMeshModel& mesh = *model->m_mesh;
+    CKwUIEntity* tab = mesh.ElementEntity(3001);
+    CKwUIEntity* corner = mesh.NodeEntity(5001);
+    const QPointF inTab = view.ScreenPointOf(tab);
+    const QPointF atCorner = view.ScreenPointOf(corner);
+    const unsigned kNode = CKwUIEntity::FilterBitOf(CKwUIEntity::Node);
+    const unsigned kElem = CKwUIEntity::FilterBitOf(CKwUIEntity::Element);
+    struct Case
+    {
+        unsigned filter;
+        QPointF at;
+        CKwUIEntity* expected;
+    };
+    const Case cases[] = {
+        {kElem, inTab, tab},
+        {kNode, atCorner, corner},
+        {kNode | kElem, atCorner, corner},
+        {kNode | kElem, (atCorner + inTab) / 2, tab},
+        {33278, atCorner, nullptr}, // a geometry editor's mask takes no mesh entity
+        {0x40, inTab, nullptr},
+        {0, inTab, nullptr},
+        {kNode, inTab, nullptr},
+    };
+    for (const Case& c : cases) {
+        view.GetSelectionHandler()->SetFilter(c.filter);
+        EXPECT_EQ(view.EntityAt(c.at), c.expected) << std::hex << c.filter;
+    }
+    EXPECT_EQ(model->FindGeometry(CKwUIEntity::Node, 5001), corner);
+    view.SetHighlightedMesh(CFMView::HighlightElements, {3001, 3002});
+    EXPECT_EQ(view.GetHighlightedMesh(CFMView::HighlightElements).size(), 2u);
+    view.ClearMeshHighlight();
+    EXPECT_TRUE(view.GetHighlightedMesh(CFMView::HighlightElements).empty());
+}
