@@ -6,6 +6,9 @@
 #include "CKwMFCNodeElemSelectionBox.h"
 #include "KW_UOM.h"
 #include "KwControls.h"
+#include "KwMessageBox.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
 #include "KwTableLookup.h"
 #include "ui_CKwMFCUILoad.h"
 
@@ -145,7 +148,7 @@ std::span<const KwTypePanel> panelTable()
 constexpr unsigned long long kRefusedInExplicit = 0x2000072002ull;
 
 constexpr unsigned kLocationByVertex = 0x6; // vertices and points
-constexpr unsigned kLocationByNode = 0x100;
+constexpr unsigned kLocationByNode = 0x400; // CKwUIEntity::FilterBitOf(Node)
 
 } // namespace
 
@@ -187,6 +190,10 @@ CKwMFCUILoad::CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int, CFMView* vie
             [this] { defineNewTable(KwTableLookup::Time); });
     connect(m_ui->newTemp, &QPushButton::clicked, this,
             [this] { defineNewTable(KwTableLookup::Temperature); });
+    connect(m_ui->editTime, &QPushButton::clicked, this,
+            [this] { EditTableData(KwTableLookup::Time); });
+    connect(m_ui->editTemp, &QPushButton::clicked, this,
+            [this] { EditTableData(KwTableLookup::Temperature); });
     for (QAbstractButton* b : {static_cast<QAbstractButton*>(m_ui->byVertex),
                                static_cast<QAbstractButton*>(m_ui->byNode),
                                static_cast<QAbstractButton*>(m_ui->byCoordinates)})
@@ -271,9 +278,13 @@ void CKwMFCUILoad::showTypeExtras()
     m_ui->tempDep->setEnabled(flags & KwLoadFlag::TemperatureTable);
     m_ui->tempTables->setEnabled(flags & KwLoadFlag::TemperatureTable);
     m_ui->newTemp->setEnabled(flags & KwLoadFlag::TemperatureTable);
-    // The table dialogs come with the point tables; until then a table is chosen, not edited.
-    m_ui->editTime->setEnabled(false);
-    m_ui->editTemp->setEnabled(false);
+    // A table is edited only while the load names one the model still has.
+    m_ui->editTime->setEnabled((flags & KwLoadFlag::TimeTable) &&
+                               KwTableLookup::Exists(GetModel(), l->m_timeTableId,
+                                                     KwTableLookup::Time));
+    m_ui->editTemp->setEnabled((flags & KwLoadFlag::TemperatureTable) &&
+                               KwTableLookup::Exists(GetModel(), l->m_temperatureTableId,
+                                                     KwTableLookup::Temperature));
     for (const auto& [combo, use, id] :
          {std::tuple{m_ui->timeTables, int(KwTableLookup::Time), l->m_timeTableId},
           std::tuple{m_ui->tempTables, int(KwTableLookup::Temperature),
@@ -401,23 +412,55 @@ void CKwMFCUILoad::onTableRow(int use, int row)
         return;
     }
     SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);
+    showTypeExtras();
 }
 
-void CKwMFCUILoad::defineNewTable(int use)
+int CKwMFCUILoad::openTableDialog(CKwTable* table)
 {
-    // A new, empty table of this use; its points are entered in the table dialog.
+    std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(table, this));
+    dlg->SetTable(GetFMView(), table, GetUnitSystem());
+    return dlg->DoModal();
+}
+
+bool CKwMFCUILoad::EditTableData(int use)
+{
+    const CKwLoad* l = GetEditObject();
+    if (!l)
+        return false;
+    const int id = use == KwTableLookup::Time ? l->m_timeTableId : l->m_temperatureTableId;
+    // The table may have gone since the editor was filled: the logic names the missing table.
+    CKwTable* table = KwTableLookup::Find(GetModel(), id, use);
+    if (!table) {
+        ReportMissingTable(use);
+        showTypeExtras();
+        return false;
+    }
+    return openTableDialog(table) == KwMB::IDOK;
+}
+
+int CKwMFCUILoad::defineNewTable(int use)
+{
+    // A new, empty table of this use, kept only when its dialog ends with OK.
     CKwFEModel* model = GetModel();
-    if (!model)
-        return;
+    CKwLoad* l = GetEditObject();
+    if (!model || !l)
+        return 0;
     const int count = static_cast<int>(KwTableLookup::List(model, use).size());
     const int id = KwTableLookup::Add(
         model, use, KwPropText("Loads", "DropDownNewTable", "New Table") +
                         QStringLiteral(" %1").arg(count + 1));
+    CKwTable* table = KwTableLookup::Find(model, id, use);
+    const bool kept = table && openTableDialog(table) == KwMB::IDOK;
+    if (!kept)
+        KwTableLookup::Remove(model, id);
     LoadTableItems();
-    SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);
-    SetValue(use == KwTableLookup::Time ? FieldTimeDependent : FieldTemperatureDependent, 1);
-    FillBoundControls();
-    showTypeExtras();
+    if (kept) {
+        SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);
+        SetValue(use == KwTableLookup::Time ? FieldTimeDependent : FieldTemperatureDependent, 1);
+        FillBoundControls();
+    }
+    showTypeExtras(); // the combo shows the load's table again after a cancel
+    return kept ? id : 0;
 }
 
 void CKwMFCUILoad::ToggleAdvancedOptions()

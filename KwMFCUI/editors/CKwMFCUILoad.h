@@ -11,6 +11,7 @@
 #include <memory>
 
 class CKwSubCase;
+class CKwTable;
 class CKwMFCNodeElemSelectionBox;
 class KW_UOM;
 
@@ -37,6 +38,9 @@ public:
     void ToggleAdvancedOptions();
     // Opens the results-file dialog and takes the chosen file.
     void BrowseResultsFile();
+    // "Edit Table Data": the table dialog on the load's time or temperature table
+    // (KwTableLookup::Use); true when it ended with OK. A table deleted meanwhile is reported.
+    bool EditTableData(int use);
 
     void OnObjectDataLoaded() override;
     void SetTextToCurrentLang() override;
@@ -51,7 +55,9 @@ private:
     void showTypeExtras();
     void onSubtype(int row);
     void onTableRow(int use, int row);
-    void defineNewTable(int use);
+    // "Define New Table" and the combo's "New Table": the id of the table kept, 0 on cancel.
+    int defineNewTable(int use);
+    int openTableDialog(CKwTable* table);
     void onLocationMode();
 
     std::unique_ptr<Ui::CKwMFCUILoad> m_ui;

@@ -102,11 +102,6 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     fixed->m_subcaseIds = {1};
     m->m_restraints = {fixed};
 
-    // Tables loads may depend on.
-    m->m_tableRefs = {{1, 1, QStringLiteral("Ramp 0-1 s")},
-                      {2, 1, QStringLiteral("Half sine pulse")},
-                      {3, 2, QStringLiteral("Film coefficient over temperature")}};
-
     auto* force = new CKwLoad(1, QStringLiteral("Tip force"));
     force->m_type = CKwLoad::Force;
     force->m_magnitude = 1500.0;
@@ -118,7 +113,7 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     pressure->m_magnitude = 2.0e5;
     pressure->m_entities.append(m->FindGeometry(CKwUIEntity::Face, 2));
     pressure->m_timeDependent = true;
-    pressure->m_timeTableId = 1;
+    pressure->m_timeTableId = 2; // "Ramp and hold" below
     pressure->m_subcaseIds = {1};
     auto* remote = new CKwLoad(3, QStringLiteral("Bracket pull"));
     remote->m_type = CKwLoad::RemoteForce;
@@ -237,6 +232,8 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
           {{0, 0.02}, {100, 0.03}, {1000, 0.05}});
     table(5, "Steel stress-strain", CKwTable::StressStrainCurve,
           {{0, 0}, {0.00119, 2.5e8}, {0.01, 2.9e8}, {0.05, 3.6e8}, {0.2, 4.2e8}});
+    table(6, "Half sine pulse", CKwTable::TimeCurve,
+          {{0, 0}, {0.25, 0.7071}, {0.5, 1}, {0.75, 0.7071}, {1, 0}});
 
     auto* history = new CKwXYPlot(1, QStringLiteral("Displacement history"));
     history->m_xTitle = QStringLiteral("Time");

@@ -23,7 +23,7 @@ constexpr unsigned kVertices = 0x2;
 constexpr unsigned kPoints = 0x4;
 constexpr unsigned kEdges = 0x10;
 constexpr unsigned kFaces = 0x40;
-constexpr unsigned kNodes = 0x100;
+constexpr unsigned kNodes = 0x400; // CKwUIEntity::FilterBitOf(Node)
 constexpr unsigned kBodies = 0x1000;
 constexpr unsigned kGeometry = kFaces | kEdges | kVertices | kPoints;
 
@@ -311,6 +311,28 @@ void CKwUILoad::LoadTableItems()
     }
 }
 
+bool CKwUILoad::ReportMissingTable(int use)
+{
+    const CKwLoad* l = GetEditObject();
+    if (!l)
+        return false;
+    const bool time = use == KwTableLookup::Time;
+    const int id = time ? l->m_timeTableId : l->m_temperatureTableId;
+    if (id == 0 || KwTableLookup::Exists(GetModel(), id, use))
+        return false;
+    if (m_pView)
+        m_pView->ShowBubbleToolTipWarning(
+            QStringLiteral("%1 - \n '%2'")
+                .arg(time ? prop("Loads", "CheckboxTimeDependence", "Time Dependence")
+                          : prop("Loads", "EnterCheckboxTemperatureTableData",
+                                 "Temperature Dependence"),
+                     subst(err("Loads", "TableDeleted",
+                               "Table %s no longer exists; choose another table."),
+                           {QString::number(id)})),
+            0);
+    return true;
+}
+
 std::unique_ptr<CKwLoad> CKwUILoad::CreateNewObject()
 {
     CKwFEModel* model = GetModel();
@@ -366,26 +388,8 @@ void CKwUILoad::LoadObjectData()
     SetControlText(CodeResultsFile, l->m_resultsFile);
     loadTypeDependent(false);
 
-    const struct
-    {
-        int id;
-        int use;
-        const char* key;
-        const char* english;
-    } tables[] = {{l->m_timeTableId, KwTableLookup::Time, "CheckboxTimeDependence",
-                   "Time Dependence"},
-                  {l->m_temperatureTableId, KwTableLookup::Temperature,
-                   "EnterCheckboxTemperatureTableData", "Temperature Dependence"}};
-    for (const auto& t : tables) {
-        if (t.id != 0 && !KwTableLookup::Exists(GetModel(), t.id, t.use) && m_pView)
-            m_pView->ShowBubbleToolTipWarning(
-                QStringLiteral("%1 - \n '%2'")
-                    .arg(prop("Loads", t.key, t.english),
-                         subst(err("Loads", "TableDeleted",
-                                   "Table %s no longer exists; choose another table."),
-                               {QString::number(t.id)})),
-                0);
-    }
+    ReportMissingTable(KwTableLookup::Time);
+    ReportMissingTable(KwTableLookup::Temperature);
     Display(1);
 }
 

@@ -1,48 +1,58 @@
 #include "KwTableLookup.h"
 
 #include "CKwFEModel.h"
+#include "CKwTable.h"
 
 namespace KwTableLookup {
+
+namespace {
+bool isUse(const CKwTable* t, int use)
+{
+    return (use == Time && t->GetTableType() == CKwTable::TimeCurve) ||
+           (use == Temperature && t->GetTableType() == CKwTable::TemperatureTable);
+}
+} // namespace
 
 QList<Entry> List(const CKwFEModel* model, int use)
 {
     QList<Entry> out;
     if (!model)
         return out;
-    for (const CKwFEModel::TableRef& t : model->m_tableRefs)
-        if (t.use == use)
-            out.append({t.id, t.name});
+    for (const CKwTable* t : model->m_tables)
+        if (isUse(t, use))
+            out.append({t->GetID(), t->GetName()});
     return out;
 }
 
-bool Exists(const CKwFEModel* model, int id, int use)
+CKwTable* Find(const CKwFEModel* model, int id, int use)
 {
     if (!model || id <= 0)
-        return false;
-    for (const CKwFEModel::TableRef& t : model->m_tableRefs)
-        if (t.id == id && t.use == use)
-            return true;
-    return false;
+        return nullptr;
+    for (CKwTable* t : model->m_tables)
+        if (t->GetID() == id && isUse(t, use))
+            return t;
+    return nullptr;
 }
+
+bool Exists(const CKwFEModel* model, int id, int use) { return Find(model, id, use) != nullptr; }
 
 int Add(CKwFEModel* model, int use, const QString& name)
 {
-    if (!model)
+    if (!model || (use != Time && use != Temperature))
         return 0;
-    int id = 0;
-    for (const CKwFEModel::TableRef& t : model->m_tableRefs)
-        id = t.id > id ? t.id : id;
-    model->m_tableRefs.append({id + 1, use, name});
-    return id + 1;
+    const int id = CKwFEModel::NextId(model->m_tables);
+    model->m_tables.append(new CKwTable(
+        id, name, use == Time ? CKwTable::TimeCurve : CKwTable::TemperatureTable));
+    return id;
 }
 
 bool Remove(CKwFEModel* model, int id)
 {
     if (!model)
         return false;
-    for (qsizetype i = 0; i < model->m_tableRefs.size(); ++i) {
-        if (model->m_tableRefs[i].id == id) {
-            model->m_tableRefs.removeAt(i);
+    for (qsizetype i = 0; i < model->m_tables.size(); ++i) {
+        if (model->m_tables[i]->GetID() == id) {
+            delete model->m_tables.takeAt(i);
             return true;
         }
     }

@@ -5,10 +5,13 @@
 #include "CKwFEModel.h"
 #include "CKwMFCNodeElemSelectionBox.h"
 #include "CKwMFCUILoad.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
 #include "CKwTreeManager.h"
 #include "CKwUIEntity.h"
 #include "CKwXMLUtils.h"
 #include "KwControls.h"
+#include "KwTableLookup.h"
 #include "KwTestSupport.h"
 
 #include <QAbstractButton>
@@ -18,6 +21,7 @@
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QTest>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -130,6 +134,87 @@ TEST_F(LoadEditor, remoteForceTakesItsLocationFromTheLocationBox)
     KwControl<QAbstractButton>(d, 7451)->setChecked(true); // typed coordinates
     EXPECT_EQ(d->GetEditObject()->m_locationEntity, nullptr);
     EXPECT_FALSE(d->GetLocationBox()->isEnabled());
+}
+
+TEST_F(LoadEditor, remoteForceAndRotationalOriginTakeANodePickedInTheView)
+{
+    const struct { int row; QString prompt; } cases[] = {
+        {7, "Select grid point for remote force location"},
+        {5, "Select node for Axis origin"},
+    };
+    CKwUIEntity* node = host.model->FindGeometry(CKwUIEntity::Node, 81);
+    ASSERT_NE(node, nullptr);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.row);
+        CKwMFCUILoad* d = open();
+        choose(d, c.row);
+        KwControl<QAbstractButton>(d, 7450)->setChecked(true);
+        QFocusEvent focus(QEvent::FocusIn);
+        QApplication::sendEvent(d->GetLocationBox(), &focus);
+        EXPECT_EQ(d->GetLocationBox()->GetFilter(), CKwUIEntity::FilterBitOf(CKwUIEntity::Node));
+        EXPECT_EQ(d->GetLocationBox()->toolTip(), c.prompt);
+        click(CKwUIEntity::Node, 81);
+        EXPECT_EQ(d->GetEditObject()->m_locationEntity, node);
+        EXPECT_EQ(d->GetLocationBox()->count(), 1);
+        // A vertex is refused while the origin is taken by node.
+        host.view->SendPickEvent({host.model->FindGeometry(CKwUIEntity::Vertex, 2)}, false);
+        EXPECT_EQ(d->GetEditObject()->m_locationEntity, node);
+        d->OnCancel();
+    }
+}
+
+TEST_F(LoadEditor, tableButtonsOpenTheTableDialogAndANewTableStaysOnlyOnOk)
+{
+    CKwLoad* pressure = host.model->m_loads.at(1);
+    CKwMFCUILoad* d = open(0, pressure);
+    auto* edit = KwControl<QAbstractButton>(d, 7483);
+    ASSERT_TRUE(edit->isEnabled());
+    QString title;
+    CKwTable* shown = nullptr;
+    kwtest::AnswerModals([&] { edit->click(); }, QMessageBox::Ok, [&](QWidget* w) {
+        title = w->windowTitle();
+        if (auto* t = dynamic_cast<CKwTableDialog*>(w))
+            shown = t->GetTable();
+    });
+    EXPECT_EQ(shown, KwTableLookup::Find(host.model.get(), 2, KwTableLookup::Time));
+    EXPECT_FALSE(title.isEmpty());
+
+    // "Define New Table" and the combo's "New Table": Cancel removes the table, OK keeps it.
+    const qsizetype tables = host.model->m_tables.size();
+    auto* combo = KwControl<QComboBox>(d, 7482);
+    const struct { std::function<void()> open; bool ok; } cases[] = {
+        {[&] { KwControl<QAbstractButton>(d, 7484)->click(); }, false},
+        {[&] { combo->setCurrentIndex(combo->count() - 1); }, false},
+        {[&] { combo->setCurrentIndex(combo->count() - 1); }, true},
+    };
+    for (const auto& c : cases) {
+        CKwTable* created = nullptr;
+        kwtest::AnswerModals(c.open, QMessageBox::Ok, [&](QWidget* w) {
+            auto* t = dynamic_cast<CKwTableDialog*>(w);
+            ASSERT_NE(t, nullptr);
+            created = t->GetTable();
+            if (c.ok)
+                t->OnOK();
+        });
+        ASSERT_NE(created, nullptr);
+        EXPECT_EQ(created->GetTableType(), CKwTable::TimeCurve);
+        EXPECT_EQ(host.model->m_tables.size(), tables + (c.ok ? 1 : 0));
+        EXPECT_EQ(host.model->m_tables.contains(created), c.ok);
+    }
+    const int newId = host.model->m_tables.last()->GetID();
+    EXPECT_EQ(d->GetEditObject()->m_timeTableId, newId);
+    EXPECT_EQ(combo->currentText(), host.model->m_tables.last()->GetName());
+    EXPECT_EQ(combo->count(), 4); // two curves, the new one, "New Table"
+
+    // Deleted while the editor is open: reported, and no dialog opens.
+    ASSERT_TRUE(KwTableLookup::Remove(host.model.get(), newId));
+    host.view->ClearBubbleRecord();
+    const kwtest::ModalRecord rec = kwtest::AnswerModals([&] { EXPECT_FALSE(d->EditTableData(KwTableLookup::Time)); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_EQ(host.view->GetLastBubbleText(),
+              QString("Time Dependence - \n 'Table %1 no longer exists; choose another table.'")
+                  .arg(newId));
+    EXPECT_FALSE(edit->isEnabled());
 }
 
 TEST_F(LoadEditor, advancedPartToggleAndResultsFileDialog)

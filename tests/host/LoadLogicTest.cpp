@@ -251,7 +251,7 @@ TEST_F(LoadLogic, submitWritesInternalUnitsAndCancelLeavesTheLoad)
     e.LoadObjectData();
     EXPECT_EQ(e.text[CKwUILoad::CodeMagnitude], QStringLiteral("0.2"));
     EXPECT_EQ(e.items[CKwUILoad::CodeTimeTables],
-              (QStringList{"Ramp 0-1 s", "Half sine pulse", "New Table"}));
+              (QStringList{"Ramp and hold", "Half sine pulse", "New Table"}));
     EXPECT_EQ(e.GetRowOfTable(KwTableLookup::Time, top->m_timeTableId), 0);
     e.text[CKwUILoad::CodeMagnitude] = QStringLiteral("0.7");
     e.UpdateObjectData(false);
@@ -273,15 +273,16 @@ TEST_F(LoadLogic, deletedTablesAndUnknownTypesAreReportedNotFollowed)
     d.LoadObjectData();
     EXPECT_EQ(host.view->GetLastBubbleKind(), CFMView::BubbleWarning);
     EXPECT_EQ(host.view->GetLastBubbleText(),
-              QStringLiteral("Time Dependence - \n 'Table 1 no longer exists; choose another "
+              QStringLiteral("Time Dependence - \n 'Table 2 no longer exists; choose another "
                              "table.'"));
     EXPECT_EQ(submit(),
-              QStringLiteral("Time Dependence - \n 'Table 1 no longer exists; choose another "
+              QStringLiteral("Time Dependence - \n 'Table 2 no longer exists; choose another "
                              "table.'"));
-    EXPECT_EQ(d.SetValue(CKwUILoad::FieldTimeTable, 1), 0);
-    EXPECT_EQ(d.SetValue(CKwUILoad::FieldTimeTable, 2), 1);
+    EXPECT_EQ(d.SetValue(CKwUILoad::FieldTimeTable, 2), 0);
+    EXPECT_EQ(d.SetValue(CKwUILoad::FieldTimeTable, 3), 0); // a temperature table
+    EXPECT_EQ(d.SetValue(CKwUILoad::FieldTimeTable, 6), 1);
     EXPECT_EQ(submit(), QString());
-    EXPECT_EQ(top->m_timeTableId, 2);
+    EXPECT_EQ(top->m_timeTableId, 6);
 
     // A stored code no row has (here a heading's row number) is shown as a force, with a word.
     top->m_type = 12;

@@ -44,14 +44,6 @@ public:
     // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
     QList<CKwTable*> m_tables;
     QList<CKwXYPlot*> m_xyPlots;
-    // Point tables that loads name by id (KwTableLookup.h answers through this list).
-    struct TableRef
-    {
-        int id = 0;
-        int use = 0; // KwTableLookup::Use
-        QString name;
-    };
-    QList<TableRef> m_tableRefs;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.

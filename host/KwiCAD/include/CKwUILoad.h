@@ -159,6 +159,9 @@ public:
     int GetRowOfTable(int use, int id) const;
     // Refills the two table combos (after a table was added or deleted).
     void LoadTableItems();
+    // Names in the view's bubble the load's table of this use (KwTableLookup::Use) when the
+    // model no longer has it; false when there is nothing to report.
+    bool ReportMissingTable(int use);
 
 protected:
     std::unique_ptr<CKwLoad> CreateNewObject() override;
