@@ -2,7 +2,13 @@
 
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwMaterialNonlinearDialog.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
+#include "CKwFunction.h"
 #include "CKwiCKAddin.h"
+#include "KwMessageBox.h"
+#include "KwNumbers.h"
 #include "KW_UOM.h"
 #include "KwControls.h"
 #include "KwMaterialEditorSupport.h"
@@ -59,6 +65,11 @@ constexpr KwValueBinding kBindings[] = {
 };
 
 bool explicitEnabled() { return TheApplication && TheApplication->IsExplicitEnabledInTechPreview(); }
+template <int Type>
+bool offered()
+{
+    return CKwUIMaterial::IsTypeOffered(Type, explicitEnabled());
+}
 
 constexpr KwTextRow kTexts[] = {
     {1370, "Materials", "LabelGeneral", "General"},
@@ -90,7 +101,11 @@ constexpr KwTextRow kTexts[] = {
     {1390, "Materials", "DropDownNitinol", "Nitinol", T::Item},
     {1390, "Materials", "DropDownViscoElastic", "Viscoelastic", T::Item},
     {1390, "Materials", "DropDownCrushableFoam", "Crushable Foam", T::Item, KwTextLookup::Prop,
-     0, explicitEnabled},
+     0, offered<CKwMaterial::CrushableFoam>},
+    {1390, "Materials", "DropDownRigid", "Rigid", T::Item, KwTextLookup::Prop, 0,
+     offered<CKwMaterial::Rigid>},
+    {1390, "Materials", "DropDownConcrete", "Concrete", T::Item, KwTextLookup::Prop, 0,
+     offered<CKwMaterial::Concrete>},
     {1391, "Materials", "DropDownNeoHookean", "Neo-Hookean", T::Item},
     {1391, "Materials", "DropDownRivlin", "Mooney-Rivlin", T::Item},
     {1391, "Materials", "DropDownYeoh", "Yeoh", T::Item},
@@ -148,49 +163,10 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     m_ui->setupUi(this);
     // A type change sets the width only: the height stays, the value list scrolls.
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
-    // One row per property key and extra value; the type decides which rows are shown.
-    QGridLayout* grid = m_ui->valuesGrid;
-    int row = 0;
-    const auto addRow = [&](const QString& symbol, int labelId, int editId, int unitId) {
-        auto* s = new QLabel(symbol);
-        s->setProperty("kwData", true);
-        auto* l = new QLabel;
-        auto* e = new QLineEdit;
-        auto* u = new QLabel;
-        u->setProperty("kwData", true);
-        u->setMinimumWidth(60);
-        e->setMinimumWidth(100);
-        KwSetControlId(l, labelId);
-        KwSetControlId(e, editId);
-        KwSetControlId(u, unitId);
-        grid->addWidget(s, row, 0);
-        grid->addWidget(l, row, 1);
-        grid->addWidget(e, row, 2);
-        grid->addWidget(u, row, 3);
-        ++row;
-        return std::array<QWidget*, 4>{s, l, e, u};
-    };
-    for (int i = 0; i < K::Count; ++i)
-        m_keyRows.push_back(addRow(K::Key(i), kLabelIdBase + i, kValueIdBase + i, kUnitIdBase + i));
-    for (int e = 0; e < kExtras; ++e)
-        m_extraRows.push_back(addRow(CKwMaterial::ExtraKey(e), kExtraLabelIdBase + e,
-                                     kExtraIdBase + e, kExtraUnitIdBase + e));
-    grid->setColumnStretch(1, 1);
-    // The stiffness matrix, upper triangle: heads "%s(Gij)" over the columns.
-    int k = 0;
-    for (int r = 0; r < 6; ++r)
-        for (int c = r; c < 6; ++c) {
-            auto* cell = new QLineEdit;
-            cell->setMinimumWidth(60);
-            KwSetControlId(cell, kMatrixIdBase + k++);
-            m_ui->matrixGrid->addWidget(cell, r + 1, c);
-        }
-    for (int c = 0; c < 7; ++c) {
-        auto* head = new QLabel;
-        head->setProperty("kwData", true);
-        KwSetControlId(head, kMatrixHeadIdBase + c);
-        m_ui->matrixGrid->addWidget(head, 0, c);
-    }
+    // The value rows and the matrix are made when a type first shows them (see ensureRows).
+    m_keyRows.resize(K::Count);
+    m_extraRows.resize(kExtras);
+    m_ui->valuesGrid->setColumnStretch(1, 1);
     SetControlCodes(kControlCodes);
     SetValueBindings(kBindings);
     SetTextTable(kTexts);
@@ -213,20 +189,130 @@ CKwMFCUIMaterial::~CKwMFCUIMaterial() = default;
 
 bool CKwMFCUIMaterial::OnInitDialog()
 {
-    const bool ok = CKwMFCUIBase::OnInitDialog();
-    for (int i = 0; i < K::Count; ++i)
-        static_cast<QLabel*>(m_keyRows[i][1])->setText(KwLabel(K::Label(i)));
-    for (int e = 0; e < kExtras; ++e)
-        static_cast<QLabel*>(m_extraRows[e][1])
-            ->setText(KwLabel(KwPropText("Materials", kExtraLabels[e].key, kExtraLabels[e].english)));
-    for (int c = 0; c < 6; ++c)
-        static_cast<QLabel*>(KwFindControl(this, kMatrixHeadIdBase + c))
-            ->setText(QStringLiteral("%1(Gij)").arg(c + 1));
+    // The rows of the edited type exist before the first fill, so it fills them at once.
     int type = 0;
     GetValue(FieldType, type);
+    ensureRows(type);
+    const bool ok = CKwMFCUIBase::OnInitDialog();
     showRowsOfType(type);
     applyWidth(type);
     return ok;
+}
+
+std::array<QWidget*, 4> CKwMFCUIMaterial::makeRow(int gridRow, const QString& symbol,
+                                                  const QString& label, int labelId, int editId,
+                                                  int unitId)
+{
+    QWidget* parent = m_ui->valuesGrid->parentWidget();
+    auto* s = new QLabel(symbol, parent);
+    s->setProperty("kwData", true);
+    auto* l = new QLabel(label, parent);
+    auto* e = new QLineEdit(parent);
+    auto* u = new QLabel(parent);
+    u->setProperty("kwData", true);
+    u->setMinimumWidth(60);
+    e->setMinimumWidth(100);
+    KwSetControlId(l, labelId);
+    KwSetControlId(e, editId);
+    KwSetControlId(u, unitId);
+    QGridLayout* grid = m_ui->valuesGrid;
+    grid->addWidget(s, gridRow, 0);
+    grid->addWidget(l, gridRow, 1);
+    grid->addWidget(e, gridRow, 2);
+    grid->addWidget(u, gridRow, 3);
+    return {s, l, e, u};
+}
+
+bool CKwMFCUIMaterial::ensureRows(int type)
+{
+    // Rows keep their grid row (key index, then the extras after the keys), so the list keeps
+    // its order whatever order the rows were made in; empty grid rows take no room.
+    bool made = false;
+    for (int i : CKwMaterial::KeysForType(type)) {
+        if (i < 0 || i >= K::Count || m_keyRows[i][0])
+            continue;
+        m_keyRows[i] = makeRow(i, K::Key(i), KwLabel(K::Label(i)), kLabelIdBase + i,
+                               kValueIdBase + i, kUnitIdBase + i);
+        m_freshKeys.push_back(i);
+        made = true;
+    }
+    for (int e : CKwMaterial::ExtrasForType(type)) {
+        if (e < 0 || e >= kExtras || m_extraRows[e][0])
+            continue;
+        m_extraRows[e] = makeRow(K::Count + e, CKwMaterial::ExtraKey(e),
+                                 KwLabel(KwPropText("Materials", kExtraLabels[e].key,
+                                                    kExtraLabels[e].english)),
+                                 kExtraLabelIdBase + e, kExtraIdBase + e, kExtraUnitIdBase + e);
+        m_freshExtras.push_back(e);
+        made = true;
+    }
+    if (type == CKwMaterial::Anisotropic3D && !m_matrixMade) {
+        // The stiffness matrix, upper triangle: heads "%s(Gij)" over the columns.
+        QWidget* parent = m_ui->matrix;
+        int k = 0;
+        for (int r = 0; r < 6; ++r)
+            for (int c = r; c < 6; ++c) {
+                auto* cell = new QLineEdit(parent);
+                cell->setMinimumWidth(60);
+                KwSetControlId(cell, kMatrixIdBase + k++);
+                m_ui->matrixGrid->addWidget(cell, r + 1, c);
+            }
+        for (int c = 0; c < 7; ++c) {
+            auto* head = new QLabel(parent);
+            head->setProperty("kwData", true);
+            if (c < 6)
+                head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
+            KwSetControlId(head, kMatrixHeadIdBase + c);
+            m_ui->matrixGrid->addWidget(head, 0, c);
+        }
+        m_matrixMade = m_freshMatrix = made = true;
+    }
+    return made;
+}
+
+bool CKwMFCUIMaterial::isAbsentCode(int code) const
+{
+    const auto absent = [](const auto& rows, int first, int code) {
+        const int i = code - first;
+        return i >= 0 && i < int(rows.size()) && !rows[i][0];
+    };
+    if (absent(m_keyRows, CodeValueFirst, code) || absent(m_keyRows, CodeUnitFirst, code) ||
+        absent(m_extraRows, CodeExtraFirst, code) || absent(m_extraRows, CodeExtraUnitFirst, code))
+        return true;
+    return !m_matrixMade && ((code >= CodeMatrixFirst && code < CodeMatrixFirst + kMatrix) ||
+                             code == CodeMatrixUnit);
+}
+
+bool CKwMFCUIMaterial::isFreshCode(int code) const
+{
+    const auto in = [](const std::vector<int>& fresh, int first, int code) {
+        return std::find(fresh.begin(), fresh.end(), code - first) != fresh.end();
+    };
+    return in(m_freshKeys, CodeValueFirst, code) || in(m_freshKeys, CodeUnitFirst, code) ||
+           in(m_freshExtras, CodeExtraFirst, code) || in(m_freshExtras, CodeExtraUnitFirst, code) ||
+           (m_freshMatrix && ((code >= CodeMatrixFirst && code < CodeMatrixFirst + kMatrix) ||
+                              code == CodeMatrixUnit));
+}
+
+int CKwMFCUIMaterial::SetControlText(int code, const QString& text)
+{
+    // Rows not made yet refuse their codes (the logic keeps those values); while new rows
+    // are filled, the rows the user may have typed in are left as they are.
+    if (isAbsentCode(code) || (m_fillingFresh && !isFreshCode(code)))
+        return 0;
+    return CKwMFCUIBase::SetControlText(code, text);
+}
+
+int CKwMFCUIMaterial::GetControlText(int code, QString& text)
+{
+    return isAbsentCode(code) ? 0 : CKwMFCUIBase::GetControlText(code, text);
+}
+
+int CKwMFCUIMaterial::SetControlToolTip(int code, const QString& text)
+{
+    if (isAbsentCode(code) || (m_fillingFresh && !isFreshCode(code)))
+        return 0;
+    return CKwMFCUIBase::SetControlToolTip(code, text);
 }
 
 void CKwMFCUIMaterial::OnObjectDataLoaded()
@@ -239,24 +325,38 @@ void CKwMFCUIMaterial::OnObjectDataLoaded()
 
 bool CKwMFCUIMaterial::IsKeyShown(int key) const
 {
-    return key >= 0 && key < K::Count && !m_keyRows[key][2]->isHidden();
+    return key >= 0 && key < K::Count && m_keyRows[key][2] && !m_keyRows[key][2]->isHidden();
 }
 
 bool CKwMFCUIMaterial::IsExtraShown(int extra) const
 {
-    return extra >= 0 && extra < kExtras && !m_extraRows[extra][2]->isHidden();
+    return extra >= 0 && extra < kExtras && m_extraRows[extra][2] &&
+           !m_extraRows[extra][2]->isHidden();
 }
 
 void CKwMFCUIMaterial::showRowsOfType(int type)
 {
+    if (ensureRows(type)) {
+        // New rows show the edit copy's values; nothing else is touched.
+        m_fillingFresh = true;
+        LoadObjectData();
+        m_fillingFresh = false;
+    }
+    m_freshKeys.clear();
+    m_freshExtras.clear();
+    m_freshMatrix = false;
     const std::vector<int> keys = CKwMaterial::KeysForType(type);
     const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
     for (int i = 0; i < K::Count; ++i) {
+        if (!m_keyRows[i][0])
+            continue;
         const bool on = std::find(keys.begin(), keys.end(), i) != keys.end();
         for (QWidget* w : m_keyRows[i])
             w->setVisible(on);
     }
     for (int e = 0; e < kExtras; ++e) {
+        if (!m_extraRows[e][0])
+            continue;
         const bool on = std::find(extras.begin(), extras.end(), e) != extras.end();
         for (QWidget* w : m_extraRows[e])
             w->setVisible(on);
@@ -286,9 +386,10 @@ void CKwMFCUIMaterial::OnTypeChanged(int type)
         if (GetValue(field, v))
             SetValue(field, v);
     }
+    // What was typed reaches the edit copy before rows of the new type are made and filled.
+    UpdateObjectData(false);
     showRowsOfType(type);
     applyWidth(type);
-    UpdateObjectData(false);
     if (CFMView* view = GetFMView())
         for (const QString& text : KwMaterialTypeAdvisories(type, GetAnalysis(), GetEditObject()))
             view->ShowBubbleToolTipWarning(text, 0);
@@ -317,8 +418,61 @@ void CKwMFCUIMaterial::onPPFA(bool on)
 void CKwMFCUIMaterial::OpenPointTable(int curve)
 {
     UpdateObjectData(false);
-    if (pointTableHook())
+    if (pointTableHook()) {
         pointTableHook()(this, curve);
+        return;
+    }
+    if (curve < 0 || curve >= CKwMaterial::CurveCount || !GetEditObject())
+        return;
+    // The dialogs edit a host table; the material keeps its curves as plain point lists, so a
+    // table is made for the dialog and read back only when the dialog ends with OK.
+    using C = CKwMaterial;
+    const CKwTable::TableType kind = curve == C::StressStrain ? CKwTable::StressStrainCurve
+                                     : curve == C::ConductivityVsTemperature
+                                         ? CKwTable::TemperatureTable
+                                         : CKwTable::General;
+    static constexpr KwTextRow kCurveNames[C::CurveCount] = {
+        {0, "Materials", "CurveStressStrain", "Stress-Strain Curve"},
+        {0, "Materials", "SimpleTandC", "Simple Tension / Compression"},
+        {0, "Materials", "EquibiaxialTension", "Equibiaxial Tension"},
+        {0, "Materials", "SimpleShear", "Simple Shear"},
+        {0, "Materials", "PureVolumetricCompression", "Pure Volumetric Compression"},
+        {0, "Materials", "PureShear", "Pure Shear"},
+        {0, "Materials", "ThermalConductivityTable", "Thermal Conductivity"},
+    };
+    const KwTextRow& n = kCurveNames[curve];
+    CKwTable table(0, KwPropText(n.section, n.key, n.english), kind);
+    if (curve == C::ConductivityVsTemperature)
+        table.GetYFunction()->SetUnitType(KwUnitKind::ThermalConductivity);
+    else if (kind == CKwTable::General) // experimental data: strain against stress
+        table.GetYFunction()->SetUnitType(KwUnitKind::Stress);
+    const KwMaterialCurve& data = GetCurve(curve);
+    for (int i = 0; i < data.Size(); ++i)
+        table.AddPoint(data.x[i], i < int(data.y.size()) ? data.y[i] : MissingDouble);
+
+    bool accepted = false;
+    if (curve == C::StressStrain) {
+        CKwMaterialNonlinearDialog dlg(&table, GetUnitSystem(), GetFMView(),
+                                       GetEditObject()->GetName(), this);
+        accepted = dlg.DoModal() == KwMB::IDOK;
+    } else {
+        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table, this));
+        dlg->SetTable(GetFMView(), &table, GetUnitSystem(), GetEditObject());
+        accepted = dlg->DoModal() == KwMB::IDOK;
+    }
+    if (!accepted)
+        return;
+    KwMaterialCurve out;
+    const CKwFunction* x = table.GetXFunction();
+    const CKwFunction* y = table.GetYFunction();
+    const int count = std::min(x->GetSize(), y->GetSize());
+    out.x.reserve(count);
+    out.y.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        out.x.push_back(x->GetValue(i));
+        out.y.push_back(y->GetValue(i));
+    }
+    SetCurve(curve, out);
 }
 
 bool CKwMFCUIMaterial::LoadMaterialFromDB(bool ownFilesOnly)

@@ -9,8 +9,10 @@
 #include "KwMFCUIExport.h"
 #include "KwModuleWindows.h"
 
+#include <array>
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QLabel;
 class QLineEdit;
@@ -53,6 +55,10 @@ public:
     bool IsKeyShown(int key) const;
     bool IsExtraShown(int extra) const;
 
+    int SetControlText(int code, const QString& text) override;
+    int GetControlText(int code, QString& text) override;
+    int SetControlToolTip(int code, const QString& text) override;
+
 protected:
     bool OnInitDialog() override;
     void OnTypeChanged(int type) override;
@@ -63,7 +69,20 @@ private:
     void onFatigue(bool on);
     void onPPFA(bool on);
 
+    std::array<QWidget*, 4> makeRow(int gridRow, const QString& symbol, const QString& label,
+                                    int labelId, int editId, int unitId);
+    // Makes the rows (and the matrix) a type shows that do not exist yet; true if any.
+    bool ensureRows(int type);
+    bool isAbsentCode(int code) const;
+    bool isFreshCode(int code) const;
+
     std::unique_ptr<Ui::CKwMFCUIMaterial> m_ui;
-    std::vector<std::array<QWidget*, 4>> m_keyRows;   // symbol, label, edit, unit per key
-    std::vector<std::array<QWidget*, 4>> m_extraRows; // per extra value
+    // Symbol, label, edit, unit per key and per extra value; null until a type shows the row.
+    std::vector<std::array<QWidget*, 4>> m_keyRows;
+    std::vector<std::array<QWidget*, 4>> m_extraRows;
+    bool m_matrixMade = false;
+    // Rows made since the last fill, and whether a fill is limited to them.
+    std::vector<int> m_freshKeys, m_freshExtras;
+    bool m_freshMatrix = false;
+    bool m_fillingFresh = false;
 };

@@ -330,6 +330,13 @@ bool CKwUIMaterial::SetPropertyText(const QString& key, const QString& text)
                                                                         unitKindOfKey(key)));
 }
 
+bool CKwUIMaterial::IsTypeOffered(int type, bool explicitEnabled)
+{
+    if (type < 0 || type >= CKwMaterial::TypeCount)
+        return false;
+    return type < CKwMaterial::CrushableFoam || explicitEnabled;
+}
+
 const KwMaterialCurve& CKwUIMaterial::GetCurve(int curve) const
 {
     static const KwMaterialCurve none;

@@ -4,6 +4,8 @@
 #include "CFMView.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIMaterial.h"
+#include "CKwMaterialNonlinearDialog.h"
+#include "CKwTableDialog.h"
 #include "CKwMaterial.h"
 #include "CKwXMLUtils.h"
 #include "CKwiCKAddin.h"
@@ -138,6 +140,77 @@ TEST_F(MaterialEditor, pointTableButtonsGoThroughTheHook)
                                   CKwMaterial::PureShear}));
 }
 
+// Each table button opens its dialog on the edit copy's curve: Cancel changes nothing, OK
+// changes the edit copy only, and the material's OK writes the model.
+TEST_F(MaterialEditor, pointTablesEditTheEditCopyOnlyOnOk)
+{
+    struct Case
+    {
+        int button, experimental, curve;
+        bool nonlinearDialog, temperatureDialog;
+    };
+    const Case cases[] = {
+        {1397, -1, CKwMaterial::StressStrain, true, false},
+        {1398, -1, CKwMaterial::ConductivityVsTemperature, false, true},
+        {1400, 0, CKwMaterial::SimpleTension, false, false},
+        {1400, 4, CKwMaterial::PureShear, false, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.curve);
+        CKwMaterial* m = host.model->m_materials.first();
+        m->SetCurve(c.curve, KwMaterialCurve{{0.0, 0.01}, {0.0, 2.0e8}});
+        CKwMFCUIMaterial* d = open(m);
+        ASSERT_NE(d, nullptr);
+        if (c.experimental >= 0) {
+            typeCombo(d)->setCurrentIndex(CKwMaterial::Hyperelastic);
+            KwControl<QComboBox>(d, 1399)->setCurrentIndex(c.experimental);
+            for (int e : {CKwMaterial::A10, CKwMaterial::A01})
+                KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase + e)->setText("1");
+        }
+        const auto press = [&](bool ok) {
+            return kwtest::AnswerModals([&] { KwControl<QPushButton>(d, c.button)->click(); },
+                                        QMessageBox::Ok, [&](QWidget* w) {
+                auto* table = dynamic_cast<CKwNonlinearDialogBase*>(w);
+                ASSERT_NE(table, nullptr);
+                EXPECT_EQ(dynamic_cast<CKwMaterialNonlinearDialog*>(w) != nullptr, c.nonlinearDialog);
+                EXPECT_EQ(dynamic_cast<CTemperatureDependence*>(w) != nullptr, c.temperatureDialog);
+                EXPECT_EQ(table->GetRowCount(), 2);
+                table->Add("0.02", "300");
+                if (!ok)
+                    return;
+                if (auto* n = dynamic_cast<CKwMaterialNonlinearDialog*>(w))
+                    n->OnOK();
+                else
+                    dynamic_cast<CKwTableDialog*>(w)->OnOK();
+            });
+        };
+        EXPECT_EQ(press(false).dialogTitles.size(), 1);
+        EXPECT_EQ(d->GetCurve(c.curve).Size(), 2) << "Cancel keeps the curve";
+        EXPECT_EQ(press(true).dialogTitles.size(), 1);
+        ASSERT_EQ(d->GetCurve(c.curve).Size(), 3);
+        EXPECT_GT(d->GetCurve(c.curve).x[2], d->GetCurve(c.curve).x[1]);
+        EXPECT_EQ(m->GetCurve(c.curve).Size(), 2) << "the model waits for the material's OK";
+        KwControl<QPushButton>(d, 1)->click();
+        EXPECT_EQ(m->GetCurve(c.curve).Size(), 3) << host.view->GetLastBubbleText().toStdString();
+        EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+    }
+}
+
+TEST_F(MaterialEditor, rigidAndConcreteAreOfferedWithExplicitAnalyses)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    CKwMFCUIMaterial* d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    ASSERT_EQ(typeCombo(d)->count(), 10);
+    EXPECT_EQ(typeCombo(d)->itemText(8), "Rigid");
+    EXPECT_EQ(typeCombo(d)->itemText(9), "Concrete");
+    typeCombo(d)->setCurrentIndex(9);
+    EXPECT_EQ(d->GetEditObject()->GetMaterialType(), CKwMaterial::Concrete);
+    EXPECT_TRUE(d->IsExtraShown(CKwMaterial::FPC));
+    typeCombo(d)->setCurrentIndex(8);
+    EXPECT_EQ(d->GetEditObject()->GetMaterialType(), CKwMaterial::Rigid);
+}
+
 TEST_F(MaterialEditor, everyCaptionOfEveryTypePassesThroughTheLanguageService)
 {
     host.addin->SetExplicitEnabledInTechPreview(true);
@@ -145,8 +218,8 @@ TEST_F(MaterialEditor, everyCaptionOfEveryTypePassesThroughTheLanguageService)
     CKwMFCUIMaterial* d = open(host.model->m_materials.first());
     ASSERT_NE(d, nullptr);
     QStringList bad;
-    ASSERT_EQ(typeCombo(d)->count(), 8);
-    for (int t = 0; t < 8; ++t) {
+    ASSERT_EQ(typeCombo(d)->count(), 10);
+    for (int t = 0; t < 10; ++t) {
         typeCombo(d)->setCurrentIndex(t);
         bad += kwtest::UntranslatedCaptions(d);
     }

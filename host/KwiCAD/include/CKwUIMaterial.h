@@ -30,6 +30,12 @@ public:
     CKwUIMaterial();
     ~CKwUIMaterial() override;
 
+    // Whether the type list offers a type. Crushable foam, rigid and concrete materials are
+    // used by explicit analyses only, so they are offered while explicit analyses are enabled
+    // in the tech preview; every other type always. The type list is the type codes in order,
+    // so a row is its type code.
+    static bool IsTypeOffered(int type, bool explicitEnabled);
+
     // The analysis the material is edited for (advisories, fatigue and PPFA messages).
     void SetAnalysis(CKwAnalysis* analysis) { m_analysis = analysis; }
     CKwAnalysis* GetAnalysis() const;
