@@ -170,12 +170,17 @@ void CKwUIMeshQuality::UpdateObjectData(bool)
         // The limit keeps the display unit's number: angles go back from radians.
         const double shown = status == KW_UOM::ParseOk ? u->GetDisplayValue(internal, kind) : 0.0;
         const bool fits = std::fabs(shown) <= std::numeric_limits<float>::max();
-        if (status == KW_UOM::ParseOk && fits)
+        if (status != KW_UOM::ParseOk)
+            m_readStatus[c] = status;
+        else if (!fits)
+            m_readStatus[c] = KW_UOM::ParseOutOfRange;
+        else if (shown < 0)
+            m_readStatus[c] = BadNegative;
+        else if (FailsBelow(check) && shown > 1.0)
+            m_readStatus[c] = BadAboveOne;
+        // Only a good limit reaches the edit copy; validation names a bad one's field.
+        if (m_readStatus[c] == 0)
             p->SetQualityLimit(check, static_cast<float>(shown));
-        else // the edit copy keeps its last good limit; validation names the field
-            m_readStatus[c] = status == KW_UOM::ParseOk ? KW_UOM::ParseOutOfRange : status;
-        if (m_readStatus[c] == 0 && shown < 0)
-            m_readStatus[c] = -1;
     }
 }
 
@@ -200,9 +205,14 @@ int CKwUIMeshQuality::ValidateObjectData()
             continue;
         anyOn = true;
         const int status = m_readStatus[c];
-        if (status == -1) {
+        if (status == BadNegative) {
+            showError(FieldName(check), err("LimitNegative", "Enter a limit of 0 or more."));
+            return 0;
+        }
+        if (status == BadAboveOne) {
             showError(FieldName(check),
-                      err("LimitNegative", "Enter a limit of 0 or more."));
+                      err("JacobianLimitAboveOne",
+                          "Enter a limit from 0 to 1: no element's Jacobian is above 1."));
             return 0;
         }
         if (status != 0) {
@@ -211,12 +221,6 @@ int CKwUIMeshQuality::ValidateObjectData()
                       unit.isEmpty() ? err("LimitNumberRequired", "Enter a number.")
                                      : err("LimitNumberRequiredUnit", "Enter a number in %s.")
                                            .replace(QStringLiteral("%s"), unit));
-            return 0;
-        }
-        if (FailsBelow(check) && p->GetQualityLimit(check) > 1.0f) {
-            showError(FieldName(check),
-                      err("JacobianLimitAboveOne",
-                          "Enter a limit from 0 to 1: no element's Jacobian is above 1."));
             return 0;
         }
     }

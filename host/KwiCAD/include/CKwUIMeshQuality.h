@@ -62,7 +62,8 @@ private:
 
     const KW_UOM* m_units = nullptr;
     CKwUIMeshQualityResults m_results;
-    // Per check: 0 read, else the KW_UOM parse status of the text the control held.
+    // Per check: 0 read, a KW_UOM parse status, or why a number was refused.
+    enum { BadNegative = -1, BadAboveOne = -2 };
     int m_readStatus[CKwMeshModel::QualityCheckCount] = {};
     bool m_meshEmpty = false;
 };
