@@ -5,6 +5,7 @@
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
+#include "CKwMeshModel.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
@@ -54,6 +55,7 @@ void* nonlinearSetup(CKwFEModel&, CKwAnalysis& a)
 }
 void* firstConstraint(CKwFEModel& m, CKwAnalysis&) { return m.m_restraints.first(); }
 void* firstMaterial(CKwFEModel& m, CKwAnalysis&) { return m.m_materials.first(); }
+void* theMesh(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_mesh); }
 // The remote force: the load editor's fullest panel.
 void* remoteForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(2)); }
 
@@ -111,6 +113,10 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, nonlinear_parameters_transient, 53u, 2, non
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, material, 2u, 0, firstMaterial)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_quality, 9u, 0, theMesh)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

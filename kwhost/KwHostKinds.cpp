@@ -4,6 +4,7 @@
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
+#include "CKwMeshModel.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
@@ -118,6 +119,9 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     case 2:
         r.object = newEntity || model->m_materials.isEmpty() ? nullptr
                                                              : model->m_materials.first();
+        break;
+    case 9:
+        r.object = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;
         break;
     case 34:
         r.object = newEntity || model->m_properties.isEmpty() ? nullptr

@@ -328,7 +328,8 @@ QWidget* KwHostWindow::OpenMeshQualityResults()
 void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
 {
     if (item && item->data(0, HostActionRole).toInt() == ActionMeshQuality) {
-        OpenMeshQualityResults();
+        // The checks are set first; the results window follows the editor's run.
+        Launch(9);
         return;
     }
     if (item && item->data(0, HostActionRole).toInt() == ActionHighlightGroup) {

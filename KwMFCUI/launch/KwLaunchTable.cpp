@@ -6,6 +6,8 @@
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUILoad.h"
 #include "CKwMFCUIMaterial.h"
+#include "CKwMFCUIMeshQuality.h"
+#include "CKwMeshModel.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
@@ -67,6 +69,17 @@ CKwMFCDialog* makeMaterial(const KwLaunchArgs& a)
 {
     auto* material = dynamic_cast<CKwMaterial*>(static_cast<CKwFEBase*>(a.object));
     auto* dlg = new CKwMFCUIMaterial(a.view, a.units, material);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 9: object is the mesh whose quality checks are edited; without a mesh nothing opens.
+CKwMFCDialog* makeMeshQuality(const KwLaunchArgs& a)
+{
+    auto* mesh = dynamic_cast<CKwMeshModel*>(static_cast<CKwFEBase*>(a.object));
+    if (!mesh)
+        return nullptr;
+    auto* dlg = new CKwMFCUIMeshQuality(mesh, a.view, a.units);
     dlg->Create();
     return dlg;
 }
@@ -136,7 +149,7 @@ const KwLaunchEntry kTable[] = {
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},
     {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsValidResults, kShowsResults},
     {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
-    {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, nullptr},
+    {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, makeMeshQuality},
     {12, "CKwMFCUISurfaceContact", 360, H::Modeless, nullptr},
     {13, "CKwMFCUIConMass", 353, H::Modeless, nullptr},
     {14, "CKwMFCUIConnector", 7001, H::Modeless, nullptr},

@@ -1,0 +1,279 @@
+#include "CKwUIMeshQuality.h"
+
+#include "CFMView.h"
+#include "CKwXMLUtils.h"
+#include "KW_UOM.h"
+#include "KwNumbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using Q = CKwMeshModel::QualityCheck;
+
+QString prop(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalPropPageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+QString err(const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalErrorMessageItemText(
+        QStringLiteral("MeshQuality"), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+// Family and measure caption of each check (the failed-elements window's column keys).
+struct CheckText
+{
+    const char* familyKey;
+    const char* family;
+    const char* measureKey;
+    const char* measure;
+};
+constexpr CheckText kCheckTexts[CKwMeshModel::QualityCheckCount] = {
+    {"GroupQuadrilaterals", "Quadrilaterals", "LabelAspectRatio", "Aspect Ratio"},
+    {"GroupQuadrilaterals", "Quadrilaterals", "LabelSkew", "Skew"},
+    {"GroupQuadrilaterals", "Quadrilaterals", "LabelWarping", "Warping"},
+    {"GroupQuadrilaterals", "Quadrilaterals", "LabelTaper", "Taper"},
+    {"GroupQuadrilaterals", "Quadrilaterals", "LabelJacobian", "Jacobian"},
+    {"GroupTriangles", "Triangles", "LabelAspectRatio", "Aspect Ratio"},
+    {"GroupTriangles", "Triangles", "LabelSkew", "Skew"},
+    {"GroupTriangles", "Triangles", "LabelJacobian", "Jacobian"},
+    {"GroupTetrahedra", "Tetrahedra", "LabelAspectRatio", "Aspect Ratio"},
+    {"GroupTetrahedra", "Tetrahedra", "LabelSkew", "Skew"},
+    {"GroupTetrahedra", "Tetrahedra", "LabelJacobian", "Jacobian"},
+};
+
+QString limitText(float limit)
+{
+    return QString::asprintf("%.6g", static_cast<double>(limit));
+}
+
+} // namespace
+
+CKwUIMeshQuality::CKwUIMeshQuality() = default;
+CKwUIMeshQuality::~CKwUIMeshQuality() = default;
+
+void CKwUIMeshQuality::OnCreate(CFMView* view, CKwMeshModel* mesh, CKwSubCase* subcase)
+{
+    SetView(view);
+    m_pObject = mesh;
+    m_pSubCase = subcase;
+    m_edit = CreateNewObject();
+    m_upToDate = true;
+}
+
+std::unique_ptr<CKwMeshModel> CKwUIMeshQuality::CreateNewObject()
+{
+    auto params = std::make_unique<CKwMeshModel>();
+    if (m_pObject)
+        copyParams(*m_pObject, *params);
+    return params;
+}
+
+void CKwUIMeshQuality::copyParams(const CKwMeshModel& from, CKwMeshModel& to)
+{
+    for (int c = 0; c < CKwMeshModel::QualityCheckCount; ++c) {
+        const auto check = static_cast<Q>(c);
+        to.SetQualityCheck(check, from.GetQualityCheck(check));
+        to.SetQualityLimit(check, from.GetQualityLimit(check));
+    }
+}
+
+void CKwUIMeshQuality::UpdateEditObject()
+{
+    if (m_pObject && m_edit)
+        copyParams(*m_pObject, *m_edit);
+}
+
+const KW_UOM* CKwUIMeshQuality::units() const
+{
+    if (m_units)
+        return m_units;
+    return m_pView ? m_pView->GetUnitHolder() : nullptr;
+}
+
+int CKwUIMeshQuality::UnitKindOf(Q check)
+{
+    switch (check) {
+    case CKwMeshModel::QuadSkew:
+    case CKwMeshModel::QuadWarpage:
+    case CKwMeshModel::TriaSkew:
+    case CKwMeshModel::TetSkew: return KwUnitKind::Angle;
+    default: return KwUnitKind::Dimensionless;
+    }
+}
+
+bool CKwUIMeshQuality::FailsBelow(Q check)
+{
+    return check == CKwMeshModel::QuadJacobian || check == CKwMeshModel::TriaJacobian ||
+           check == CKwMeshModel::TetJacobian;
+}
+
+QString CKwUIMeshQuality::FieldName(Q check)
+{
+    if (check < 0 || check >= CKwMeshModel::QualityCheckCount)
+        return QString();
+    const CheckText& t = kCheckTexts[check];
+    return QStringLiteral("%1 (%2)").arg(prop("MeshQuality", t.measureKey, t.measure),
+                                         prop("MeshQuality", t.familyKey, t.family));
+}
+
+QString CKwUIMeshQuality::GetPageTitleString() const
+{
+    return prop("MeshQuality", "TitleCheckMeshQuality", "Check Mesh Quality");
+}
+
+void CKwUIMeshQuality::LoadObjectData()
+{
+    const CKwMeshModel* p = GetEditObject();
+    if (!p)
+        return;
+    const KW_UOM* u = units();
+    for (int c = 0; c < CKwMeshModel::QualityCheckCount; ++c) {
+        const auto check = static_cast<Q>(c);
+        SetControlText(CodeLimitFirst + c, limitText(p->GetQualityLimit(check)));
+        // Angle limits are numbers in the display angle unit; the label says which.
+        SetControlText(CodeUnitFirst + c,
+                       u ? u->GetUnits(UnitKindOf(check))
+                         : (UnitKindOf(check) == KwUnitKind::Angle ? QStringLiteral("deg")
+                                                                   : QString()));
+        SetControlToolTip(CodeLimitFirst + c,
+                          FailsBelow(check)
+                              ? prop("MeshQuality", "ToolTipFailsBelow",
+                                     "An element fails when its value is below this limit.")
+                              : prop("MeshQuality", "ToolTipFailsAbove",
+                                     "An element fails when its value is above this limit."));
+    }
+    std::fill(std::begin(m_readStatus), std::end(m_readStatus), 0);
+}
+
+void CKwUIMeshQuality::UpdateObjectData(bool)
+{
+    CKwMeshModel* p = GetEditObject();
+    if (!p)
+        return;
+    const KW_UOM si;
+    const KW_UOM* u = units() ? units() : &si;
+    for (int c = 0; c < CKwMeshModel::QualityCheckCount; ++c) {
+        const auto check = static_cast<Q>(c);
+        m_readStatus[c] = 0;
+        QString text;
+        if (!GetControlText(CodeLimitFirst + c, text))
+            continue;
+        const int kind = UnitKindOf(check);
+        int status = KW_UOM::ParseOk;
+        const double internal = u->ParseQuantity(text, kind, &status);
+        // The limit keeps the display unit's number: angles go back from radians.
+        const double shown = status == KW_UOM::ParseOk ? u->GetDisplayValue(internal, kind) : 0.0;
+        const bool fits = std::fabs(shown) <= std::numeric_limits<float>::max();
+        if (status != KW_UOM::ParseOk)
+            m_readStatus[c] = status;
+        else if (!fits)
+            m_readStatus[c] = KW_UOM::ParseOutOfRange;
+        else if (shown < 0)
+            m_readStatus[c] = BadNegative;
+        else if (FailsBelow(check) && shown > 1.0)
+            m_readStatus[c] = BadAboveOne;
+        // Only a good limit reaches the edit copy; validation names a bad one's field.
+        if (m_readStatus[c] == 0)
+            p->SetQualityLimit(check, static_cast<float>(shown));
+    }
+}
+
+void CKwUIMeshQuality::showError(const QString& label, const QString& message) const
+{
+    if (m_pView)
+        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
+}
+
+int CKwUIMeshQuality::ValidateObjectData()
+{
+    const CKwMeshModel* p = GetEditObject();
+    if (!p)
+        return 0;
+    const KW_UOM si;
+    const KW_UOM* u = units() ? units() : &si;
+    bool anyOn = false;
+    for (int c = 0; c < CKwMeshModel::QualityCheckCount; ++c) {
+        const auto check = static_cast<Q>(c);
+        // A switched-off check's limit plays no part; it keeps its last good value.
+        if (!p->GetQualityCheck(check))
+            continue;
+        anyOn = true;
+        const int status = m_readStatus[c];
+        if (status == BadNegative) {
+            showError(FieldName(check), err("LimitNegative", "Enter a limit of 0 or more."));
+            return 0;
+        }
+        if (status == BadAboveOne) {
+            showError(FieldName(check),
+                      err("JacobianLimitAboveOne",
+                          "Enter a limit from 0 to 1: no element's Jacobian is above 1."));
+            return 0;
+        }
+        if (status != 0) {
+            const QString unit = u->GetUnits(UnitKindOf(check));
+            showError(FieldName(check),
+                      unit.isEmpty() ? err("LimitNumberRequired", "Enter a number.")
+                                     : err("LimitNumberRequiredUnit", "Enter a number in %s.")
+                                           .replace(QStringLiteral("%s"), unit));
+            return 0;
+        }
+    }
+    if (!anyOn) {
+        showError(GetPageTitleString(),
+                  err("NoCheckSelected", "Switch on at least one check."));
+        return 0;
+    }
+    return 1;
+}
+
+CKwUIMeshQuality::RunStatus CKwUIMeshQuality::RunCheck()
+{
+    CKwMeshModel* mesh = GetObject();
+    if (!mesh || !m_edit)
+        return RunRefused;
+    UpdateObjectData(false);
+    if (!ValidateObjectData())
+        return RunRefused;
+    copyParams(*m_edit, *mesh);
+    m_results.CheckMeshQuality(mesh, units());
+    m_meshEmpty = m_results.GetCheckedElementCount() == 0;
+    if (m_meshEmpty)
+        showError(GetPageTitleString(),
+                  err("MeshEmpty",
+                      "The mesh has no triangles, quadrilaterals or tetrahedra to check."));
+    return RunChecked;
+}
+
+long CKwUIMeshQuality::OnSubmitUI()
+{
+    if (RunCheck() != RunChecked)
+        return 1;
+    Display(0);
+    return 0;
+}
+
+int CKwUIMeshQuality::GetValue(int field, int& value)
+{
+    const CKwMeshModel* p = GetEditObject();
+    const int c = field - FieldCheckFirst;
+    if (!p || c < 0 || c >= CKwMeshModel::QualityCheckCount)
+        return 0;
+    value = p->GetQualityCheck(static_cast<Q>(c)) ? 1 : 0;
+    return 1;
+}
+
+int CKwUIMeshQuality::SetValue(int field, int value)
+{
+    CKwMeshModel* p = GetEditObject();
+    const int c = field - FieldCheckFirst;
+    if (!p || c < 0 || c >= CKwMeshModel::QualityCheckCount)
+        return 0;
+    p->SetQualityCheck(static_cast<Q>(c), value != 0);
+    return 1;
+}
