@@ -54,6 +54,8 @@ void* nonlinearSetup(CKwFEModel&, CKwAnalysis& a)
 }
 void* firstConstraint(CKwFEModel& m, CKwAnalysis&) { return m.m_restraints.first(); }
 void* firstMaterial(CKwFEModel& m, CKwAnalysis&) { return m.m_materials.first(); }
+// The beam property: its section text is computed on open.
+void* beamProperty(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_properties.at(1)); }
 // The remote force: the load editor's fullest panel.
 void* remoteForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(2)); }
 
@@ -111,6 +113,10 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, nonlinear_parameters_transient, 53u, 2, non
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, material, 2u, 0, firstMaterial)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, physical_property, 34u, 0, beamProperty)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

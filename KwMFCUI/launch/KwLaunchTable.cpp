@@ -6,6 +6,7 @@
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUILoad.h"
 #include "CKwMFCUIMaterial.h"
+#include "CKwMFCUIPhysicalProperty.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
@@ -13,6 +14,7 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
+#include "CKwPhysicalProperty.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -67,6 +69,17 @@ CKwMFCDialog* makeMaterial(const KwLaunchArgs& a)
 {
     auto* material = dynamic_cast<CKwMaterial*>(static_cast<CKwFEBase*>(a.object));
     auto* dlg = new CKwMFCUIMaterial(a.view, a.units, material);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 34: object is the property to edit (anything else edits a new one, whose idealization
+// the option may give).
+CKwMFCDialog* makePhysicalProperty(const KwLaunchArgs& a)
+{
+    auto* property = dynamic_cast<CKwPhysicalProperty*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIPhysicalProperty(a.view, property, a.units,
+                                             property ? -1 : static_cast<int>(a.option));
     dlg->Create();
     return dlg;
 }
@@ -157,7 +170,7 @@ const KwLaunchEntry kTable[] = {
     {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
     {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
-    {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, nullptr},
+    {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
     {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
     {37, "CTreeOptionDialog", 0, H::Modeless, nullptr},
