@@ -5,6 +5,7 @@
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
+#include "CKwPhysicalProperty.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"

@@ -130,7 +130,8 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
                     r.object = static_cast<CKwFEBase*>(p);
                     break;
                 }
-        r.option = r.object ? static_cast<std::uint32_t>(-1) : CKwPhysicalProperty::Solid;
+        r.option = r.object ? static_cast<std::uint32_t>(-1)
+                            : static_cast<std::uint32_t>(CKwPhysicalProperty::Solid);
         break;
     case 7:
     case 26:

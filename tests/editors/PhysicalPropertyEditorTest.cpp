@@ -5,6 +5,7 @@
 #include "CKwDefineCrossSectionDlg.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIPhysicalProperty.h"
+#include "CKwMaterial.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwXMLUtils.h"
 #include "KwControls.h"
