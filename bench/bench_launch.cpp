@@ -6,6 +6,7 @@
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
+#include "CKwPhysicalProperty.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
@@ -56,6 +57,8 @@ void* nonlinearSetup(CKwFEModel&, CKwAnalysis& a)
 void* firstConstraint(CKwFEModel& m, CKwAnalysis&) { return m.m_restraints.first(); }
 void* firstMaterial(CKwFEModel& m, CKwAnalysis&) { return m.m_materials.first(); }
 void* theMesh(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_mesh); }
+// The beam property: its section text is computed on open.
+void* beamProperty(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_properties.at(1)); }
 // The remote force: the load editor's fullest panel.
 void* remoteForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(2)); }
 
@@ -117,6 +120,10 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, material, 2u, 0, firstMaterial)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_quality, 9u, 0, theMesh)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, physical_property, 34u, 0, beamProperty)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

@@ -27,6 +27,8 @@ QList<KwHostKind> KwHostKinds()
         {1, QStringLiteral("Constraint..."), ed},
         {2, QStringLiteral("Material..."), ed},
         {34, QStringLiteral("Physical Property..."), ed},
+        {34, QStringLiteral("Physical Property (beam)..."), ed, 1},
+        {34, QStringLiteral("Physical Property (solid)..."), ed, 2},
         {13, QStringLiteral("Concentrated Masses..."), ed},
         {14, QStringLiteral("Connector..."), ed},
         {12, QStringLiteral("Surface Contact..."), ed},
@@ -124,8 +126,16 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.object = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;
         break;
     case 34:
-        r.object = newEntity || model->m_properties.isEmpty() ? nullptr
-                                                              : model->m_properties.first();
+        // Variant 1: the first beam property; 2: a new one, which starts as a solid.
+        r.object = nullptr;
+        if (!newEntity && variant != 2)
+            for (CKwPhysicalProperty* p : model->m_properties)
+                if ((p->m_idealization == CKwPhysicalProperty::Beam) == (variant == 1)) {
+                    r.object = static_cast<CKwFEBase*>(p);
+                    break;
+                }
+        r.option = r.object ? static_cast<std::uint32_t>(-1)
+                            : static_cast<std::uint32_t>(CKwPhysicalProperty::Solid);
         break;
     case 7:
     case 26:

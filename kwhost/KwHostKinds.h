@@ -24,6 +24,7 @@ QList<KwHostKind> KwHostKinds();
 // first of its family), the view, an analysis with results where the kind shows results, the
 // units. `newEntity` leaves the object null ("new"). `variant` 1 picks the transient
 // nonlinear setup for kinds 52 and 53 instead of the static one, and for kind 0 the remote
-// force (2: the hydrostatic load) instead of the first force.
+// force (2: the hydrostatic load) instead of the first force; for kind 34 the first beam
+// property (2: a new property) instead of the first shell or solid.
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
                                   KW_UOM* units, bool newEntity = false, int variant = 0);

@@ -8,6 +8,7 @@
 #include "CKwMFCUIMaterial.h"
 #include "CKwMFCUIMeshQuality.h"
 #include "CKwMeshModel.h"
+#include "CKwMFCUIPhysicalProperty.h"
 #include "CKwMFCUIRestraint.h"
 #include "CKwMFCUITechPreview.h"
 #include "CKwMsgDialog.h"
@@ -15,6 +16,7 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
+#include "CKwPhysicalProperty.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -80,6 +82,17 @@ CKwMFCDialog* makeMeshQuality(const KwLaunchArgs& a)
     if (!mesh)
         return nullptr;
     auto* dlg = new CKwMFCUIMeshQuality(mesh, a.view, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 34: object is the property to edit (anything else edits a new one, whose idealization
+// the option may give).
+CKwMFCDialog* makePhysicalProperty(const KwLaunchArgs& a)
+{
+    auto* property = dynamic_cast<CKwPhysicalProperty*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIPhysicalProperty(a.view, property, a.units,
+                                             property ? -1 : static_cast<int>(a.option));
     dlg->Create();
     return dlg;
 }
@@ -170,7 +183,7 @@ const KwLaunchEntry kTable[] = {
     {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
     {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
-    {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, nullptr},
+    {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
     {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
     {37, "CTreeOptionDialog", 0, H::Modeless, nullptr},

@@ -229,6 +229,9 @@ void CKwPhysicalProperty::CloneInput(const CKwPhysicalProperty* o)
     m_refPoint = o->m_refPoint;
     m_dimA = o->m_dimA;
     m_dimB = o->m_dimB;
+    m_shellOffset = o->m_shellOffset;
+    m_bendingRatio = o->m_bendingRatio;
+    m_shearRatio = o->m_shearRatio;
 }
 
 QString CKwPhysicalProperty::ShapeName(int code)

@@ -85,4 +85,11 @@ public:
     int m_refPoint = RefCentroid;
     std::array<double, 6> m_dimA;
     std::array<double, 6> m_dimB;
+
+    // Shells, advanced: offset of the reference surface from the mid-surface (m), and the
+    // bending and transverse shear stiffness as ratios of those of a plain plate (12 I / t^3
+    // and ts / t).
+    double m_shellOffset = 0.0;
+    double m_bendingRatio = 1.0;
+    double m_shearRatio = 5.0 / 6.0;
 };

@@ -1,0 +1,311 @@
+#include "CKwUIPhysicalProperty.h"
+
+#include "CFMView.h"
+#include "CKwFEModel.h"
+#include "CKwMaterial.h"
+#include "CKwXMLUtils.h"
+#include "KW_UOM.h"
+#include "KwNumbers.h"
+
+#include <QStringList>
+#include <array>
+
+namespace {
+
+QString prop(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalPropPageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+QString err(const char* section, const char* key, const char* english)
+{
+    return CKwXMLUtils::GetInternationalErrorMessageItemText(
+        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
+}
+
+const KW_UOM& si()
+{
+    static const KW_UOM s(KW_UOM::SI);
+    return s;
+}
+
+QString formatValue(double internal, int kind, const KW_UOM& units)
+{
+    if (IsMissingValue(internal))
+        return QString();
+    return QString::asprintf("%.10g", units.GetDisplayValue(internal, kind));
+}
+
+} // namespace
+
+CKwUIPhysicalProperty::CKwUIPhysicalProperty() = default;
+CKwUIPhysicalProperty::~CKwUIPhysicalProperty() = default;
+
+const KW_UOM* CKwUIPhysicalProperty::GetUnits() const
+{
+    const KW_UOM* units = m_pView ? m_pView->GetUnitHolder() : nullptr;
+    return units ? units : &si();
+}
+
+std::unique_ptr<CKwPhysicalProperty> CKwUIPhysicalProperty::CreateNewObject()
+{
+    CKwFEModel* model = GetModel();
+    const int id = model ? CKwFEModel::NextId(model->m_properties) : 1;
+    auto p = std::make_unique<CKwPhysicalProperty>(id, QStringLiteral("Property %1").arg(id));
+    if (model && !model->m_materials.isEmpty())
+        p->m_materialId = model->m_materials.first()->GetID();
+    return p;
+}
+
+QString CKwUIPhysicalProperty::GetSectionText() const
+{
+    const CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return QString();
+    QString shape;
+    p->GetSectionName(shape);
+    if (p->m_sectionName.isEmpty())
+        return shape;
+    return QStringLiteral("%1 (%2)").arg(p->m_sectionName, shape);
+}
+
+void CKwUIPhysicalProperty::LoadObjectData()
+{
+    const CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return;
+    SetControlText(CodeName, p->GetName());
+    SetControlText(CodeID, QString::number(p->GetID()));
+    QStringList names;
+    if (CKwFEModel* model = GetModel())
+        for (const CKwMaterial* m : model->m_materials)
+            names << m->GetName();
+    SetControlItems(CodeMaterials, static_cast<int>(names.size()), names.constData());
+    SetControlText(CodeThickness, formatValue(p->m_thickness, KwUnitKind::Length, *GetUnits()));
+    SetControlText(CodeSection, GetSectionText());
+    m_badThickness = false;
+}
+
+void CKwUIPhysicalProperty::UpdateObjectData(bool)
+{
+    CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return;
+    QString text;
+    if (GetControlText(CodeName, text))
+        p->SetName(text.trimmed());
+    if (GetControlText(CodeID, text))
+        p->SetID(CFMView::GetIntegerFromString(text));
+    if (GetControlText(CodeThickness, text)) {
+        text = text.trimmed();
+        // A text that is no number leaves the thickness as it was and is refused on submit.
+        m_badThickness = !text.isEmpty() && !IsNumber(text);
+        if (text.isEmpty())
+            p->m_thickness = MissingDouble;
+        else if (!m_badThickness)
+            p->m_thickness = GetUnits()->ToInternalValue(KwAtof(text), KwUnitKind::Length);
+    }
+}
+
+void CKwUIPhysicalProperty::showError(const QString& label, const QString& message)
+{
+    if (m_pView)
+        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
+}
+
+int CKwUIPhysicalProperty::ValidateObjectData()
+{
+    CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return 0;
+    if (p->GetName().isEmpty()) {
+        showError(prop("General", "LabelName", "Name"),
+                  err("PhysicalProperties", "NameRequired", "Enter a name for the property."));
+        return 0;
+    }
+    if (IsMissingValue(p->GetID()) || p->GetID() <= 0) {
+        showError(prop("General", "LabelID", "ID"),
+                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
+        return 0;
+    }
+    CKwFEModel* model = GetModel();
+    if (model) {
+        for (const CKwPhysicalProperty* other : model->m_properties) {
+            if (other != GetObject() && other->GetID() == p->GetID()) {
+                showError(prop("General", "LabelID", "ID"),
+                          err("PhysicalProperties", "DuplicateID",
+                              "Another property already uses this ID."));
+                return 0;
+            }
+        }
+        int row = -1;
+        GetValue(FieldMaterial, row);
+        if (row < 0) {
+            showError(prop("PhysicalProperties", "LabelMaterial", "Material"),
+                      err("PhysicalProperties", "MaterialRequired", "Choose a material."));
+            return 0;
+        }
+    }
+    if (p->m_idealization == CKwPhysicalProperty::Shell) {
+        const QString label = prop("PhysicalProperties", "LabelThickness", "Thickness");
+        if (m_badThickness) {
+            showError(label, GetUnits()->GetErrorMessageForUnit(KwUnitKind::Length));
+            return 0;
+        }
+        if (IsMissingValue(p->m_thickness) || !(p->m_thickness > 0)) {
+            showError(label, err("PhysicalProperties", "PositiveThicknessRequired",
+                                 "Enter a thickness above zero."));
+            return 0;
+        }
+    }
+    if (p->m_idealization == CKwPhysicalProperty::Beam) {
+        const QString label = prop("PhysicalProperties", "LabelCrossSection", "Cross Section");
+        if (p->m_elementKind == CKwPhysicalProperty::KindBar &&
+            p->m_sectionShape == CKwPhysicalProperty::L) {
+            showError(label, err("PhysicalProperties", "LSectionNotSupported",
+                                 "L section not supported for bar elements"));
+            return 0;
+        }
+        std::array<double, KwSectionValue::Count> values{};
+        if (!p->ComputeSectionProperties(1, values.data())) {
+            showError(label, err("PhysicalProperties", "SectionRequired",
+                                 "Define a valid cross section for the beam."));
+            return 0;
+        }
+        p->m_sectionArea = values[KwSectionValue::Area];
+    }
+    return 1;
+}
+
+void CKwUIPhysicalProperty::AddNewObjects()
+{
+    CKwFEModel* model = GetModel();
+    if (!model || !GetEditObject())
+        return;
+    auto* added = new CKwPhysicalProperty(*GetEditObject());
+    model->m_properties.append(added);
+    // Further submits of this editor edit what it created.
+    m_pObject = added;
+}
+
+QString CKwUIPhysicalProperty::GetPageTitleString() const
+{
+    return prop("PhysicalProperties", "Title", "Physical Property");
+}
+
+int CKwUIPhysicalProperty::GetValue(int field, int& value)
+{
+    const CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return 0;
+    switch (field) {
+    case FieldType: value = p->m_idealization; return 1;
+    case FieldElementKind: value = p->m_elementKind; return 1;
+    case FieldMaterial: {
+        value = -1;
+        if (CKwFEModel* model = GetModel())
+            for (int i = 0; i < model->m_materials.size(); ++i)
+                if (model->m_materials[i]->GetID() == p->m_materialId)
+                    value = i;
+        return 1;
+    }
+    default: return 0;
+    }
+}
+
+int CKwUIPhysicalProperty::SetValue(int field, int value)
+{
+    CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return 0;
+    switch (field) {
+    case FieldType:
+        if (value < CKwPhysicalProperty::Solid || value > CKwPhysicalProperty::Beam)
+            return 0;
+        p->m_idealization = value;
+        return 1;
+    case FieldElementKind:
+        if (value < CKwPhysicalProperty::KindBar || value > CKwPhysicalProperty::KindPipe)
+            return 0;
+        p->m_elementKind = value;
+        // A pipe is a tube; the dimensions of another shape mean nothing for it.
+        if (value == CKwPhysicalProperty::KindPipe &&
+            p->m_sectionShape != CKwPhysicalProperty::TUBE) {
+            p->m_sectionShape = CKwPhysicalProperty::TUBE;
+            p->m_dimA.fill(MissingDouble);
+            p->m_dimB.fill(MissingDouble);
+            p->m_tapered = 0;
+        }
+        SetControlText(CodeSection, GetSectionText());
+        return 1;
+    case FieldMaterial: {
+        CKwFEModel* model = GetModel();
+        if (!model || value < 0 || value >= model->m_materials.size())
+            return 0;
+        p->m_materialId = model->m_materials[value]->GetID();
+        return 1;
+    }
+    default: return 0;
+    }
+}
+
+void CKwUIPhysicalProperty::OnSectionDefined()
+{
+    CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return;
+    std::array<double, KwSectionValue::Count> values{};
+    p->m_sectionArea =
+        p->ComputeSectionProperties(1, values.data()) ? values[KwSectionValue::Area] : MissingDouble;
+    SetControlText(CodeSection, GetSectionText());
+}
+
+int CKwUIPhysicalProperty::ShellOptionUnitKind(int which)
+{
+    return which == ShellOffset ? KwUnitKind::Length : KwUnitKind::Dimensionless;
+}
+
+QString CKwUIPhysicalProperty::GetShellOptionText(int which) const
+{
+    const CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return QString();
+    switch (which) {
+    case ShellOffset: return formatValue(p->m_shellOffset, KwUnitKind::Length, *GetUnits());
+    case ShellBendingRatio: return QString::asprintf("%.10g", p->m_bendingRatio);
+    case ShellShearRatio: return QString::asprintf("%.10g", p->m_shearRatio);
+    default: return QString();
+    }
+}
+
+bool CKwUIPhysicalProperty::SetShellOptionTexts(const QString (&texts)[ShellOptionCount],
+                                                int* badIndex, QString* why)
+{
+    CKwPhysicalProperty* p = GetEditObject();
+    if (!p)
+        return false;
+    double values[ShellOptionCount] = {};
+    for (int i = 0; i < ShellOptionCount; ++i) {
+        const QString t = texts[i].trimmed();
+        QString problem;
+        if (!IsNumber(t))
+            problem = GetUnits()->GetErrorMessageForUnit(ShellOptionUnitKind(i));
+        else
+            values[i] = GetUnits()->ToInternalValue(KwAtof(t), ShellOptionUnitKind(i));
+        if (problem.isEmpty() && i != ShellOffset && !(values[i] > 0))
+            problem = err("PhysicalProperties", "PositiveRatioRequired",
+                          "Enter a ratio above zero.");
+        if (!problem.isEmpty()) {
+            if (badIndex)
+                *badIndex = i;
+            if (why)
+                *why = problem;
+            return false;
+        }
+    }
+    p->m_shellOffset = values[ShellOffset];
+    p->m_bendingRatio = values[ShellBendingRatio];
+    p->m_shearRatio = values[ShellShearRatio];
+    return true;
+}
