@@ -192,15 +192,15 @@ void CKwMFCUIRestraint::UpdateObjectData(bool checkOnly)
 bool CKwMFCUIRestraint::OnInitDialog()
 {
     for (const auto& [id, path] : kPictures)
-        KwControl<QAbstractButton>(this, id)->setIcon(QIcon(QString::fromLatin1(path)));
+        KwControl<QAbstractButton>(this, id)->setIcon(KwIcon(QString::fromLatin1(path)));
     for (int id = 279; id <= 284; ++id)
         // A held direction must be told apart from a free one at a glance.
         KwFindControl(this, id)->setStyleSheet(QStringLiteral(
             "QToolButton:checked{background:#aed6f1;border:1px solid #2e86c1;border-radius:3px;}"));
     m_ui->iconTranslation->setPixmap(
-        QIcon(QStringLiteral(":/kwmfcui/icons/dof-translation.svg")).pixmap(QSize(20, 20)));
+        KwIcon(QStringLiteral(":/kwmfcui/icons/dof-translation.svg")).pixmap(QSize(20, 20)));
     m_ui->iconRotation->setPixmap(
-        QIcon(QStringLiteral(":/kwmfcui/icons/dof-rotation.svg")).pixmap(QSize(20, 20)));
+        KwIcon(QStringLiteral(":/kwmfcui/icons/dof-rotation.svg")).pixmap(QSize(20, 20)));
     SetupSelectionBox(m_ui->selection, 33278, 128);
     {
         // A range change clamps the value; that is not the user's choice of a size.

@@ -41,10 +41,16 @@ void CKwHideMembersButton::Retranslate() { apply(); }
 
 void CKwHideMembersButton::apply()
 {
-    QIcon pic;
-    pic.addFile(GetPicture(), QSize(), QIcon::Normal);
-    pic.addFile(QString::fromLatin1(m_shown ? kShownOff : kHiddenOff), QSize(), QIcon::Disabled);
-    setIcon(pic);
+    // One icon per state, built once per module: its pictures are parsed a single time.
+    static const auto build = [](const char* normal, const char* disabled) {
+        QIcon pic;
+        pic.addFile(QString::fromLatin1(normal), QSize(), QIcon::Normal);
+        pic.addFile(QString::fromLatin1(disabled), QSize(), QIcon::Disabled);
+        return pic;
+    };
+    static const auto* shown = new QIcon(build(kShown, kShownOff));
+    static const auto* hidden = new QIcon(build(kHidden, kHiddenOff));
+    setIcon(m_shown ? *shown : *hidden);
     const KwPrompt& tip = m_shown ? m_tipShown : m_tipHidden;
     setToolTip(KwPropText(tip.section, tip.key, tip.english));
 }

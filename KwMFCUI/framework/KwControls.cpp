@@ -75,3 +75,14 @@ void KwBringWindowToTop(QWidget* w)
         return;
     w->raise();
 }
+
+QIcon KwIcon(const QString& path)
+{
+    // Kept for the life of the process and never destroyed: icons must not outlive the
+    // application object in a destructor that runs after it.
+    static auto* cache = new QHash<QString, QIcon>;
+    auto it = cache->constFind(path);
+    if (it == cache->constEnd())
+        it = cache->insert(path, QIcon(path));
+    return *it;
+}

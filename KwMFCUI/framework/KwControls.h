@@ -3,6 +3,7 @@
 // these helpers find a control by that id.
 #include "KwMFCUIExport.h"
 
+#include <QIcon>
 #include <QWidget>
 
 inline constexpr const char* kKwCtrlIdProperty = "ctrlId";
@@ -14,6 +15,10 @@ template <class T> T* KwControl(const QWidget* root, int id)
 {
     return qobject_cast<T*>(KwFindControl(root, id));
 }
+
+// The icon of a resource picture, loaded once per module: an SVG is parsed and rendered the
+// first time only, not on every opening of a dialog.
+KWMFCUI_EXPORT QIcon KwIcon(const QString& path);
 
 // Gives a control its id (for controls built in code rather than in a template).
 KWMFCUI_EXPORT void KwSetControlId(QWidget* w, int id);
