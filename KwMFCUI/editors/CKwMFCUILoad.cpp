@@ -225,7 +225,14 @@ bool CKwMFCUILoad::OnInitDialog()
         m_ui->size->setRange(1, 10);
         m_ui->density->setRange(1, 20);
     }
-    return CKwMFCUIBase::OnInitDialog();
+    const bool ok = CKwMFCUIBase::OnInitDialog();
+    // The advanced part goes and comes with the dialog's two-form toggle: the main part and
+    // the OK and Cancel buttons stay; the layout places them. The editor opens in the long
+    // form, so the toggle is run once here and " <<" then shortens the dialog.
+    SetFormToggle({{m_ui->mainPart, {}, {}}, {m_ui->ok, {}, {}}, {m_ui->cancel, {}, {}}},
+                  m_ui->advancedToggle, {}, {});
+    ToggleForm();
+    return ok;
 }
 
 bool CKwMFCUILoad::eventFilter(QObject* watched, QEvent* event)
@@ -465,10 +472,7 @@ int CKwMFCUILoad::defineNewTable(int use)
 
 void CKwMFCUILoad::ToggleAdvancedOptions()
 {
-    const bool show = m_ui->groupAdvanced->isHidden();
-    m_ui->groupAdvanced->setVisible(show);
-    m_ui->advancedToggle->setText(show ? QStringLiteral(" <<") : QStringLiteral(" >>"));
-    adjustSize();
+    m_ui->advancedToggle->setText(ToggleForm() ? QStringLiteral(" <<") : QStringLiteral(" >>"));
 }
 
 void CKwMFCUILoad::BrowseResultsFile()

@@ -9,6 +9,7 @@
 #include "KwRegistry.h"
 
 #include <QCloseEvent>
+#include <QLayout>
 #include <QGuiApplication>
 #include <QScreen>
 #include <limits>
@@ -109,11 +110,16 @@ void CKwMFCDialog::ensureInitialised()
 bool CKwMFCDialog::OnInitDialog()
 {
     SetTextToCurrentLang();
+    SizeAndPlace();
+    return true;
+}
+
+void CKwMFCDialog::SizeAndPlace()
+{
     // A template without a size of its own takes the size its texts need; a sized one keeps it.
     if (!testAttribute(Qt::WA_Resized))
         adjustSize();
     RestorePlacement();
-    return true;
 }
 
 int CKwMFCDialog::DoModal()
@@ -258,21 +264,27 @@ void CKwMFCDialog::SetFormToggle(const QList<FormPlacement>& kept, QWidget* togg
     m_formToggle = toggle;
     m_formShortSize = shortSize;
     m_formLongSize = longSize;
-    m_storedRect = QRect(frameGeometry().topLeft(), longSize);
+    m_storedRect = QRect(frameGeometry().topLeft(),
+                         longSize.isValid() ? longSize : frameGeometry().size());
 }
 
 int CKwMFCDialog::ToggleForm()
 {
     // Flag 0 is the form the dialog opens in; the first toggle brings back whatever an earlier
     // toggle hid and moves to the other form, the next one hides everything but the kept
-    // controls again.
+    // controls again. A null rectangle or size leaves that placement to the dialog's layout.
+    // While in form 0 the dialog reports the rectangle it had in the other form, kept here as
+    // it leaves that form.
     const bool leavingFirstForm = m_formFlag == 0;
-    if (leavingFirstForm)
+    if (!leavingFirstForm)
         m_storedRect = frameGeometry();
-    for (const FormPlacement& p : std::as_const(m_formKept))
-        if (p.control)
-            p.control->setGeometry(leavingFirstForm ? p.longForm : p.shortForm);
-    resize(leavingFirstForm ? m_formLongSize : m_formShortSize);
+    for (const FormPlacement& p : std::as_const(m_formKept)) {
+        const QRect& target = leavingFirstForm ? p.longForm : p.shortForm;
+        if (p.control && !target.isNull())
+            p.control->setGeometry(target);
+    }
+    if (const QSize size = leavingFirstForm ? m_formLongSize : m_formShortSize; size.isValid())
+        resize(size);
     if (leavingFirstForm) {
         for (const auto& w : std::as_const(m_hiddenChildren))
             if (w)
@@ -292,6 +304,13 @@ int CKwMFCDialog::ToggleForm()
             c->hide();
             m_hiddenChildren.append(c);
         }
+    }
+    // A laid-out dialog takes the size of what is now shown, at once rather than on the next
+    // turn of the event loop, so callers and the window rectangle see the new form.
+    if (QLayout* l = layout()) {
+        l->activate();
+        if (l->sizeConstraint() != QLayout::SetFixedSize && !m_formShortSize.isValid())
+            adjustSize();
     }
     m_formFlag = leavingFirstForm ? 1 : 0;
     return m_formFlag;

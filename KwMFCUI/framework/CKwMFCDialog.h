@@ -59,6 +59,8 @@ public:
     // Two-form toggle. `kept` are the controls that stay visible in both forms (up to
     // four), `toggle` the button that switches; the rectangles are the positions (in dialog
     // coordinates for controls, screen size for the dialog) of each control in the target form.
+    // A dialog laid out by a layout passes null rectangles and sizes: the layout places the
+    // kept controls and sizes the dialog to what each form shows.
     struct FormPlacement
     {
         QWidget* control;
@@ -76,6 +78,10 @@ public:
 protected:
     // Fills controls and captions; called once before the window is first shown.
     virtual bool OnInitDialog();
+    // The second half of OnInitDialog, for dialogs that fill their controls in between: sizes
+    // the window to what it shows (unless its template has a size of its own) and restores
+    // its position.
+    void SizeAndPlace();
     void SetCloseAtOnce(bool on) { m_bCloseAtOnce = on; }
     // While the solver runs the model must not change: shows the view's bubble and returns
     // true. Without a view, or with the solver idle, returns false.

@@ -343,9 +343,12 @@ bool CKwMFCUIBase::OnInitDialog()
             connect(b, &QAbstractButton::clicked, this,
                     [this, id] { id == 1 ? OnOK() : OnCancel(); });
     // Texts first: combo boxes get their items before the stored values choose rows in them.
-    const bool r = CKwMFCDialog::OnInitDialog();
+    // The window is sized only once the type's panel is in place, so it opens at its final
+    // size and the layout is computed once.
+    SetTextToCurrentLang();
     LoadObjectData();
     OnObjectDataLoaded();
+    SizeAndPlace();
     // While an editor is open the view takes no second one, and its picks come here.
     EnterViewDialogStack();
     if (CFMView* view = GetFMView())
@@ -353,7 +356,7 @@ bool CKwMFCUIBase::OnInitDialog()
             h->ActivateDialog(this);
     publishPickMask();
     m_bNotificationsEnabled = 1;
-    return r;
+    return true;
 }
 
 // --- tables ---

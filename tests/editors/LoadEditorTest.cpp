@@ -20,6 +20,7 @@
 #include <QFileDialog>
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <functional>
 #include <gtest/gtest.h>
@@ -220,12 +221,38 @@ TEST_F(LoadEditor, tableButtonsOpenTheTableDialogAndANewTableStaysOnlyOnOk)
 TEST_F(LoadEditor, advancedPartToggleAndResultsFileDialog)
 {
     CKwMFCUILoad* d = open();
+    // The editor opens in the long form of the dialog's two-form toggle.
     EXPECT_EQ(KwGetControlText(d, 7479), " <<");
-    d->ToggleAdvancedOptions();
+    EXPECT_EQ(d->GetFormFlag(), 1);
+    // It opens at its final size: the layout settling afterwards changes nothing.
+    const int longHeight = d->height();
+    QApplication::processEvents();
+    EXPECT_EQ(d->height(), longHeight);
+    QRect reported;
+    ASSERT_TRUE(d->GetWindowRectangle(0, &reported));
+    EXPECT_EQ(reported, d->frameGeometry());
+
+    // " <<": the advanced part goes, the dialog shrinks to what is left; the editing part,
+    // OK, Cancel and the toggle itself stay usable.
+    QTest::mouseClick(KwControl<QPushButton>(d, 7479), Qt::LeftButton);
     EXPECT_FALSE(d->IsAdvancedShown());
+    EXPECT_EQ(d->GetFormFlag(), 0);
     EXPECT_EQ(KwGetControlText(d, 7479), " >>");
-    d->ToggleAdvancedOptions();
+    EXPECT_LT(d->height(), longHeight);
+    for (int id : {1, 2, 7479, 1417, 7432})
+        EXPECT_TRUE(KwFindControl(d, id)->isVisible()) << id;
+    // While short, the window rectangle asked for is the long one kept from before.
+    ASSERT_TRUE(d->GetWindowRectangle(0, &reported));
+    EXPECT_EQ(reported.height(), d->frameGeometry().height() + longHeight - d->height());
+    EXPECT_EQ(reported.topLeft(), d->frameGeometry().topLeft());
+
+    // " >>" brings back exactly what was hidden, at the old size, values untouched.
+    QTest::mouseClick(KwControl<QPushButton>(d, 7479), Qt::LeftButton);
     EXPECT_TRUE(d->IsAdvancedShown());
+    EXPECT_EQ(d->GetFormFlag(), 1);
+    EXPECT_EQ(KwGetControlText(d, 7479), " <<");
+    EXPECT_EQ(d->height(), longHeight);
+    EXPECT_TRUE(KwFindControl(d, 1734)->isVisible());
 
     choose(d, 10);
     QStringList filters;

@@ -4,6 +4,8 @@
 #include "KwRegistry.h"
 #include "KwTestSupport.h"
 
+#include <QCoreApplication>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -142,4 +144,33 @@ TEST(Settings, readsDefaultsForMissingOrGarbledEntries)
                                         QStringLiteral("K")),
               2);
     EXPECT_EQ(KwReadRegistryCurrentUser(QStringLiteral("S"), QStringLiteral("E"), 0), -250);
+}
+
+// Writes are kept in memory and reach the file on flush, on redirection, and at the event loop's
+// next turn; whatever path they take, another reader of the file sees every entry.
+TEST(Settings, writesReachTheFileOnFlushRedirectAndEventLoop)
+{
+    QTemporaryDir dir;
+    const QString first = dir.filePath(QStringLiteral("first.ini"));
+    const QString second = dir.filePath(QStringLiteral("second.ini"));
+    const auto onDisk = [](const QString& file, const QString& key) {
+        return QSettings(file, QSettings::IniFormat).value(key).toString();
+    };
+
+    KwSetRegistryFile(first);
+    KwWriteToRegistryCurrentUser(QStringLiteral("S"), QStringLiteral("A"), 1);
+    ASSERT_TRUE(KwFlushRegistry());
+    EXPECT_EQ(onDisk(first, QStringLiteral("S/A")), QStringLiteral("1"));
+
+    KwWriteToRegistryCurrentUser(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("two"));
+    KwSetRegistryFile(second);
+    EXPECT_EQ(onDisk(first, QStringLiteral("S/B")), QStringLiteral("two"));
+    // The new file starts empty: nothing of the old one leaks over.
+    EXPECT_EQ(KwReadRegistryCurrentUser(QStringLiteral("S"), QStringLiteral("A"), -1), -1);
+    EXPECT_EQ(KwRegistryFile(), second);
+
+    KwWriteToRegistryCurrentUser(QStringLiteral("S"), QStringLiteral("C"), 3);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(onDisk(second, QStringLiteral("S/C")), QStringLiteral("3"));
+    kwtest::IsolateSettings();
 }

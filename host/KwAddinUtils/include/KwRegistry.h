@@ -24,6 +24,9 @@ KWADDINUTILS_EXPORT bool KwWriteToRegistryCurrentUser(const QString& section,
 // True when the entry exists.
 KWADDINUTILS_EXPORT bool KwRegistryHasEntry(const QString& section, const QString& entry,
                                             const QString& subkey = QString());
+// Writes pending entries to disk now. Writes otherwise reach the disk at the next turn of the
+// event loop and at exit; a host calls this before handing the file to another process.
+KWADDINUTILS_EXPORT bool KwFlushRegistry();
 // Redirects all settings to one INI file (tests, and `kwhost --settings FILE`). An empty path
 // restores the platform default location.
 KWADDINUTILS_EXPORT void KwSetRegistryFile(const QString& path);
