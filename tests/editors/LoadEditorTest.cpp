@@ -190,15 +190,18 @@ TEST_F(LoadEditor, tableButtonsOpenTheTableDialogAndANewTableStaysOnlyOnOk)
     };
     for (const auto& c : cases) {
         CKwTable* created = nullptr;
+        int createdType = -1;
         kwtest::AnswerModals(c.open, QMessageBox::Ok, [&](QWidget* w) {
             auto* t = dynamic_cast<CKwTableDialog*>(w);
             ASSERT_NE(t, nullptr);
             created = t->GetTable();
+            // Read while the table surely lives: Cancel deletes it.
+            createdType = created ? created->GetTableType() : -1;
             if (c.ok)
                 t->OnOK();
         });
         ASSERT_NE(created, nullptr);
-        EXPECT_EQ(created->GetTableType(), CKwTable::TimeCurve);
+        EXPECT_EQ(createdType, CKwTable::TimeCurve);
         EXPECT_EQ(host.model->m_tables.size(), tables + (c.ok ? 1 : 0));
         EXPECT_EQ(host.model->m_tables.contains(created), c.ok);
     }

@@ -153,4 +153,15 @@ TEST(ControlLookup, followsControlsAddedRenumberedOrDeletedAfterTheFirstLookup)
     EXPECT_EQ(KwFindControl(&root, 12), a);
     delete b;
     EXPECT_EQ(KwFindControl(&root, 11), nullptr);
+    // A template set up into the dialog later carries its ids as plain properties.
+    auto* panel = new QWidget(&root);
+    auto* c = new QLabel(panel);
+    c->setProperty(kKwCtrlIdProperty, 11);
+    EXPECT_EQ(KwFindControl(&root, 11), c);
+    // The same id in a second dialog belongs to that dialog only.
+    QWidget other;
+    auto* d = new QLabel(&other);
+    KwSetControlId(d, 11);
+    EXPECT_EQ(KwFindControl(&other, 11), d);
+    EXPECT_EQ(KwFindControl(&root, 11), c);
 }
