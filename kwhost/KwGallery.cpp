@@ -4,6 +4,7 @@
 #include "CFMView.h"
 #include "CKwDlgBase.h"
 #include "CKwFEModel.h"
+#include "CKwMFCDialog.h"
 #include "CKwMaterial.h"
 #include "CKwOrthotropic3DDlg.h"
 #include "CKwMeshQualityResultsDialog.h"
@@ -12,6 +13,7 @@
 #include "CKwMaterialNonlinearDialog.h"
 #include "CKwTable.h"
 #include "KwHostWindow.h"
+#include "KwControls.h"
 #include "KwMFCUIEntry.h"
 
 #include <QApplication>
@@ -20,6 +22,7 @@
 #include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QSet>
 #include <QTimer>
 
@@ -115,6 +118,26 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         QApplication::processEvents();
         if (!sawWindow)
             result.unavailable << QStringLiteral("%1 (%2)").arg(k.kind).arg(k.title);
+    }
+
+    // The load editor in its short form: " <<" pressed, the advanced part gone.
+    {
+        host->Launch(0, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* toggle = KwControl<QPushButton>(d, 7479)) {
+                toggle->click();
+                QApplication::processEvents();
+                if (inspect)
+                    inspect(0, d);
+                const QString f = QDir(directory).filePath(QStringLiteral("kind00-load--short-form-.png"));
+                d->grab().save(f);
+                result.written << f;
+                result.titles << d->windowTitle();
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
     }
 
     // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
