@@ -26,6 +26,8 @@ QList<KwHostKind> KwHostKinds()
         {0, QStringLiteral("Load (hydrostatic)..."), ed, 2},
         {1, QStringLiteral("Constraint..."), ed},
         {2, QStringLiteral("Material..."), ed},
+        {2, QStringLiteral("Material (orthotropic 3D)..."), ed, 1},
+        {2, QStringLiteral("Material (hyperelastic)..."), ed, 2},
         {34, QStringLiteral("Physical Property..."), ed},
         {34, QStringLiteral("Physical Property (beam)..."), ed, 1},
         {34, QStringLiteral("Physical Property (solid)..."), ed, 2},
@@ -119,8 +121,15 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.analysis = withResults;
         break;
     case 2:
-        r.object = newEntity || model->m_materials.isEmpty() ? nullptr
-                                                             : model->m_materials.first();
+        r.object = nullptr;
+        if (!newEntity)
+            for (CKwMaterial* m : model->m_materials)
+                if (m->GetMaterialType() == (variant == 1   ? CKwMaterial::Orthotropic3D
+                                             : variant == 2 ? CKwMaterial::Hyperelastic
+                                                            : CKwMaterial::Isotropic)) {
+                    r.object = m;
+                    break;
+                }
         break;
     case 9:
         r.object = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;

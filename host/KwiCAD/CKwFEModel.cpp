@@ -80,7 +80,23 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     alu->SetValue("SIGXY", 2.76e8);
     alu->SetValue("ALPX", 2.36e-5);
     alu->SetValue("KX", 167.0);
-    m->m_materials = {steel, alu};
+    // A unidirectional composite and a rubber, so that the orthotropic and hyperelastic
+    // panels of the material editor have something to show.
+    auto* carbon = new CKwMaterial(3, QStringLiteral("Carbon/epoxy, unidirectional"));
+    carbon->SetMaterialType(CKwMaterial::Orthotropic3D);
+    for (const auto& [key, value] :
+         {std::pair{"E1", 1.81e11}, {"E2", 1.03e10}, {"E3", 1.03e10}, {"NUXY", 0.28},
+          {"NUXZ", 0.28}, {"NUYZ", 0.49}, {"G12", 7.17e9}, {"G1Z", 7.17e9}, {"G2Z", 3.46e9},
+          {"DENS", 1600.0}, {"XT", 1.5e9}, {"XC", 1.5e9}, {"YT", 4.0e7}, {"YC", 2.46e8}})
+        carbon->SetValue(QString::fromLatin1(key), value);
+    auto* rubber = new CKwMaterial(4, QStringLiteral("Natural rubber, 50 Shore A"));
+    rubber->SetMaterialType(CKwMaterial::Hyperelastic);
+    rubber->m_hyperelasticModel = CKwMaterial::MooneyRivlin;
+    rubber->SetValue("DENS", 930.0);
+    rubber->SetValue("D1", 1.0e-9);
+    rubber->SetExtra(CKwMaterial::A10, 2.8e5);
+    rubber->SetExtra(CKwMaterial::A01, 7.0e4);
+    m->m_materials = {steel, alu, carbon, rubber};
 
     auto* shell = new CKwPhysicalProperty(1, QStringLiteral("Cover plate 3 mm"));
     shell->m_idealization = CKwPhysicalProperty::Shell;

@@ -104,7 +104,7 @@ TEST_F(MaterialEditor, okWritesTheModelAndANewMaterialIsAdded)
     value(fresh, K::EX)->setText("110000");
     value(fresh, K::NUXY)->setText("0.3");
     KwControl<QPushButton>(fresh, 1)->click();
-    ASSERT_EQ(host.model->m_materials.size(), 3);
+    ASSERT_EQ(host.model->m_materials.size(), 5);
     EXPECT_DOUBLE_EQ(host.model->m_materials.last()->GetValue("EX"), 1.1e11);
 }
 

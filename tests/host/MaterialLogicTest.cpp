@@ -197,13 +197,13 @@ TEST_F(MaterialLogic, submitAddsOrRewritesTheMaterialAndCancelLeavesTheModel)
 {
     DialogLogic fresh;
     fresh.OnCreate(host.view.get(), nullptr, nullptr);
-    EXPECT_EQ(fresh.GetEditObject()->GetID(), 3);
+    EXPECT_EQ(fresh.GetEditObject()->GetID(), 5);
     fresh.LoadObjectData();
     fresh.texts[CKwUIMaterial::CodeName] = "Bronze";
     fresh.value("EX") = "110000";
     fresh.value("NUXY") = "0.34";
     EXPECT_EQ(fresh.OnSubmitUI(), 0);
-    ASSERT_EQ(host.model->m_materials.size(), 3);
+    ASSERT_EQ(host.model->m_materials.size(), 5);
     EXPECT_EQ(host.model->m_materials.last()->GetName(), "Bronze");
     EXPECT_DOUBLE_EQ(host.model->m_materials.last()->GetValue("EX"), 1.1e11);
 
@@ -220,7 +220,7 @@ TEST_F(MaterialLogic, submitAddsOrRewritesTheMaterialAndCancelLeavesTheModel)
     edit.value("EX") = "70000";
     EXPECT_EQ(edit.OnSubmitUI(), 0);
     EXPECT_DOUBLE_EQ(alu->GetValue("EX"), 7e10);
-    EXPECT_EQ(host.model->m_materials.size(), 3);
+    EXPECT_EQ(host.model->m_materials.size(), 5);
 
     int v = -1;
     EXPECT_EQ(edit.SetValue(CKwUIMaterial::FieldType, CKwMaterial::TypeCount), 0);

@@ -70,7 +70,7 @@ TEST(View, bubblesAreShownAndRemembered)
 TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
 {
     std::unique_ptr<CKwFEModel> m(CKwFEModel::CreateSampleModel());
-    EXPECT_EQ(m->m_materials.size(), 2);
+    EXPECT_EQ(m->m_materials.size(), 4);
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
