@@ -77,7 +77,6 @@ protected:
     std::unique_ptr<CKwMaterial> CreateNewObject() override;
 
 private:
-    void showError(const QString& label, const QString& message);
     // The first control text that was not a number: its code and its text.
     int m_badCode = 0;
     QString m_badText;
