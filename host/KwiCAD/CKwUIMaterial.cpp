@@ -4,6 +4,7 @@
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwSubCase.h"
+#include "CKwiCKAddin.h"
 #include "KW_UOM.h"
 #include "KwMaterialDatabase.h"
 #include "KwNumbers.h"
@@ -292,6 +293,35 @@ bool CKwUIMaterial::IsTypeOffered(int type, bool explicitEnabled)
     if (type < 0 || type >= CKwMaterial::TypeCount)
         return false;
     return type < CKwMaterial::CrushableFoam || explicitEnabled;
+}
+
+std::vector<int> CKwUIMaterial::GetListedTypes() const
+{
+    const bool explicitEnabled = TheApplication && TheApplication->IsExplicitEnabledInTechPreview();
+    std::vector<int> types;
+    for (int t = 0; t < CKwMaterial::TypeCount; ++t)
+        if (IsTypeOffered(t, explicitEnabled))
+            types.push_back(t);
+    const int stored = GetObject() ? GetObject()->GetMaterialType() : -1;
+    if ((stored == CKwMaterial::Rigid || stored == CKwMaterial::Concrete) &&
+        !IsTypeOffered(stored, explicitEnabled))
+        types.push_back(stored);
+    return types;
+}
+
+int CKwUIMaterial::GetTypeFromSelection(int row) const
+{
+    const std::vector<int> types = GetListedTypes();
+    return row >= 0 && row < int(types.size()) ? types[row] : -1;
+}
+
+int CKwUIMaterial::GetSelectionFromType(int type) const
+{
+    const std::vector<int> types = GetListedTypes();
+    for (int row = 0; row < int(types.size()); ++row)
+        if (types[row] == type)
+            return row;
+    return -1;
 }
 
 const KwMaterialCurve& CKwUIMaterial::GetCurve(int curve) const
