@@ -199,6 +199,28 @@ bool CKwMFCUIMaterial::OnInitDialog()
     return ok;
 }
 
+void CKwMFCUIMaterial::SetTextToCurrentLang()
+{
+    CKwMFCUIBase::SetTextToCurrentLang();
+    // The text table lists the offered types; a stored type that is not offered follows them
+    // (see GetListedTypes). The type list's item rows stand in type code order.
+    const std::vector<int> listed = GetListedTypes();
+    QComboBox* combo = m_ui->type;
+    if (combo->count() >= int(listed.size()))
+        return;
+    std::vector<const KwTextRow*> items;
+    for (const KwTextRow& row : kTexts)
+        if (row.ctrlId == 1390 && row.to.target == T::Item)
+            items.push_back(&row);
+    {
+        const QSignalBlocker block(combo);
+        for (int row = combo->count(); row < int(listed.size()); ++row)
+            if (listed[row] >= 0 && listed[row] < int(items.size()))
+                combo->addItem(KwRowText(*items[listed[row]]));
+    }
+    SelectTypeFromEntity();
+}
+
 std::array<QWidget*, 4> CKwMFCUIMaterial::makeRow(int gridRow, const QString& symbol,
                                                   const QString& label, int labelId, int editId,
                                                   int unitId)
@@ -397,8 +419,8 @@ void CKwMFCUIMaterial::OnTypeChanged(int type)
 
 void CKwMFCUIMaterial::onFatigue(bool on)
 {
-    // No analysis of this host is a fatigue analysis yet: fatigue data waits for one.
-    if (on)
+    const CKwAnalysis* analysis = GetAnalysis();
+    if (on && !(analysis && analysis->IsFatigueAnalysis()))
         ShowAdvisory("Materials", "FatigueOptionRequiredForMaterials",
                      "Material fatigue data will not be applicable until a fatigue analysis has "
                      "been selected.");

@@ -61,6 +61,7 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    void SetTextToCurrentLang() override;
     void OnTypeChanged(int type) override;
 
 private:

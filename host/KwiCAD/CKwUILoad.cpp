@@ -5,10 +5,10 @@
 #include "CKwFEModel.h"
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
-#include "CKwXMLUtils.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
 #include "KwTableLookup.h"
+#include "KwUIText.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -16,6 +16,9 @@
 #include <cmath>
 #include <initializer_list>
 #include <span>
+
+using KwUIText::err;
+using KwUIText::prop;
 
 namespace {
 
@@ -123,18 +126,6 @@ std::span<const Subtype> subtypesOf(int type)
 constexpr double kHuge = 1.0e20;
 constexpr double kAbsoluteZero = 0.0; // K
 
-QString prop(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalPropPageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
-
-QString err(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalErrorMessageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
-
 // Fills the "%s" of a message in order.
 QString subst(QString text, std::initializer_list<QString> args)
 {
@@ -234,12 +225,7 @@ int CKwUILoad::GetUnitKind(int type, int subtype)
 
 CKwAnalysis* CKwUILoad::GetAnalysis() const
 {
-    if (m_pSubCase && m_pSubCase->GetAnalysis())
-        return m_pSubCase->GetAnalysis();
-    if (m_analysis)
-        return m_analysis;
-    CKwFEModel* model = GetModel();
-    return model && !model->m_analyses.isEmpty() ? model->m_analyses.first() : nullptr;
+    return AnalysisInContext(m_pSubCase, m_analysis, GetModel());
 }
 
 const KW_UOM* CKwUILoad::units() const { return m_pView ? m_pView->GetUnitHolder() : nullptr; }
@@ -367,8 +353,7 @@ void CKwUILoad::LoadObjectData()
                                                                  subtypesOf(l->m_type).size())))
         l->m_subtype = 0;
 
-    SetControlText(CodeName, l->GetName());
-    SetControlText(CodeID, QString::number(l->GetID()));
+    LoadNameAndID(CodeName, CodeID);
     const QStringList types = GetTypeItems();
     SetControlItems(CodeTypeItems, static_cast<int>(types.size()), types.constData());
 
@@ -486,10 +471,7 @@ void CKwUILoad::UpdateObjectData(bool)
         return;
     m_fieldErrors.clear();
     QString text;
-    if (GetControlText(CodeName, text))
-        l->SetName(text.trimmed());
-    if (GetControlText(CodeID, text))
-        l->SetID(CFMView::GetIntegerFromString(text));
+    UpdateNameAndID(CodeName, CodeID);
     readNumber(CodeMagnitude, GetMagnitudeUnitKind(), &l->m_magnitude);
     for (int i = 0; i < 3; ++i)
         readNumber(CodeDirectionX + i, KwUnitKind::Dimensionless,
@@ -507,12 +489,6 @@ void CKwUILoad::UpdateObjectData(bool)
 }
 
 // --- validation ---
-
-void CKwUILoad::showError(const QString& label, const QString& message)
-{
-    if (m_pView)
-        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
-}
 
 QString CKwUILoad::fieldLabel(int code) const
 {
@@ -548,20 +524,21 @@ int CKwUILoad::validateNumber(double value, int unitKind, double min, double max
     const KW_UOM* u = units() ? units() : &si;
     if (IsMissingValue(value) || !std::isfinite(value)) {
         const QString unit = u->GetUnits(unitKind);
-        showError(label, unit.isEmpty()
-                             ? err("Loads", "NumberRequiredNoUnit", "Enter a number.")
-                             : subst(err("Loads", "NumberRequired", "Enter a number in %s."),
-                                     {unit}));
+        ShowFieldError(
+            label, unit.isEmpty()
+                       ? err("Loads", "NumberRequiredNoUnit", "Enter a number.")
+                       : subst(err("Loads", "NumberRequired", "Enter a number in %s."), {unit}));
         return 0;
     }
     const bool low = minExclusive ? value <= min : value < min;
     if (low || value > max) {
         const QString lo = number(u->GetDisplayValue(min, unitKind));
         const QString hi = number(u->GetDisplayValue(max, unitKind));
-        showError(label, minExclusive && max >= kHuge
-                             ? subst(err("Loads", "ValueAbove", "Enter a value above %s."), {lo})
-                             : subst(err("Loads", "ValueBetween", "Enter a value from %s to %s."),
-                                     {lo, hi}));
+        ShowFieldError(
+            label,
+            minExclusive && max >= kHuge
+                ? subst(err("Loads", "ValueAbove", "Enter a value above %s."), {lo})
+                : subst(err("Loads", "ValueBetween", "Enter a value from %s to %s."), {lo, hi}));
         return 0;
     }
     return 1;
@@ -572,29 +549,14 @@ int CKwUILoad::ValidateObjectData()
     CKwLoad* l = GetEditObject();
     if (!l)
         return 0;
-    if (l->GetName().isEmpty()) {
-        showError(prop("General", "LabelName", "Name"),
-                  err("Loads", "NameRequired", "Enter a name for the load."));
+    if (!ValidateNameAndID(
+            GetModel() ? &GetModel()->m_loads : nullptr,
+            {"Loads", "Enter a name for the load.", "Another load already uses this ID."}))
         return 0;
-    }
-    if (IsMissingValue(l->GetID()) || l->GetID() <= 0) {
-        showError(prop("General", "LabelID", "ID"),
-                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
-        return 0;
-    }
-    if (CKwFEModel* model = GetModel()) {
-        for (const CKwLoad* other : model->m_loads) {
-            if (other != GetObject() && other->GetID() == l->GetID()) {
-                showError(prop("General", "LabelID", "ID"),
-                          err("Loads", "DuplicateID", "Another load already uses this ID."));
-                return 0;
-            }
-        }
-    }
     const KwLoadTypeRow* row = GetTypeRow(l->m_type);
     if (!row) {
-        showError(prop("General", "LabelType", "Type"),
-                  err("Loads", "SelectLoadType", "Select a load type."));
+        ShowFieldError(prop("General", "LabelType", "Type"),
+                       err("Loads", "SelectLoadType", "Select a load type."));
         return 0;
     }
     const unsigned flags = row->flags;
@@ -639,7 +601,7 @@ int CKwUILoad::ValidateObjectData()
             message = err("Loads", "NumberRequiredNoUnit", "Enter a number.");
         else
             message = subst(err("Loads", "NumberRequired", "Enter a number in %s."), {unit});
-        showError(fieldLabel(e.code), message);
+        ShowFieldError(fieldLabel(e.code), message);
         return 0;
     }
 
@@ -664,8 +626,8 @@ int CKwUILoad::ValidateObjectData()
                                 fieldLabel(CodeDirectionX)))
                 return 0;
         if (l->m_direction[0] == 0 && l->m_direction[1] == 0 && l->m_direction[2] == 0) {
-            showError(fieldLabel(CodeDirectionX),
-                      err("Loads", "DirectionZero", "The direction must not be zero."));
+            ShowFieldError(fieldLabel(CodeDirectionX),
+                           err("Loads", "DirectionZero", "The direction must not be zero."));
             return 0;
         }
     }
@@ -701,8 +663,8 @@ int CKwUILoad::ValidateObjectData()
                                     KwUnitKind::Length, -kHuge, kHuge, false, where))
                     return 0;
         } else if (!l->m_locationEntity || !acceptsLocation(l->m_locationEntity)) {
-            showError(where, err("Loads", "LocationRequired",
-                                 "Pick the location or enter its coordinates."));
+            ShowFieldError(where, err("Loads", "LocationRequired",
+                                      "Pick the location or enter its coordinates."));
             return 0;
         }
     }
@@ -723,22 +685,22 @@ int CKwUILoad::ValidateObjectData()
                 problem = err("Loads", "ResultsFileUnreadable", "The file cannot be read.");
         }
         if (!problem.isEmpty()) {
-            showError(label, problem);
+            ShowFieldError(label, problem);
             return 0;
         }
     }
 
     const QString selected = prop("Constraints", "LabelSelectedEntities", "Selected Entities");
     if ((flags & KwLoadFlag::NeedsEntities) && l->m_entities.isEmpty()) {
-        showError(selected, err("Loads", "NoEntitiesSelected", "Select at least one entity."));
+        ShowFieldError(selected, err("Loads", "NoEntitiesSelected", "Select at least one entity."));
         return 0;
     }
     for (const CKwUIEntity* e : l->m_entities) {
         if (!(row->accepts & e->FilterBit())) {
             const bool ids = m_pView && m_pView->GetShowIDs();
-            showError(selected, subst(err("Loads", "EntityKindRefused",
-                                          "%s cannot carry this type of load."),
-                                      {e->GetDisplayText(ids)}));
+            ShowFieldError(selected, subst(err("Loads", "EntityKindRefused",
+                                               "%s cannot carry this type of load."),
+                                           {e->GetDisplayText(ids)}));
             return 0;
         }
     }
@@ -760,24 +722,22 @@ int CKwUILoad::ValidateObjectData()
         if (!(flags & t.flag) || !t.on)
             continue;
         if (t.id <= 0) {
-            showError(prop("Loads", t.key, t.english),
-                      err("Loads", "TableRequired", "Choose a table."));
+            ShowFieldError(prop("Loads", t.key, t.english),
+                           err("Loads", "TableRequired", "Choose a table."));
             return 0;
         }
         if (!KwTableLookup::Exists(GetModel(), t.id, t.use)) {
-            showError(prop("Loads", t.key, t.english),
-                      subst(err("Loads", "TableDeleted",
-                                "Table %s no longer exists; choose another table."),
-                            {QString::number(t.id)}));
+            ShowFieldError(prop("Loads", t.key, t.english),
+                           subst(err("Loads", "TableDeleted",
+                                     "Table %s no longer exists; choose another table."),
+                                 {QString::number(t.id)}));
             return 0;
         }
     }
 
     if (l->m_subcaseIds.isEmpty()) {
-        showError(CKwXMLUtils::GetInternationalTreeItemText(QStringLiteral("Subcases"),
-                                                            QStringLiteral("TreeCategoryText"),
-                                                            QStringLiteral("Subcases")),
-                  err("Loads", "NoSubcaseSelected", "Add the load to a subcase."));
+        ShowFieldError(KwUIText::subcasesLabel(),
+                       err("Loads", "NoSubcaseSelected", "Add the load to a subcase."));
         return 0;
     }
     return 1;
@@ -790,10 +750,7 @@ void CKwUILoad::AddNewObjects()
     CKwFEModel* model = GetModel();
     if (!model || !GetEditObject())
         return;
-    auto* added = new CKwLoad(*GetEditObject());
-    model->m_loads.append(added);
-    // Further submits of this editor edit what it created.
-    m_pObject = added;
+    AppendEditCopy(model->m_loads);
 }
 
 void CKwUILoad::Display(int on)
@@ -866,9 +823,10 @@ void CKwUILoad::OnSelected(QList<CKwUIEntity*>* entities)
         entities->removeAll(e);
     if (!refused.isEmpty()) {
         const bool ids = m_pView && m_pView->GetShowIDs();
-        showError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
-                  subst(err("Loads", "EntityKindRefused", "%s cannot carry this type of load."),
-                        {refused.first()->GetDisplayText(ids)}));
+        ShowFieldError(
+            prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
+            subst(err("Loads", "EntityKindRefused", "%s cannot carry this type of load."),
+                  {refused.first()->GetDisplayText(ids)}));
     }
     Display(1);
 }

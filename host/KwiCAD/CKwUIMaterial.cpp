@@ -4,28 +4,20 @@
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwSubCase.h"
-#include "CKwXMLUtils.h"
+#include "CKwiCKAddin.h"
 #include "KW_UOM.h"
 #include "KwMaterialDatabase.h"
 #include "KwNumbers.h"
+#include "KwUIText.h"
 
 #include <QFileInfo>
 
 namespace K = KwMaterialKeys;
 
+using KwUIText::err;
+using KwUIText::prop;
+
 namespace {
-
-QString prop(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalPropPageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
-
-QString err(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalErrorMessageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
 
 // The label of a value the logic reports on: a property key's label, an extra key itself
 // (the extra values are labelled by their symbols), or the stiffness matrix caption.
@@ -76,12 +68,7 @@ CKwUIMaterial::~CKwUIMaterial() = default;
 
 CKwAnalysis* CKwUIMaterial::GetAnalysis() const
 {
-    if (m_pSubCase && m_pSubCase->GetAnalysis())
-        return m_pSubCase->GetAnalysis();
-    if (m_analysis)
-        return m_analysis;
-    CKwFEModel* model = GetModel();
-    return model && !model->m_analyses.isEmpty() ? model->m_analyses.first() : nullptr;
+    return AnalysisInContext(m_pSubCase, m_analysis, GetModel());
 }
 
 const KW_UOM* CKwUIMaterial::GetUnits() const
@@ -105,8 +92,7 @@ void CKwUIMaterial::LoadObjectData()
     if (!m)
         return;
     const KW_UOM* units = GetUnits();
-    SetControlText(CodeName, m->GetName());
-    SetControlText(CodeID, QString::number(m->GetID()));
+    LoadNameAndID(CodeName, CodeID);
     SetControlText(CodeDescription, m->m_description);
     for (int i = 0; i < K::Count; ++i) {
         SetControlText(CodeValueFirst + i, K::FormatValue(m->GetValue(i), K::UnitKind(i), units));
@@ -154,10 +140,7 @@ void CKwUIMaterial::UpdateObjectData(bool)
         *out = (units ? units : &si)->ToInternalValue(KwAtof(text), kind);
     };
     QString text;
-    if (GetControlText(CodeName, text))
-        m->SetName(text.trimmed());
-    if (GetControlText(CodeID, text))
-        m->SetID(CFMView::GetIntegerFromString(text));
+    UpdateNameAndID(CodeName, CodeID);
     if (GetControlText(CodeDescription, text))
         m->m_description = text;
     for (int i = 0; i < K::Count; ++i) {
@@ -177,37 +160,15 @@ void CKwUIMaterial::UpdateObjectData(bool)
     }
 }
 
-void CKwUIMaterial::showError(const QString& label, const QString& message)
-{
-    if (m_pView)
-        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
-}
-
 int CKwUIMaterial::ValidateObjectData()
 {
     const CKwMaterial* m = GetEditObject();
     if (!m)
         return 0;
-    if (m->GetName().isEmpty()) {
-        showError(prop("General", "LabelName", "Name"),
-                  err("Materials", "NameRequired", "Enter a name for the material."));
+    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_materials : nullptr,
+                           {"Materials", "Enter a name for the material.",
+                            "Another material already uses this ID."}))
         return 0;
-    }
-    if (IsMissingValue(m->GetID()) || m->GetID() <= 0) {
-        showError(prop("General", "LabelID", "ID"),
-                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
-        return 0;
-    }
-    if (CKwFEModel* model = GetModel()) {
-        for (const CKwMaterial* other : model->m_materials) {
-            if (other != GetObject() && other->GetID() == m->GetID()) {
-                showError(prop("General", "LabelID", "ID"),
-                          err("Materials", "DuplicateID",
-                              "Another material already uses this ID."));
-                return 0;
-            }
-        }
-    }
     if (m_badCode != 0) {
         QString label;
         int kind = KwUnitKind::Dimensionless;
@@ -223,20 +184,20 @@ int CKwUIMaterial::ValidateObjectData()
             kind = KwUnitKind::Stress;
         }
         const KW_UOM* units = GetUnits();
-        showError(label, units ? units->GetErrorMessageForUnit(kind)
-                               : err("General", "NumberRequired", "Enter a number."));
+        ShowFieldError(label, units ? units->GetErrorMessageForUnit(kind)
+                                    : err("General", "NumberRequired", "Enter a number."));
         return 0;
     }
     for (const QString& key : requiredKeys(*m)) {
         if (IsMissingValue(m->GetValue(key))) {
-            showError(labelOfKey(key),
-                      err("Materials", "ValueRequired", "A value is required for this material."));
+            ShowFieldError(labelOfKey(key), err("Materials", "ValueRequired",
+                                                "A value is required for this material."));
             return 0;
         }
     }
     const CKwMaterial::Check check = m->CheckValues();
     if (check.problem != CKwMaterial::NoProblem) {
-        showError(labelOfKey(check.key), CKwMaterial::ProblemText(check.problem));
+        ShowFieldError(labelOfKey(check.key), CKwMaterial::ProblemText(check.problem));
         return 0;
     }
     return 1;
@@ -247,10 +208,7 @@ void CKwUIMaterial::AddNewObjects()
     CKwFEModel* model = GetModel();
     if (!model || !GetEditObject())
         return;
-    auto* added = new CKwMaterial(*GetEditObject());
-    model->m_materials.append(added);
-    // Further submits of this editor edit what it created.
-    m_pObject = added;
+    AppendEditCopy(model->m_materials);
 }
 
 QString CKwUIMaterial::GetPageTitleString() const
@@ -337,6 +295,35 @@ bool CKwUIMaterial::IsTypeOffered(int type, bool explicitEnabled)
     return type < CKwMaterial::CrushableFoam || explicitEnabled;
 }
 
+std::vector<int> CKwUIMaterial::GetListedTypes() const
+{
+    const bool explicitEnabled = TheApplication && TheApplication->IsExplicitEnabledInTechPreview();
+    std::vector<int> types;
+    for (int t = 0; t < CKwMaterial::TypeCount; ++t)
+        if (IsTypeOffered(t, explicitEnabled))
+            types.push_back(t);
+    const int stored = GetObject() ? GetObject()->GetMaterialType() : -1;
+    if ((stored == CKwMaterial::Rigid || stored == CKwMaterial::Concrete) &&
+        !IsTypeOffered(stored, explicitEnabled))
+        types.push_back(stored);
+    return types;
+}
+
+int CKwUIMaterial::GetTypeFromSelection(int row) const
+{
+    const std::vector<int> types = GetListedTypes();
+    return row >= 0 && row < int(types.size()) ? types[row] : -1;
+}
+
+int CKwUIMaterial::GetSelectionFromType(int type) const
+{
+    const std::vector<int> types = GetListedTypes();
+    for (int row = 0; row < int(types.size()); ++row)
+        if (types[row] == type)
+            return row;
+    return -1;
+}
+
 const KwMaterialCurve& CKwUIMaterial::GetCurve(int curve) const
 {
     static const KwMaterialCurve none;
@@ -365,7 +352,7 @@ bool CKwUIMaterial::LoadMaterialFromFile(const QString& path, int which, QString
     if (!m && why.isEmpty())
         why = err("Materials", "NothingToLoadInto", "There is no material to load into.");
     if (!why.isEmpty()) {
-        showError(QFileInfo(path).fileName(), why);
+        ShowFieldError(QFileInfo(path).fileName(), why);
         if (error)
             *error = why;
         return false;

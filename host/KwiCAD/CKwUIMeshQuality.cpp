@@ -1,9 +1,9 @@
 #include "CKwUIMeshQuality.h"
 
 #include "CFMView.h"
-#include "CKwXMLUtils.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
+#include "KwUIText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,16 +13,11 @@ namespace {
 
 using Q = CKwMeshModel::QualityCheck;
 
-QString prop(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalPropPageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
+using KwUIText::prop;
 
 QString err(const char* key, const char* english)
 {
-    return CKwXMLUtils::GetInternationalErrorMessageItemText(
-        QStringLiteral("MeshQuality"), QString::fromLatin1(key), QString::fromUtf8(english));
+    return KwUIText::err("MeshQuality", key, english);
 }
 
 // Family and measure caption of each check (the failed-elements window's column keys).
@@ -184,12 +179,6 @@ void CKwUIMeshQuality::UpdateObjectData(bool)
     }
 }
 
-void CKwUIMeshQuality::showError(const QString& label, const QString& message) const
-{
-    if (m_pView)
-        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
-}
-
 int CKwUIMeshQuality::ValidateObjectData()
 {
     const CKwMeshModel* p = GetEditObject();
@@ -206,27 +195,27 @@ int CKwUIMeshQuality::ValidateObjectData()
         anyOn = true;
         const int status = m_readStatus[c];
         if (status == BadNegative) {
-            showError(FieldName(check), err("LimitNegative", "Enter a limit of 0 or more."));
+            ShowFieldError(FieldName(check), err("LimitNegative", "Enter a limit of 0 or more."));
             return 0;
         }
         if (status == BadAboveOne) {
-            showError(FieldName(check),
-                      err("JacobianLimitAboveOne",
-                          "Enter a limit from 0 to 1: no element's Jacobian is above 1."));
+            ShowFieldError(FieldName(check),
+                           err("JacobianLimitAboveOne",
+                               "Enter a limit from 0 to 1: no element's Jacobian is above 1."));
             return 0;
         }
         if (status != 0) {
             const QString unit = u->GetUnits(UnitKindOf(check));
-            showError(FieldName(check),
-                      unit.isEmpty() ? err("LimitNumberRequired", "Enter a number.")
-                                     : err("LimitNumberRequiredUnit", "Enter a number in %s.")
-                                           .replace(QStringLiteral("%s"), unit));
+            ShowFieldError(FieldName(check),
+                           unit.isEmpty() ? err("LimitNumberRequired", "Enter a number.")
+                                          : err("LimitNumberRequiredUnit", "Enter a number in %s.")
+                                                .replace(QStringLiteral("%s"), unit));
             return 0;
         }
     }
     if (!anyOn) {
-        showError(GetPageTitleString(),
-                  err("NoCheckSelected", "Switch on at least one check."));
+        ShowFieldError(GetPageTitleString(),
+                       err("NoCheckSelected", "Switch on at least one check."));
         return 0;
     }
     return 1;
@@ -244,9 +233,9 @@ CKwUIMeshQuality::RunStatus CKwUIMeshQuality::RunCheck()
     m_results.CheckMeshQuality(mesh, units());
     m_meshEmpty = m_results.GetCheckedElementCount() == 0;
     if (m_meshEmpty)
-        showError(GetPageTitleString(),
-                  err("MeshEmpty",
-                      "The mesh has no triangles, quadrilaterals or tetrahedra to check."));
+        ShowFieldError(
+            GetPageTitleString(),
+            err("MeshEmpty", "The mesh has no triangles, quadrilaterals or tetrahedra to check."));
     return RunChecked;
 }
 

@@ -3,26 +3,17 @@
 #include "CFMView.h"
 #include "CKwFEModel.h"
 #include "CKwMaterial.h"
-#include "CKwXMLUtils.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
+#include "KwUIText.h"
 
 #include <QStringList>
 #include <array>
 
+using KwUIText::err;
+using KwUIText::prop;
+
 namespace {
-
-QString prop(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalPropPageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
-
-QString err(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalErrorMessageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
 
 const KW_UOM& si()
 {
@@ -75,8 +66,7 @@ void CKwUIPhysicalProperty::LoadObjectData()
     const CKwPhysicalProperty* p = GetEditObject();
     if (!p)
         return;
-    SetControlText(CodeName, p->GetName());
-    SetControlText(CodeID, QString::number(p->GetID()));
+    LoadNameAndID(CodeName, CodeID);
     QStringList names;
     if (CKwFEModel* model = GetModel())
         for (const CKwMaterial* m : model->m_materials)
@@ -93,10 +83,7 @@ void CKwUIPhysicalProperty::UpdateObjectData(bool)
     if (!p)
         return;
     QString text;
-    if (GetControlText(CodeName, text))
-        p->SetName(text.trimmed());
-    if (GetControlText(CodeID, text))
-        p->SetID(CFMView::GetIntegerFromString(text));
+    UpdateNameAndID(CodeName, CodeID);
     if (GetControlText(CodeThickness, text)) {
         text = text.trimmed();
         // A text that is no number leaves the thickness as it was and is refused on submit.
@@ -108,54 +95,33 @@ void CKwUIPhysicalProperty::UpdateObjectData(bool)
     }
 }
 
-void CKwUIPhysicalProperty::showError(const QString& label, const QString& message)
-{
-    if (m_pView)
-        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
-}
-
 int CKwUIPhysicalProperty::ValidateObjectData()
 {
     CKwPhysicalProperty* p = GetEditObject();
     if (!p)
         return 0;
-    if (p->GetName().isEmpty()) {
-        showError(prop("General", "LabelName", "Name"),
-                  err("PhysicalProperties", "NameRequired", "Enter a name for the property."));
+    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_properties : nullptr,
+                           {"PhysicalProperties", "Enter a name for the property.",
+                            "Another property already uses this ID."}))
         return 0;
-    }
-    if (IsMissingValue(p->GetID()) || p->GetID() <= 0) {
-        showError(prop("General", "LabelID", "ID"),
-                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
-        return 0;
-    }
-    CKwFEModel* model = GetModel();
-    if (model) {
-        for (const CKwPhysicalProperty* other : model->m_properties) {
-            if (other != GetObject() && other->GetID() == p->GetID()) {
-                showError(prop("General", "LabelID", "ID"),
-                          err("PhysicalProperties", "DuplicateID",
-                              "Another property already uses this ID."));
-                return 0;
-            }
-        }
+    if (GetModel()) {
         int row = -1;
         GetValue(FieldMaterial, row);
         if (row < 0) {
-            showError(prop("PhysicalProperties", "LabelMaterial", "Material"),
-                      err("PhysicalProperties", "MaterialRequired", "Choose a material."));
+            ShowFieldError(prop("PhysicalProperties", "LabelMaterial", "Material"),
+                           err("PhysicalProperties", "MaterialRequired", "Choose a material."));
             return 0;
         }
     }
     if (p->m_idealization == CKwPhysicalProperty::Shell) {
         const QString label = prop("PhysicalProperties", "LabelThickness", "Thickness");
         if (m_badThickness) {
-            showError(label, GetUnits()->GetErrorMessageForUnit(KwUnitKind::Length));
+            ShowFieldError(label, GetUnits()->GetErrorMessageForUnit(KwUnitKind::Length));
             return 0;
         }
         if (IsMissingValue(p->m_thickness) || !(p->m_thickness > 0)) {
-            showError(label, err("PhysicalProperties", "PositiveThicknessRequired",
-                                 "Enter a thickness above zero."));
+            ShowFieldError(label, err("PhysicalProperties", "PositiveThicknessRequired",
+                                      "Enter a thickness above zero."));
             return 0;
         }
     }
@@ -163,14 +129,14 @@ int CKwUIPhysicalProperty::ValidateObjectData()
         const QString label = prop("PhysicalProperties", "LabelCrossSection", "Cross Section");
         if (p->m_elementKind == CKwPhysicalProperty::KindBar &&
             p->m_sectionShape == CKwPhysicalProperty::L) {
-            showError(label, err("PhysicalProperties", "LSectionNotSupported",
-                                 "L section not supported for bar elements"));
+            ShowFieldError(label, err("PhysicalProperties", "LSectionNotSupported",
+                                      "L section not supported for bar elements"));
             return 0;
         }
         std::array<double, KwSectionValue::Count> values{};
         if (!p->ComputeSectionProperties(1, values.data())) {
-            showError(label, err("PhysicalProperties", "SectionRequired",
-                                 "Define a valid cross section for the beam."));
+            ShowFieldError(label, err("PhysicalProperties", "SectionRequired",
+                                      "Define a valid cross section for the beam."));
             return 0;
         }
         p->m_sectionArea = values[KwSectionValue::Area];
@@ -183,10 +149,7 @@ void CKwUIPhysicalProperty::AddNewObjects()
     CKwFEModel* model = GetModel();
     if (!model || !GetEditObject())
         return;
-    auto* added = new CKwPhysicalProperty(*GetEditObject());
-    model->m_properties.append(added);
-    // Further submits of this editor edit what it created.
-    m_pObject = added;
+    AppendEditCopy(model->m_properties);
 }
 
 QString CKwUIPhysicalProperty::GetPageTitleString() const

@@ -5,12 +5,15 @@
 #include "CKwFEModel.h"
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
-#include "CKwXMLUtils.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
+#include "KwUIText.h"
 
 #include <QStringList>
 #include <vector>
+
+using KwUIText::err;
+using KwUIText::prop;
 
 namespace {
 
@@ -19,18 +22,6 @@ constexpr int kTypeOfRow[] = {CKwRestraint::Structural, CKwRestraint::Pin,
                               CKwRestraint::Frictionless, CKwRestraint::ResponseSpectrum,
                               CKwRestraint::Thermal, CKwRestraint::RigidExplicit};
 
-QString prop(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalPropPageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
-
-QString err(const char* section, const char* key, const char* english)
-{
-    return CKwXMLUtils::GetInternationalErrorMessageItemText(
-        QString::fromLatin1(section), QString::fromLatin1(key), QString::fromUtf8(english));
-}
-
 } // namespace
 
 CKwUIRestraint::CKwUIRestraint() = default;
@@ -38,12 +29,7 @@ CKwUIRestraint::~CKwUIRestraint() = default;
 
 CKwAnalysis* CKwUIRestraint::GetAnalysis() const
 {
-    if (m_pSubCase && m_pSubCase->GetAnalysis())
-        return m_pSubCase->GetAnalysis();
-    if (m_analysis)
-        return m_analysis;
-    CKwFEModel* model = GetModel();
-    return model && !model->m_analyses.isEmpty() ? model->m_analyses.first() : nullptr;
+    return AnalysisInContext(m_pSubCase, m_analysis, GetModel());
 }
 
 int CKwUIRestraint::GetTypeFromSelection(int index) const
@@ -83,8 +69,7 @@ void CKwUIRestraint::LoadObjectData()
     CKwRestraint* r = GetEditObject();
     if (!r)
         return;
-    SetControlText(CodeName, r->GetName());
-    SetControlText(CodeID, QString::number(r->GetID()));
+    LoadNameAndID(CodeName, CodeID);
     if (CKwFEModel* model = GetModel()) {
         const QStringList cs = model->m_coordinateSystems;
         SetControlItems(CodeCoordSystems, static_cast<int>(cs.size()), cs.constData());
@@ -119,10 +104,7 @@ void CKwUIRestraint::UpdateObjectData(bool)
     if (!r)
         return;
     QString text;
-    if (GetControlText(CodeName, text))
-        r->SetName(text.trimmed());
-    if (GetControlText(CodeID, text))
-        r->SetID(CFMView::GetIntegerFromString(text));
+    UpdateNameAndID(CodeName, CodeID);
     if (GetControlText(CodeTemperature, text)) {
         const KW_UOM* units = m_pView ? m_pView->GetUnitHolder() : nullptr;
         r->m_temperature =
@@ -130,54 +112,30 @@ void CKwUIRestraint::UpdateObjectData(bool)
     }
 }
 
-void CKwUIRestraint::showError(const QString& label, const QString& message)
-{
-    if (m_pView)
-        m_pView->ShowBubbleToolTipError(QStringLiteral("%1 - \n '%2'").arg(label, message), 0);
-}
-
 int CKwUIRestraint::ValidateObjectData()
 {
     CKwRestraint* r = GetEditObject();
     if (!r)
         return 0;
-    if (r->GetName().isEmpty()) {
-        showError(prop("General", "LabelName", "Name"),
-                  err("Constraints", "NameRequired", "Enter a name for the constraint."));
+    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_restraints : nullptr,
+                           {"Constraints", "Enter a name for the constraint.",
+                            "Another constraint already uses this ID."}))
         return 0;
-    }
-    if (IsMissingValue(r->GetID()) || r->GetID() <= 0) {
-        showError(prop("General", "LabelID", "ID"),
-                  err("General", "PositiveIntegerRequired", "Enter a positive whole number."));
-        return 0;
-    }
-    if (CKwFEModel* model = GetModel()) {
-        for (const CKwRestraint* other : model->m_restraints) {
-            if (other != GetObject() && other->GetID() == r->GetID()) {
-                showError(prop("General", "LabelID", "ID"),
-                          err("Constraints", "DuplicateID",
-                              "Another constraint already uses this ID."));
-                return 0;
-            }
-        }
-    }
     if (r->m_entities.isEmpty()) {
-        showError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
-                  err("Constraints", "NoEntitiesSelected", "Select at least one entity."));
+        ShowFieldError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
+                       err("Constraints", "NoEntitiesSelected", "Select at least one entity."));
         return 0;
     }
     if (r->m_type == CKwRestraint::Thermal && IsMissingValue(r->m_temperature)) {
-        showError(prop("Constraints", "LabelThermalConstraint", "Temperature"),
-                  err("Constraints", "TemperatureRequired", "Enter the temperature."));
+        ShowFieldError(prop("Constraints", "LabelThermalConstraint", "Temperature"),
+                       err("Constraints", "TemperatureRequired", "Enter the temperature."));
         return 0;
     }
     if (!ValidateCoordSysForPinAndFrictionlessConstraint())
         return 0;
     if (r->m_subcaseIds.isEmpty()) {
-        showError(CKwXMLUtils::GetInternationalTreeItemText(QStringLiteral("Subcases"),
-                                                            QStringLiteral("TreeCategoryText"),
-                                                            QStringLiteral("Subcases")),
-                  err("Constraints", "NoSubcaseSelected", "Add the constraint to a subcase."));
+        ShowFieldError(KwUIText::subcasesLabel(),
+                       err("Constraints", "NoSubcaseSelected", "Add the constraint to a subcase."));
         return 0;
     }
     return 1;
@@ -190,9 +148,9 @@ int CKwUIRestraint::ValidateCoordSysForPinAndFrictionlessConstraint()
         return 1;
     for (const CKwUIEntity* e : r->m_entities) {
         if (e->GetKind() != CKwUIEntity::Face) {
-            showError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
-                      err("Constraints", "FacesOnly",
-                          "Pin and frictionless constraints act on faces only."));
+            ShowFieldError(prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
+                           err("Constraints", "FacesOnly",
+                               "Pin and frictionless constraints act on faces only."));
             return 0;
         }
     }
@@ -204,10 +162,7 @@ void CKwUIRestraint::AddNewObjects()
     CKwFEModel* model = GetModel();
     if (!model || !GetEditObject())
         return;
-    auto* added = new CKwRestraint(*GetEditObject());
-    model->m_restraints.append(added);
-    // Further submits of this editor edit what it created.
-    m_pObject = added;
+    AppendEditCopy(model->m_restraints);
 }
 
 void CKwUIRestraint::Display(int on)

@@ -2,6 +2,7 @@
 // values, advisories), OK writing the model, the hidden request on an open editor, the
 // point-table hook and every caption through the language service.
 #include "CFMView.h"
+#include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
@@ -13,6 +14,7 @@
 #include "KwMaterialKeys.h"
 #include "KwTestSupport.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -226,6 +228,99 @@ TEST_F(MaterialEditor, everyCaptionOfEveryTypePassesThroughTheLanguageService)
     CKwXMLUtils::SetCurrentLanguage("en");
     bad.removeDuplicates();
     EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
+}
+
+// A stored rigid or concrete material keeps its type in the list while the list does not offer
+// it (after the offered types), and OK without a change stores it as it was.
+TEST_F(MaterialEditor, aStoredTypeTheListDoesNotOfferIsStillShown)
+{
+    struct Case
+    {
+        int type;
+        bool explicitEnabled;
+        int count, row;
+        const char* text;
+    };
+    const Case cases[] = {
+        {CKwMaterial::Rigid, false, 8, 7, "Rigid"},
+        {CKwMaterial::Concrete, false, 8, 7, "Concrete"},
+        {CKwMaterial::Rigid, true, 10, 8, "Rigid"},
+        {CKwMaterial::Concrete, true, 10, 9, "Concrete"},
+        {CKwMaterial::Nitinol, false, 7, 5, "Nitinol"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text + std::string(c.explicitEnabled ? " offered" : " not offered"));
+        host.addin->SetExplicitEnabledInTechPreview(c.explicitEnabled);
+        CKwMaterial* m = host.model->m_materials.first();
+        ASSERT_TRUE(m->SetMaterialType(c.type));
+        CKwMFCUIMaterial* d = open(m);
+        ASSERT_NE(d, nullptr);
+        QComboBox* type = typeCombo(d);
+        ASSERT_EQ(type->count(), c.count);
+        EXPECT_EQ(type->currentIndex(), c.row);
+        EXPECT_EQ(type->currentText(), c.text);
+        EXPECT_EQ(type->itemText(6), "Viscoelastic");
+        // Away and back through the list: the row still means the stored type.
+        type->setCurrentIndex(CKwMaterial::Isotropic);
+        EXPECT_EQ(d->GetEditObject()->GetMaterialType(), CKwMaterial::Isotropic);
+        type->setCurrentIndex(c.row);
+        EXPECT_EQ(d->GetEditObject()->GetMaterialType(), c.type);
+        KwControl<QPushButton>(d, 1)->click();
+        EXPECT_EQ(host.view->GetOpenDialog(), nullptr)
+            << host.view->GetLastBubbleText().toStdString();
+        EXPECT_EQ(m->GetMaterialType(), c.type);
+    }
+    // A material of an offered type sees the plain list.
+    host.addin->SetExplicitEnabledInTechPreview(false);
+    ASSERT_TRUE(host.model->m_materials[1]->SetMaterialType(CKwMaterial::Isotropic));
+    CKwMFCUIMaterial* d = open(host.model->m_materials[1]);
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(typeCombo(d)->count(), 7);
+}
+
+// Fatigue data waits for a fatigue analysis: switching it on says so unless the material is
+// edited for one; switching it off says nothing.
+TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
+{
+    const QString advisory = "Material fatigue data will not be applicable until a fatigue "
+                             "analysis has been selected.";
+    struct Case
+    {
+        int analysisType; // 0: the model has no analysis
+        bool on;
+        bool shown;
+    };
+    const Case cases[] = {
+        {CKwAnalysis::LinearStatic, true, true},
+        {CKwAnalysis::NonlinearStatic, true, true},
+        {0, true, true},
+        {CKwAnalysis::Fatigue, true, false},
+        {CKwAnalysis::LinearStatic, false, false},
+        {CKwAnalysis::Fatigue, false, false},
+    };
+    QList<CKwAnalysis*> analyses = host.model->m_analyses;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.analysisType) + (c.on ? " on" : " off"));
+        if (c.analysisType == 0) {
+            host.model->m_analyses.clear();
+        } else {
+            host.model->m_analyses = analyses;
+            analyses.first()->SetAnalysisTypeCode(c.analysisType);
+        }
+        CKwMaterial* m = host.model->m_materials.first();
+        m->m_fatigueOn = !c.on;
+        CKwMFCUIMaterial* d = open(m);
+        ASSERT_NE(d, nullptr);
+        host.view->ClearBubbleRecord();
+        KwControl<QCheckBox>(d, 1393)->click();
+        EXPECT_EQ(d->GetEditObject()->m_fatigueOn, c.on);
+        EXPECT_EQ(host.view->GetBubbleCount(), c.shown ? 1 : 0);
+        if (c.shown)
+            EXPECT_EQ(host.view->GetLastBubbleText(), advisory);
+        KwControl<QPushButton>(d, 2)->click();
+        EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+    }
+    host.model->m_analyses = analyses;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "CKwFEModel.h"
 #include "CKwUIMaterial.h"
 #include "CKwXMLUtils.h"
+#include "CKwiCKAddin.h"
 #include "KW_UOM.h"
 #include "KwMaterialDatabase.h"
 #include "KwNumbers.h"
@@ -275,6 +276,48 @@ TEST_F(MaterialLogic, loadingFromAFileIsAllOrNothing)
     EXPECT_EQ(m->m_hyperelasticModel, CKwMaterial::Yeoh);
     EXPECT_TRUE(IsMissingValue(m->GetValue("EX")));
     EXPECT_EQ(logic.texts[CKwUIMaterial::CodeExtraFirst + int(CKwMaterial::A10)], "0.5");
+}
+
+// Rows of the type list and type codes: the offered types in code order, then a stored rigid or
+// concrete type that is not offered; an edited (not yet stored) type changes nothing.
+TEST_F(MaterialLogic, typeListRowsFollowTheOfferedTypesAndTheStoredOne)
+{
+    struct Case
+    {
+        int stored; // -1: a new material
+        bool explicitEnabled;
+        std::vector<int> listed;
+    };
+    const std::vector<int> seven = {0, 1, 2, 3, 4, 5, 6};
+    const std::vector<int> ten = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    const Case cases[] = {
+        {-1, false, seven},
+        {CKwMaterial::Isotropic, false, seven},
+        {CKwMaterial::Rigid, false, {0, 1, 2, 3, 4, 5, 6, 8}},
+        {CKwMaterial::Concrete, false, {0, 1, 2, 3, 4, 5, 6, 9}},
+        {CKwMaterial::Rigid, true, ten},
+        {-1, true, ten},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.stored) + (c.explicitEnabled ? " explicit" : ""));
+        host.addin->SetExplicitEnabledInTechPreview(c.explicitEnabled);
+        CKwMaterial* m = host.model->m_materials.first();
+        if (c.stored >= 0)
+            ASSERT_TRUE(m->SetMaterialType(c.stored));
+        DialogLogic logic;
+        logic.OnCreate(host.view.get(), c.stored >= 0 ? m : nullptr, nullptr);
+        // The edit copy's type is not what decides the list.
+        logic.SetValue(CKwUIMaterial::FieldType, CKwMaterial::Concrete);
+        EXPECT_EQ(logic.GetListedTypes(), c.listed);
+        const int rows = static_cast<int>(c.listed.size());
+        for (int row = 0; row < rows; ++row) {
+            EXPECT_EQ(logic.GetTypeFromSelection(row), c.listed[row]);
+            EXPECT_EQ(logic.GetSelectionFromType(c.listed[row]), row);
+        }
+        EXPECT_EQ(logic.GetTypeFromSelection(rows), -1);
+        EXPECT_EQ(logic.GetTypeFromSelection(-1), -1);
+        EXPECT_EQ(logic.GetSelectionFromType(CKwMaterial::TypeCount), -1);
+    }
 }
 
 } // namespace

@@ -12,7 +12,7 @@ class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
 public:
     // Analysis type codes of the model.
     enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 10, NonlinearTransient = 13,
-                    ResponseSpectrum = 20, ExplicitDynamics = 30 };
+                    ResponseSpectrum = 20, ExplicitDynamics = 30, Fatigue = 40 };
 
     CKwAnalysis(int id = 0, const QString& name = QString(), int typeCode = LinearStatic);
     ~CKwAnalysis() override;
@@ -22,6 +22,8 @@ public:
     void SetAnalysisTypeCode(int code) { m_typeCode = code; }
     bool IsExplicitAnalysis() const { return m_explicit || m_typeCode == ExplicitDynamics; }
     void SetExplicit(bool on) { m_explicit = on; }
+    // Fatigue data of materials is used by fatigue analyses only.
+    bool IsFatigueAnalysis() const { return m_typeCode == Fatigue; }
 
     // Takes ownership.
     CKwSubCase* AddSubCase(CKwSubCase* subcase);

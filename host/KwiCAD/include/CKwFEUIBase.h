@@ -114,6 +114,39 @@ protected:
     // A new entity with defaults and the next free id.
     virtual std::unique_ptr<T> CreateNewObject() = 0;
 
+    // Name and ID controls: filled from the edit copy, read back (the name trimmed).
+    void LoadNameAndID(int nameCode, int idCode)
+    {
+        SetControlText(nameCode, m_edit->GetName());
+        SetControlText(idCode, QString::number(m_edit->GetID()));
+    }
+    void UpdateNameAndID(int nameCode, int idCode)
+    {
+        QString text;
+        if (GetControlText(nameCode, text))
+            m_edit->SetName(text.trimmed());
+        if (GetControlText(idCode, text))
+            m_edit->SetID(CFMView::GetIntegerFromString(text));
+    }
+    // The name and ID checks of the edit copy (see ValidateIdentity); `all` is the model's
+    // list of the kind (null without a model), where the entity being edited may keep its ID.
+    int ValidateNameAndID(const QList<T*>* all, const IdentityTexts& texts) const
+    {
+        bool taken = false;
+        if (all)
+            for (const T* other : *all)
+                if (other != m_pObject && other->GetID() == m_edit->GetID())
+                    taken = true;
+        return ValidateIdentity(m_edit->GetName(), m_edit->GetID(), taken, texts);
+    }
+    // Appends a copy of the edit copy to the model's list; further submits edit that copy.
+    void AppendEditCopy(QList<T*>& all)
+    {
+        auto* added = new T(*m_edit);
+        all.append(added);
+        m_pObject = added;
+    }
+
     T* m_pObject = nullptr;
     CKwSubCase* m_pSubCase = nullptr;
     std::unique_ptr<T> m_edit;

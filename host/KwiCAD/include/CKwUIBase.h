@@ -11,6 +11,8 @@
 
 class CFMView;
 class CKwAnalysis;
+class CKwFEModel;
+class CKwSubCase;
 class CKwUIEntity;
 
 class KWICAD_EXPORT CKwUIBase
@@ -75,6 +77,27 @@ public:
     virtual int SetValue(int field, int value) { return 0; }
 
 protected:
+    // --- checks and messages every entity logic shares ---
+    // The entity kind's own texts of the name and ID checks: the section of its messages and
+    // the English defaults of its "NameRequired" and "DuplicateID" messages.
+    struct IdentityTexts
+    {
+        const char* section;
+        const char* nameRequired;
+        const char* duplicateId;
+    };
+    // Shows a field's problem as the view's error bubble, "label - \n 'message'"; nothing
+    // without a view.
+    void ShowFieldError(const QString& label, const QString& message) const;
+    // The name and ID checks, in this order: a name, an ID above zero, an ID no other entity of
+    // the kind has (`idTaken`). 1 when all pass; otherwise 0 after the field's message.
+    int ValidateIdentity(const QString& name, int id, bool idTaken,
+                         const IdentityTexts& texts) const;
+    // The analysis an editor works for: its subcase's, else the one chosen for it, else the
+    // model's first; null when there is none.
+    static CKwAnalysis* AnalysisInContext(const CKwSubCase* subcase, CKwAnalysis* chosen,
+                                          const CKwFEModel* model);
+
     CFMView* m_pView = nullptr;
     QString m_lastMessage;
 };

@@ -173,7 +173,6 @@ private:
         int status; // KW_UOM::ParseStatus
         QString unitSeen;
     };
-    void showError(const QString& label, const QString& message);
     const KW_UOM* units() const;
     QString shown(double internalValue, int unitKind) const;
     void readNumber(int code, int unitKind, double* target);

@@ -8,6 +8,8 @@
 #include "CKwFEUIBase.h"
 #include "CKwMaterial.h"
 
+#include <vector>
+
 class CKwAnalysis;
 class KW_UOM;
 
@@ -32,9 +34,14 @@ public:
 
     // Whether the type list offers a type. Crushable foam, rigid and concrete materials are
     // used by explicit analyses only, so they are offered while explicit analyses are enabled
-    // in the tech preview; every other type always. The type list is the type codes in order,
-    // so a row is its type code.
+    // in the tech preview; every other type always.
     static bool IsTypeOffered(int type, bool explicitEnabled);
+    // The types the type list shows, row by row: the offered ones in code order (explicit
+    // analyses enabled or not as the add-in says), then the stored material's own type when it
+    // is rigid or concrete and not offered, so that the list shows what is stored.
+    std::vector<int> GetListedTypes() const;
+    int GetTypeFromSelection(int row) const override;
+    int GetSelectionFromType(int type) const override;
 
     // The analysis the material is edited for (advisories, fatigue and PPFA messages).
     void SetAnalysis(CKwAnalysis* analysis) { m_analysis = analysis; }
@@ -77,7 +84,6 @@ protected:
     std::unique_ptr<CKwMaterial> CreateNewObject() override;
 
 private:
-    void showError(const QString& label, const QString& message);
     // The first control text that was not a number: its code and its text.
     int m_badCode = 0;
     QString m_badText;

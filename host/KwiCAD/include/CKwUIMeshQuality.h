@@ -57,7 +57,6 @@ protected:
 
 private:
     const KW_UOM* units() const;
-    void showError(const QString& label, const QString& message) const;
     static void copyParams(const CKwMeshModel& from, CKwMeshModel& to);
 
     const KW_UOM* m_units = nullptr;

@@ -53,6 +53,5 @@ protected:
     std::unique_ptr<CKwPhysicalProperty> CreateNewObject() override;
 
 private:
-    void showError(const QString& label, const QString& message);
     bool m_badThickness = false;
 };

@@ -56,8 +56,6 @@ protected:
     std::unique_ptr<CKwRestraint> CreateNewObject() override;
 
 private:
-    void showError(const QString& label, const QString& message);
-
     CKwAnalysis* m_analysis = nullptr;
     int m_drawListResets = 0;
     int m_displayCalls = 0;
