@@ -16,6 +16,7 @@
 #include "ui_CKwMFCUIMaterial.h"
 
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -73,6 +74,8 @@ bool offered()
 
 constexpr KwTextRow kTexts[] = {
     {1370, "Materials", "LabelGeneral", "General"},
+    {CKwMFCUIMaterial::kAijTitleId, "Materials", "LabelDistortionalDeformationConstants",
+     "Distortional Deformation Constants(Aij)"},
     {1360, "General", "LabelName", "Name", true},
     {1361, "General", "LabelID", "ID", true},
     {1362, "General", "LabelType", "Type", true},
@@ -259,8 +262,13 @@ bool CKwMFCUIMaterial::ensureRows(int type)
         made = true;
     }
     for (int e : CKwMaterial::ExtrasForType(type)) {
-        if (e < 0 || e >= kExtras || m_extraRows[e][0])
+        if (e < 0 || e >= kExtras || m_extraRows[e][2])
             continue;
+        if (e <= CKwMaterial::A03) {
+            makeAijGrid();
+            made = true;
+            continue;
+        }
         m_extraRows[e] = makeRow(K::Count + e, CKwMaterial::ExtraKey(e),
                                  KwLabel(KwPropText("Materials", kExtraLabels[e].key,
                                                     kExtraLabels[e].english)),
@@ -292,14 +300,88 @@ bool CKwMFCUIMaterial::ensureRows(int type)
     return made;
 }
 
+void CKwMFCUIMaterial::makeAijGrid()
+{
+    if (m_aijGrid)
+        return;
+    m_aijGrid = new QWidget(m_ui->hyperelastic);
+    auto* grid = new QGridLayout(m_aijGrid);
+    grid->setContentsMargins(0, 0, 0, 0);
+    auto* title = new QLabel(KwPropText("Materials", "LabelDistortionalDeformationConstants",
+                                       "Distortional Deformation Constants(Aij)"),
+                             m_aijGrid);
+    KwSetControlId(title, kAijTitleId);
+    grid->addWidget(title, 0, 0, 1, 6);
+    // Heads: i down the side, j across the top.
+    auto* corner = new QLabel(QStringLiteral("i \\ j"), m_aijGrid);
+    corner->setProperty("kwData", true);
+    grid->addWidget(corner, 1, 0);
+    for (int n = 0; n <= 3; ++n) {
+        auto* across = new QLabel(QString::number(n), m_aijGrid);
+        auto* down = new QLabel(QString::number(n), m_aijGrid);
+        for (QLabel* head : {across, down}) {
+            head->setProperty("kwData", true);
+            head->setAlignment(Qt::AlignCenter);
+        }
+        grid->addWidget(across, 1, n + 1);
+        grid->addWidget(down, n + 2, 0);
+    }
+    auto* unit = new QLabel(m_aijGrid);
+    unit->setProperty("kwData", true);
+    KwSetControlId(unit, kExtraUnitIdBase + CKwMaterial::A10);
+    grid->addWidget(unit, 2, 5);
+    // The extras A10 ... A03 in their own order, each at (i, j) from its symbol.
+    for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e) {
+        const QString symbol = CKwMaterial::ExtraKey(e);
+        const int i = symbol.at(1).digitValue();
+        const int j = symbol.at(2).digitValue();
+        auto* cell = new QLineEdit(m_aijGrid);
+        cell->setMinimumWidth(70);
+        cell->setToolTip(symbol);
+        KwSetControlId(cell, kExtraIdBase + e);
+        grid->addWidget(cell, i + 2, j + 1);
+        m_extraRows[e] = {nullptr, nullptr, cell, e == CKwMaterial::A10 ? unit : nullptr};
+        m_freshExtras.push_back(e);
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(2, 1);
+    grid->setColumnStretch(3, 1);
+    grid->setColumnStretch(4, 1);
+    m_ui->hyperGrid->addWidget(m_aijGrid, 2, 0, 1, 3);
+    connect(m_ui->model, &QComboBox::currentIndexChanged, this, [this] { enableAijCells(); });
+}
+
+void CKwMFCUIMaterial::enableAijCells()
+{
+    if (!m_aijGrid)
+        return;
+    // The constants each model is built from; Ogden takes its moduli and exponents instead.
+    using E = CKwMaterial::Extra;
+    static constexpr std::array<unsigned, CKwMaterial::HyperelasticModelCount> kUsed = {
+        1u << E::A10,                                        // Neo-Hookean
+        1u << E::A10 | 1u << E::A01,                         // Mooney-Rivlin
+        1u << E::A10 | 1u << E::A20 | 1u << E::A30,          // Yeoh
+        0u,                                                  // Ogden
+        (1u << (E::A03 + 1)) - 1,                            // Polynomial
+    };
+    const int model = m_ui->model->currentIndex();
+    const unsigned used = model >= 0 && model < int(kUsed.size()) ? kUsed[model] : 0u;
+    for (int e = E::A10; e <= E::A03; ++e)
+        if (QWidget* cell = m_extraRows[e][2])
+            cell->setEnabled((used >> e) & 1u);
+}
+
 bool CKwMFCUIMaterial::isAbsentCode(int code) const
 {
-    const auto absent = [](const auto& rows, int first, int code) {
+    // A row is there when its value edit (slot 2) or its unit label (slot 3) is; the Aij grid
+    // has one unit label for all its cells.
+    const auto absent = [](const auto& rows, int first, int code, int slot) {
         const int i = code - first;
-        return i >= 0 && i < int(rows.size()) && !rows[i][0];
+        return i >= 0 && i < int(rows.size()) && !rows[i][slot];
     };
-    if (absent(m_keyRows, CodeValueFirst, code) || absent(m_keyRows, CodeUnitFirst, code) ||
-        absent(m_extraRows, CodeExtraFirst, code) || absent(m_extraRows, CodeExtraUnitFirst, code))
+    if (absent(m_keyRows, CodeValueFirst, code, 2) || absent(m_keyRows, CodeUnitFirst, code, 3) ||
+        absent(m_extraRows, CodeExtraFirst, code, 2) ||
+        absent(m_extraRows, CodeExtraUnitFirst, code, 3))
         return true;
     return !m_matrixMade && ((code >= CodeMatrixFirst && code < CodeMatrixFirst + kMatrix) ||
                              code == CodeMatrixUnit);
@@ -377,12 +459,14 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
             w->setVisible(on);
     }
     for (int e = 0; e < kExtras; ++e) {
-        if (!m_extraRows[e][0])
+        if (!m_extraRows[e][2])
             continue;
         const bool on = std::find(extras.begin(), extras.end(), e) != extras.end();
         for (QWidget* w : m_extraRows[e])
-            w->setVisible(on);
+            if (w)
+                w->setVisible(on);
     }
+    enableAijCells();
     m_ui->matrix->setVisible(type == CKwMaterial::Anisotropic3D);
     m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);
     m_ui->stressStrain->setVisible(type == CKwMaterial::Isotropic ||

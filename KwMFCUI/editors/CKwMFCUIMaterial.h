@@ -32,6 +32,7 @@ public:
     static constexpr int kValueIdBase = 5000, kUnitIdBase = 5100, kLabelIdBase = 5200;
     static constexpr int kExtraIdBase = 5400, kExtraUnitIdBase = 5450, kExtraLabelIdBase = 5500;
     static constexpr int kMatrixIdBase = 5600, kMatrixHeadIdBase = 5650;
+    static constexpr int kAijTitleId = 5549;
 
     // Opens the point-table dialog of a material curve (CKwMaterial::Curve) for this editor:
     // the stress-strain curve, the five experimental data tables, the conductivity table.
@@ -74,10 +75,16 @@ private:
                                     int labelId, int editId, int unitId);
     // Makes the rows (and the matrix) a type shows that do not exist yet; true if any.
     bool ensureRows(int type);
+    // The hyperelastic constants Aij as a grid (i down, j across) in the hyperelastic group;
+    // the cells keep the extra values' control ids.
+    void makeAijGrid();
+    // Enables the constants the chosen hyperelastic model uses.
+    void enableAijCells();
     bool isAbsentCode(int code) const;
     bool isFreshCode(int code) const;
 
     std::unique_ptr<Ui::CKwMFCUIMaterial> m_ui;
+    QWidget* m_aijGrid = nullptr;
     // Symbol, label, edit, unit per key and per extra value; null until a type shows the row.
     std::vector<std::array<QWidget*, 4>> m_keyRows;
     std::vector<std::array<QWidget*, 4>> m_extraRows;

@@ -117,8 +117,13 @@ bool CKwMFCDialog::OnInitDialog()
 void CKwMFCDialog::SizeAndPlace()
 {
     // A template without a size of its own takes the size its texts need; a sized one keeps it.
-    if (!testAttribute(Qt::WA_Resized))
+    // Sizing to the content keeps a window within two thirds of the screen; a tall dialog
+    // still gets the least its layout needs rather than squeezed controls.
+    if (!testAttribute(Qt::WA_Resized)) {
         adjustSize();
+        if (layout() && layout()->sizeConstraint() != QLayout::SetFixedSize)
+            resize(size().expandedTo(minimumSizeHint()));
+    }
     RestorePlacement();
 }
 

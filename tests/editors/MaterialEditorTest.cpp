@@ -14,6 +14,7 @@
 #include "KwMaterialKeys.h"
 #include "KwTestSupport.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -324,3 +325,52 @@ TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
 }
 
 } // namespace
+
+// The hyperelastic constants stand in a grid, Aij at row i and column j; the model chosen
+// enables the constants it is built from, and the cells keep the values' own codes.
+TEST_F(MaterialEditor, hyperelasticConstantsFormAGridEnabledByTheModel)
+{
+    CKwMaterial* rubber = host.model->m_materials.at(3);
+    ASSERT_EQ(rubber->GetMaterialType(), CKwMaterial::Hyperelastic);
+    CKwMFCUIMaterial* d = open(rubber);
+    ASSERT_NE(d, nullptr);
+    QApplication::processEvents();
+    const auto cell = [&](int extra) {
+        return KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase + extra);
+    };
+    for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e) {
+        ASSERT_NE(cell(e), nullptr) << e;
+        EXPECT_TRUE(d->IsExtraShown(e)) << e;
+        // Nothing squeezed: every cell has at least the height it asks for.
+        EXPECT_GE(cell(e)->height(), cell(e)->minimumSizeHint().height()) << e;
+    }
+    // Aij sits below A(i-1)j and right of Ai(j-1).
+    EXPECT_LT(cell(CKwMaterial::A01)->y(), cell(CKwMaterial::A11)->y());
+    EXPECT_LT(cell(CKwMaterial::A10)->x(), cell(CKwMaterial::A11)->x());
+    EXPECT_EQ(cell(CKwMaterial::A10)->x(), cell(CKwMaterial::A12)->x() - 2 *
+              (cell(CKwMaterial::A11)->x() - cell(CKwMaterial::A10)->x()));
+    EXPECT_EQ(cell(CKwMaterial::A10)->text(), "0.28");
+    EXPECT_EQ(cell(CKwMaterial::A01)->text(), "0.07");
+
+    auto* model = KwControl<QComboBox>(d, 1391);
+    const struct { int model; std::vector<int> enabled; } cases[] = {
+        {CKwMaterial::NeoHookean, {CKwMaterial::A10}},
+        {CKwMaterial::MooneyRivlin, {CKwMaterial::A10, CKwMaterial::A01}},
+        {CKwMaterial::Yeoh, {CKwMaterial::A10, CKwMaterial::A20, CKwMaterial::A30}},
+        {CKwMaterial::Ogden, {}},
+        {CKwMaterial::Polynomial, {0, 1, 2, 3, 4, 5, 6, 7, 8}},
+    };
+    for (const auto& c : cases) {
+        model->setCurrentIndex(c.model);
+        for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
+            EXPECT_EQ(cell(e)->isEnabled(),
+                      std::find(c.enabled.begin(), c.enabled.end(), e) != c.enabled.end())
+                << "model " << c.model << " extra " << e;
+    }
+
+    // A typed constant reaches the material on OK, in internal units.
+    cell(CKwMaterial::A20)->setText("0.01");
+    d->OnOK();
+    EXPECT_DOUBLE_EQ(rubber->GetExtra(CKwMaterial::A20), 1.0e4);
+    EXPECT_EQ(rubber->m_hyperelasticModel, CKwMaterial::Polynomial);
+}
