@@ -15,6 +15,7 @@
 #include <benchmark/benchmark.h>
 
 #include <ctime>
+#include <malloc.h>
 #include <charconv>
 #include <cmath>
 #include <memory>
@@ -43,6 +44,8 @@ double msSince(double t0)
 
 double residentMiB()
 {
+    // Heap pages freed by the benchmarks before stay resident and would be reused unseen.
+    malloc_trim(0);
     QFile f(QStringLiteral("/proc/self/statm"));
     if (!f.open(QIODevice::ReadOnly))
         return 0;
