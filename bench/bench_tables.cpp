@@ -133,7 +133,12 @@ void BM_PasteMillionRowsVsFromChars(benchmark::State& state)
     state.counters["from_chars_ms"] = parseMs / double(state.iterations());
     state.counters["ratio"] = pasteMs / parseMs;
 }
-BENCHMARK(BM_PasteMillionRowsVsFromChars)->Unit(benchmark::kMillisecond)->Iterations(3);
+// Several repetitions, judged by their median: the first pastes of a process also pay for
+// first touching the view's and the heap's memory, which a user pays once.
+BENCHMARK(BM_PasteMillionRowsVsFromChars)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3)
+    ->Repetitions(5);
 
 void BM_SortAndCompressMillionRows(benchmark::State& state)
 {
