@@ -1,6 +1,8 @@
 #include "KwSolverRun.h"
 
 #include "CFMView.h"
+#include "CKwXYPlotDlg.h"
+#include "KW_UOM.h"
 #include "KwMFCUIEntry.h"
 
 #include <cmath>
@@ -13,6 +15,18 @@ constexpr int kMaxIterations = 8;
 
 // The result whose convergence is watched settles towards its limit as steps go on.
 double resultAtStep(int step) { return 248.0 * (1.0 - 0.55 * std::exp(-step / 3.2)); }
+
+// The watched displacement (metres) at a fraction of a subcase's load, stiffening a little
+// less in the second subcase; and of a transient run at a time (seconds).
+double staticDisplacement(int subcase, double fraction)
+{
+    return (subcase == 1 ? 0.0042 : 0.0061) * std::pow(fraction, 1.4);
+}
+double transientDisplacement(int subcase, double t)
+{
+    return (subcase == 1 ? 0.003 : 0.0045) * std::sin(3.1 * t) * std::exp(-0.4 * t);
+}
+constexpr double kTransientEnd = 2.0;
 } // namespace
 
 KwSolverRun::KwSolverRun(CFMView* view, QObject* parent) : QObject(parent), m_view(view)
@@ -30,7 +44,12 @@ KwSolverRun::KwSolverRun(CFMView* view, QObject* parent) : QObject(parent), m_vi
     m_series.count = 0;
 }
 
-KwSolverRun::~KwSolverRun() = default;
+KwSolverRun::~KwSolverRun()
+{
+    // The window outlives the run: it must not keep drawing from a plot that is gone.
+    if (CKwXYPlotDlg* xy = CKwXYPlotDlg::GetXYPlotDlg(); xy && xy->GetPlot() == &m_plot)
+        xy->SetPlot(nullptr);
+}
 
 bool KwSolverRun::Start(Kind kind, const QString& analysisName)
 {
@@ -58,6 +77,7 @@ bool KwSolverRun::Start(Kind kind, const QString& analysisName)
     r.view = m_view;
     r.keepResults = 1;
     LaunchDialog(&r);
+    openXYPlot();
     m_timer.start();
     return true;
 }
@@ -93,6 +113,7 @@ void KwSolverRun::tick()
         return;
     // The step converged.
     addConvergencePoint();
+    feedXYPlot();
     m_iteration = 1;
     // Every seventh step needs a cut-back: its next part runs as a sub-increment.
     const int stepNo = (m_subcase - 1) * kIncrements + m_increment;
@@ -116,6 +137,49 @@ void KwSolverRun::addConvergencePoint()
     p.reserved = 0;
     p.value = resultAtStep(step);
     CallKwDialogFunction(89, 3, L"", step, m_view, &p);
+}
+
+void KwSolverRun::openXYPlot()
+{
+    const bool transient = m_kind == Kind::Transient;
+    m_plot.ClearValues();
+    m_plot.m_xTitle = transient ? QStringLiteral("Time") : QStringLiteral("Displacement");
+    m_plot.m_xUnitType = transient ? KwUnitKind::Time : KwUnitKind::Length;
+    m_plot.m_yTitle = transient ? QStringLiteral("Displacement") : QStringLiteral("Load factor");
+    m_plot.m_yUnitType = transient ? KwUnitKind::Length : KwUnitKind::Dimensionless;
+    for (int s = m_plot.GetSeriesCount(); s < kSubcases; ++s)
+        m_plot.AddSeries(QStringLiteral("Subcase %1").arg(s + 1));
+    DialogLaunchRequest r{};
+    r.kind = 39;
+    r.object = static_cast<CKwFEBase*>(&m_plot);
+    r.view = m_view;
+    r.keepResults = 1;
+    LaunchDialog(&r);
+}
+
+void KwSolverRun::feedXYPlot()
+{
+    const double fraction = double(m_increment) / kIncrements;
+    KwXYPlotValue v{};
+    v.series = m_subcase - 1;
+    if (m_kind == Kind::Transient) {
+        v.x = fraction * kTransientEnd;
+        v.y = transientDisplacement(m_subcase, v.x);
+    } else {
+        v.x = staticDisplacement(m_subcase, fraction);
+        v.y = fraction;
+    }
+    // An open window adds the value to the plot it shows; a closed one takes nothing, and the
+    // host keeps the value itself so that reopening the plot shows the whole history.
+    const std::size_t before = m_plot.GetSeries(v.series).x.size();
+    DialogLaunchRequest r{};
+    r.kind = 40;
+    r.object = &v;
+    r.view = m_view;
+    r.keepResults = 1;
+    LaunchDialog(&r);
+    if (m_plot.GetSeries(v.series).x.size() == before)
+        m_plot.AddValue(v);
 }
 
 void KwSolverRun::Stop()

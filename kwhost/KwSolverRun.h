@@ -1,8 +1,10 @@
 #pragma once
 // The demo host's simulated solver: a nonlinear static or transient run that reports its
 // progress to the status windows a line at a time, as a solver's output is read, feeds the
-// mesh convergence plot, and ends the way a host ends a run. It also answers the add-in's
-// command 89 (fill the convergence plot that launch kind 89 opened).
+// mesh convergence plot and the XY plot window (kind 39 opens it on the run's plot, kind 40
+// hands it each converged step), and ends the way a host ends a run. It also answers the
+// add-in's command 89 (fill the convergence plot that launch kind 89 opened).
+#include "CKwXYPlot.h"
 #include "KwConvergenceData.h"
 
 #include <QObject>
@@ -37,6 +39,11 @@ public:
     // The progress line of the current step (what the next tick sends).
     QString CurrentLine() const;
 
+    // The run's XY plot: a nonlinear static run draws the load factor against the watched
+    // displacement, a transient run the displacement against time; one series per subcase.
+    // It holds every converged step, also those sent while the window was closed.
+    const CKwXYPlot& Plot() const { return m_plot; }
+
 Q_SIGNALS:
     void finished();
 
@@ -44,6 +51,8 @@ private:
     void tick();
     void finish();
     void addConvergencePoint();
+    void openXYPlot();
+    void feedXYPlot();
     void fillSampleSeries();
     std::uint32_t statusId() const { return m_kind == Kind::Transient ? 42u : 41u; }
 
@@ -62,4 +71,5 @@ private:
     std::wstring m_resultName;
     std::wstring m_units;
     KwConvergenceData m_series{};
+    CKwXYPlot m_plot{1, QStringLiteral("Solution history")};
 };

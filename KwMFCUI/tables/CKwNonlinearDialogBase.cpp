@@ -22,7 +22,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -78,12 +80,36 @@ int formatG10(double v, char* out)
 // it to keep it.
 QString pieceText(std::string_view piece, std::u16string& buffer)
 {
-    for (char c : piece)
-        if (static_cast<unsigned char>(c) >= 0x80)
-            return QString::fromUtf8(piece.data(), qsizetype(piece.size()));
-    buffer.assign(piece.begin(), piece.end());
+    buffer.resize(piece.size());
+    unsigned char high = 0;
+    for (std::size_t i = 0; i < piece.size(); ++i) {
+        const auto c = static_cast<unsigned char>(piece[i]);
+        high |= c;
+        buffer[i] = char16_t(c);
+    }
+    if (high & 0x80)
+        return QString::fromUtf8(piece.data(), qsizetype(piece.size()));
     return QString::fromRawData(reinterpret_cast<const QChar*>(buffer.data()),
                                 qsizetype(buffer.size()));
+}
+
+// How often `c` occurs, eight bytes at a time.
+std::size_t countByte(std::string_view s, char c)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101ull, low7 = 0x7f7f7f7f7f7f7f7full;
+    const std::uint64_t pattern = ones * static_cast<unsigned char>(c);
+    std::size_t n = 0, i = 0;
+    for (; i + 8 <= s.size(); i += 8) {
+        std::uint64_t w;
+        std::memcpy(&w, s.data() + i, 8);
+        w ^= pattern; // bytes equal to c are now zero
+        // High bit set exactly in the zero bytes (no carries between bytes).
+        const std::uint64_t z = ~(((w & low7) + low7) | w | low7);
+        n += std::size_t(((z >> 7) * ones) >> 56); // sum of the eight flags
+    }
+    for (; i < s.size(); ++i)
+        n += s[i] == c;
+    return n;
 }
 
 } // namespace
@@ -374,16 +400,9 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
         m->beginBulk();
         // Room for every line and all of the text at once: growing step by step would copy
         // the store over and over while it fills.
-        std::size_t lines = 1;
-        for (const char* p = text.data(); (p = static_cast<const char*>(std::memchr(
-                                                p, '\r', std::size_t(text.data() + text.size() - p))));
-             ++p)
-            ++lines;
+        const std::size_t lines = 1 + countByte(text, '\r');
         m->reserve(std::size_t(m->rows()) + lines, m->textBytes() + text.size());
     }
-    // A large paste copies its text into the store once; its cells then point into it.
-    const std::size_t block = bulk ? m->appendBlock(text) : std::size_t(-1);
-    const bool byRef = block != std::size_t(-1);
     static const std::string_view kInvalid = "Invalid Data: ";
     std::string marked;
     std::u16string wide;
@@ -440,23 +459,19 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
         }
         // Columns the list does not have take nothing.
         if (col < columns) {
-            const std::size_t at = std::size_t(piece.data() - text.data());
             if (row == m_nRowCount) {
-                if (byRef) {
-                    m->insertRowRef(m_nRowCount, block + at, piece.size());
-                    ++m_nRowCount;
+                // Straight into the store before the edit row; the list is laid out once at
+                // the end of a large paste rather than for every row.
+                m->insertRowTexts(m_nRowCount, piece, {});
+                ++m_nRowCount;
+                if (!bulk)
                     ResizeList();
-                } else {
-                    addRow(m_nRowCount, piece, {});
-                }
             } else if (row < m_nRowCount && IsPasteableRow(row)) {
                 if (!IsValidDataInput(pieceText(piece, wide), row, col, showMessage)) {
                     showMessage = 0;
                     marked.assign(kInvalid);
                     marked.append(piece);
                     m->setCellText(row, col, std::string_view(marked));
-                } else if (byRef) {
-                    m->setCellRef(row, col, block + at, piece.size());
                 } else {
                     m->setCellText(row, col, piece);
                 }
@@ -470,8 +485,10 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
         row = nextRow;
         col = nextCol;
     }
-    if (bulk)
+    if (bulk) {
         m->endBulk();
+        ResizeList();
+    }
 }
 
 void CKwNonlinearDialogBase::LoadHeaderLabel(int col, int unitType)

@@ -135,14 +135,25 @@ void KwPointTableModel::insertRowTexts(int index, std::string_view c0, std::stri
     row[0] = store(c0);
     if (n > 1)
         row[1] = store(c1);
-    const auto at = m_cells.begin() + std::ptrdiff_t(index) * m_columns;
-    if (m_columns <= 8) {
+    const std::size_t cols = std::size_t(m_columns);
+    const std::size_t end = m_cells.size();
+    if (m_columns <= 8 && std::size_t(index) * cols + cols >= end) {
+        // At the end or just before the last row (the edit row, where typing and pasting
+        // add): the vector grows in place and at most one row moves, with no range insert.
+        m_cells.resize(end + cols);
+        if (std::size_t(index) * cols < end)
+            std::copy_n(m_cells.begin() + std::ptrdiff_t(end - cols), cols,
+                        m_cells.begin() + std::ptrdiff_t(end));
+        std::copy_n(row, cols, m_cells.begin() + std::ptrdiff_t(index) * m_columns);
+    } else if (m_columns <= 8) {
+        const auto at = m_cells.begin() + std::ptrdiff_t(index) * m_columns;
         m_cells.insert(at, row, row + m_columns);
     } else {
         std::vector<Cell> cells(std::size_t(m_columns), Cell{0, 0});
         cells[0] = row[0];
         cells[1] = row[1];
-        m_cells.insert(at, cells.begin(), cells.end());
+        m_cells.insert(m_cells.begin() + std::ptrdiff_t(index) * m_columns, cells.begin(),
+                       cells.end());
     }
     if (!m_bulk)
         endInsertRows();
@@ -249,7 +260,7 @@ void KwPointTableModel::compactIfWasteful()
     // the copy), the live text is copied into a fresh buffer in row order.
     if (m_garbage < (1u << 20) || m_garbage * 2 < m_text.size())
         return;
-    std::string fresh;
+    Text fresh;
     fresh.reserve(m_text.size() - std::min(m_garbage, m_text.size()));
     for (Cell& c : m_cells) {
         if (!c.length) {
@@ -267,51 +278,4 @@ void KwPointTableModel::compactIfWasteful()
 std::size_t KwPointTableModel::memoryBytes() const
 {
     return m_text.capacity() + m_cells.capacity() * sizeof(Cell);
-}
-
-std::size_t KwPointTableModel::appendBlock(std::string_view utf8)
-{
-    if (m_text.size() + utf8.size() > 0xFFFFFFF0u)
-        compactIfWasteful();
-    const std::size_t at = m_text.size();
-    if (at + utf8.size() > 0xFFFFFFF0u)
-        return std::size_t(-1);
-    m_text.append(utf8);
-    // Counted as waste until cells point at it; the separators between pieces stay waste.
-    m_garbage += utf8.size();
-    return at;
-}
-
-void KwPointTableModel::insertRowRef(int index, std::size_t offset0, std::size_t len0)
-{
-    index = std::clamp(index, 0, rows());
-    if (!m_bulk)
-        beginInsertRows({}, index, index);
-    m_garbage -= std::min(m_garbage, len0);
-    const Cell c0{len0 ? std::uint32_t(offset0) : 0u, std::uint32_t(len0)};
-    const auto at = m_cells.begin() + std::ptrdiff_t(index) * m_columns;
-    if (m_columns == 2) {
-        const Cell row[2] = {c0, Cell{0, 0}};
-        m_cells.insert(at, row, row + 2);
-    } else {
-        std::vector<Cell> cells(std::size_t(m_columns), Cell{0, 0});
-        cells[0] = c0;
-        m_cells.insert(at, cells.begin(), cells.end());
-    }
-    if (!m_bulk)
-        endInsertRows();
-}
-
-void KwPointTableModel::setCellRef(int row, int col, std::size_t offset, std::size_t len)
-{
-    if (row < 0 || row >= rows() || col < 0 || col >= m_columns)
-        return;
-    Cell& c = m_cells[std::size_t(row) * std::size_t(m_columns) + std::size_t(col)];
-    release(c);
-    m_garbage -= std::min(m_garbage, len);
-    c = Cell{len ? std::uint32_t(offset) : 0u, std::uint32_t(len)};
-    if (!m_bulk) {
-        const QModelIndex i = index(row, col);
-        Q_EMIT dataChanged(i, i, {Qt::DisplayRole, Qt::EditRole});
-    }
 }

@@ -2,6 +2,7 @@
 // The cells of a point table as one text buffer: every cell is an (offset, length) pair into
 // a UTF-8 buffer, rows follow each other in one array. No object per cell, so a million rows
 // take a few tens of megabytes, and text is turned into a QString only for the rows painted.
+#include "KwLargeAllocator.h"
 #include "KwMFCUIExport.h"
 
 #include <QAbstractTableModel>
@@ -45,14 +46,6 @@ public:
     void clear();
     void reserve(std::size_t rows, std::size_t textBytes);
 
-    // A block of text copied into the store in one piece, for cells that then point into it
-    // (a paste keeps its text this way instead of copying cell by cell). Returns its offset;
-    // the store must not be changed otherwise until the block's cells are set.
-    std::size_t appendBlock(std::string_view utf8);
-    // Cells pointing into a block (offsets from appendBlock plus the piece's position).
-    void insertRowRef(int index, std::size_t offset0, std::size_t len0);
-    void setCellRef(int row, int col, std::size_t offset, std::size_t len);
-
     // Changes made between beginBulk and the matching endBulk reach the views as one reset
     // instead of a signal per row (a paste of a million rows would otherwise send a million).
     void beginBulk();
@@ -74,9 +67,11 @@ private:
     void release(const Cell& c) { m_garbage += c.length; }
     void compactIfWasteful();
 
+    using Text = std::basic_string<char, std::char_traits<char>, KwLargeAllocator<char>>;
+
     int m_columns;
-    std::string m_text;
-    std::vector<Cell> m_cells;
+    Text m_text;
+    std::vector<Cell, KwLargeAllocator<Cell>> m_cells;
     std::size_t m_garbage = 0;
     int m_bulk = 0;
     QStringList m_headers;

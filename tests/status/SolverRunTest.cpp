@@ -4,6 +4,9 @@
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CNLstatusDialog.h"
 #include "CTransientStatusDialog.h"
+#include "CKwXYPlotDlg.h"
+#include "KwChart.h"
+#include "KwMFCUIEntry.h"
 #include "KwControls.h"
 #include "KwConvergenceChart.h"
 #include "KwHostWindow.h"
@@ -13,7 +16,9 @@
 
 #include <QApplication>
 #include <QProgressBar>
+#include <QPointer>
 #include <QSignalSpy>
+#include <vector>
 #include <gtest/gtest.h>
 
 namespace {
@@ -81,6 +86,90 @@ TEST_P(SolverRun, statusWindowAndPlotFollowTheRunWhichEndsAsAHostEndsIt)
     EXPECT_EQ(plot->Chart()->Points().size(), 40u);
     EXPECT_EQ(plot->GetResultValue(), 40);
     EXPECT_TRUE(plot->isVisible()) << "the plot stays for the user to read";
+    delete host;
+}
+
+TEST_P(SolverRun, xyPlotWindowGrowsStepByStepAndSurvivesBeingClosed)
+{
+    const bool transient = GetParam() == KwSolverRun::Kind::Transient;
+    auto* host = new KwHostWindow();
+    KwSolverRun* run = host->SolverRun();
+    run->SetInterval(0);
+    QSignalSpy done(run, &KwSolverRun::finished);
+    ASSERT_TRUE(run->Start(GetParam(), QStringLiteral("Static 1")));
+    QPointer<CKwXYPlotDlg> xy = CKwXYPlotDlg::GetXYPlotDlg();
+    ASSERT_TRUE(xy);
+    EXPECT_TRUE(xy->isVisible());
+    EXPECT_EQ(xy->GetPlot(), &run->Plot());
+
+    // The step fraction of every converged step, in the order the steps converge: the load
+    // factor of a static run (Y), the time of a transient one (X, 2 s per subcase).
+    auto stepValues = [&](const std::vector<double>& x, const std::vector<double>& y) {
+        return transient ? x : y;
+    };
+    auto expected = [&](std::size_t n) {
+        std::vector<double> v;
+        for (std::size_t k = 1; k <= n; ++k)
+            v.push_back(transient ? 0.1 * double(k) : 0.05 * double(k));
+        return v;
+    };
+    const auto& first = run->Plot().GetSeries(0);
+    while (first.x.size() < 8 && !done.count())
+        QApplication::processEvents();
+    const KwChart::Series& shown = xy->Chart()->GetSeries(0);
+    ASSERT_EQ(shown.y.size(), first.y.size()) << "every value reached the window";
+    const std::vector<double> got = stepValues(shown.x, shown.y);
+    const std::vector<double> want = expected(got.size());
+    for (std::size_t i = 0; i < got.size(); ++i)
+        EXPECT_NEAR(got[i], want[i], 1e-12) << "step " << i + 1;
+    if (!transient)
+        for (std::size_t i = 1; i < shown.x.size(); ++i)
+            EXPECT_GT(shown.x[i], shown.x[i - 1]) << "displacement grows with the load";
+
+    // The user closes the window mid-run: later values must neither crash nor be lost.
+    xy->close();
+    QApplication::processEvents();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(xy) << "a closed window goes";
+    EXPECT_EQ(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+    ASSERT_TRUE(done.count() || done.wait(20000));
+    for (int s = 0; s < 2; ++s) {
+        const auto& series = run->Plot().GetSeries(s);
+        ASSERT_EQ(series.x.size(), 20u) << "subcase " << s + 1;
+        const std::vector<double> all = stepValues(series.x, series.y);
+        const std::vector<double> allWant = expected(20);
+        for (std::size_t i = 0; i < all.size(); ++i)
+            EXPECT_NEAR(all[i], allWant[i], 1e-12) << "subcase " << s + 1 << " step " << i + 1;
+    }
+
+    // Opened again on the plot, the window shows the whole history; once the run is gone the
+    // window lets go of its plot instead of drawing from freed memory.
+    DialogLaunchRequest r{};
+    r.kind = 39;
+    r.object = static_cast<CKwFEBase*>(const_cast<CKwXYPlot*>(&run->Plot()));
+    r.view = host->View();
+    r.keepResults = 1;
+    LaunchDialog(&r);
+    xy = CKwXYPlotDlg::GetXYPlotDlg();
+    ASSERT_TRUE(xy);
+    EXPECT_EQ(xy->Chart()->GetSeries(1).x.size(), 20u);
+    {
+        KwSolverRun second(host->View());
+        second.SetInterval(0);
+        ASSERT_TRUE(second.Start(GetParam(), QStringLiteral("Static 2")));
+        EXPECT_EQ(xy, CKwXYPlotDlg::GetXYPlotDlg()) << "one window for every run";
+        EXPECT_EQ(xy->GetPlot(), &second.Plot());
+        EXPECT_EQ(xy->Chart()->GetSeries(0).x.size(), 0u) << "a new run starts a new curve";
+        second.Stop();
+    }
+    ASSERT_TRUE(xy);
+    EXPECT_EQ(xy->GetPlot(), nullptr);
+    KwXYPlotValue late{0, 1.0, 2.0};
+    r = DialogLaunchRequest{};
+    r.kind = 40;
+    r.object = &late;
+    LaunchDialog(&r);
+    EXPECT_EQ(xy->Chart()->GetSeries(0).x.size(), 1u) << "a late value still lands";
     delete host;
 }
 

@@ -22,6 +22,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <utility>
@@ -301,6 +303,170 @@ TEST(TableDialog, cancelLeavesTheTableAndRulesOfTheKinds)
     ASSERT_EQ(curve.GetPointCount(), 3);
     EXPECT_DOUBLE_EQ(curve.GetXFunction()->GetValue(1), 0.001); // sorted on OK
     EXPECT_DOUBLE_EQ(curve.GetYFunction()->GetValue(2), 400.0);
+}
+
+// The separator rules written out plainly, as the reference a paste of any size must match.
+struct PasteResult
+{
+    Rows rows;
+    int reports = 0;
+    std::string first;
+};
+
+template <class Pasteable, class Valid>
+PasteResult referencePaste(Rows rows, const std::string& text, int row, Pasteable pasteable,
+                           Valid valid)
+{
+    PasteResult out;
+    auto trim = [](std::string s) {
+        const char* ws = " \t\r\n\f";
+        s.erase(0, std::min(s.find_first_not_of(ws), s.size()));
+        s.erase(s.find_last_not_of(ws) + 1);
+        return s;
+    };
+    const std::size_t npos = std::string::npos;
+    int col = 0;
+    std::size_t pos = 0;
+    bool lastButOne = false, last = false, firstDone = false;
+    while (true) {
+        std::size_t end, next;
+        int nrow = row, ncol = col + 1;
+        const std::size_t cr = text.find('\r', pos), tab = text.find('\t', pos);
+        if (last) {
+            end = next = text.size();
+        } else if (cr != npos && tab != npos) {
+            end = std::min(cr, tab);
+            next = end + 1;
+            if (cr < tab) {
+                nrow = row + 1;
+                ncol = 0;
+            }
+        } else {
+            lastButOne = true;
+            end = cr != npos ? cr : (tab != npos ? tab : pos);
+            next = cr != npos || tab != npos ? end + 1 : pos;
+        }
+        const std::string piece = trim(text.substr(pos, end - pos));
+        if (!firstDone) {
+            firstDone = true;
+            out.first = piece;
+        }
+        if (col < 2) {
+            if (row == int(rows.size())) {
+                rows.emplace_back(piece, "");
+            } else if (row < int(rows.size()) && pasteable(row)) {
+                std::string& cell = col == 0 ? rows[std::size_t(row)].first
+                                             : rows[std::size_t(row)].second;
+                if (valid(piece, col)) {
+                    cell = piece;
+                } else {
+                    out.reports = 1;
+                    cell = "Invalid Data: " + piece;
+                }
+            }
+        }
+        if (last || next > text.size())
+            break;
+        last = lastButOne;
+        pos = next;
+        row = nrow;
+        col = ncol;
+    }
+    out.rows = std::move(rows);
+    return out;
+}
+
+// Clipboard text of many shapes from a fixed seed: numbers, bad words, empty cells, ragged
+// rows, CR LF / CR / LF line ends, blanks and form feeds at the ends of cells, a tail without
+// line ends.
+std::string pasteSample(unsigned seed, std::size_t bytes)
+{
+    std::string t;
+    auto rnd = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 16; };
+    const char* words[] = {"1", "-2.5", "3e4", "0", "abc", "", " 7 ", "\f8", "x1", "12.125"};
+    while (t.size() < bytes) {
+        const unsigned cells = 1 + rnd() % 3;
+        for (unsigned c = 0; c < cells; ++c) {
+            t += words[rnd() % 10];
+            if (c + 1 < cells)
+                t += '\t';
+        }
+        const unsigned end = rnd() % 8;
+        t += end < 5 ? "\r\n" : end == 5 ? "\r" : end == 6 ? "\n" : "\r\n\r\n";
+    }
+    if (seed % 3 == 0)
+        t += "5\t6\t7"; // a tail with tabs only
+    return t;
+}
+
+// The view's number check: blanks anywhere dropped, then empty or a number.
+bool plainNumberOrEmpty(std::string s)
+{
+    s.erase(std::remove_if(s.begin(), s.end(), [](char c) { return c == ' ' || c == '\t'; }),
+            s.end());
+    if (s.empty())
+        return true;
+    char* end = nullptr;
+    std::strtod(s.c_str(), &end);
+    return end == s.c_str() + s.size() && s.find_first_of("xX") == std::string::npos;
+}
+
+TEST(TablePaste, largeAndSmallPastesFollowTheSameRules)
+{
+    kwtest::Host host;
+    // Small texts take the cell-by-cell path, large ones the bulk path: both must give what
+    // the plain rules give, in a table dialog and with the protected origin of a curve.
+    for (const std::size_t bytes : {std::size_t(300), std::size_t(20000)}) {
+        for (unsigned seed = 1; seed <= 6; ++seed) {
+            const std::string text = pasteSample(seed, bytes);
+            Rows before;
+            for (int i = 0; i < int(seed * 40 % 150); ++i)
+                before.emplace_back(std::to_string(i), std::to_string(2 * i));
+            const int start = int(seed % 3 == 0 ? before.size() : seed % 2);
+            const PasteResult want = referencePaste(
+                before, text, start, [](int) { return true; },
+                [](const std::string& s, int) { return plainNumberOrEmpty(s); });
+
+            Fixture f(host, before);
+            host.view->ClearBubbleRecord();
+            QString first;
+            f.dlg->PasteToCell(std::string_view(text), start, 0, &first);
+            const Rows got = f.rows();
+            std::size_t diff = 0;
+            while (diff < got.size() && diff < want.rows.size() && got[diff] == want.rows[diff])
+                ++diff;
+            ASSERT_EQ(got, want.rows) << "seed " << seed << ", " << bytes << " bytes, row "
+                                      << diff << ": " << (diff < got.size() ? got[diff].first + "|" + got[diff].second : "-")
+                                      << " want " << (diff < want.rows.size() ? want.rows[diff].first + "|" + want.rows[diff].second : "-");
+            EXPECT_TRUE(f.editRowLast());
+            EXPECT_EQ(host.view->GetBubbleCount(), want.reports) << seed;
+            EXPECT_EQ(first.toStdString(), want.first) << seed;
+        }
+        // A stress-strain curve: row 0 is the origin and takes no paste; negatives are bad.
+        KW_UOM units(KW_UOM::SI);
+        CKwTable curve(1, QStringLiteral("C"), CKwTable::StressStrainCurve);
+        curve.AddPoint(0, 0);
+        curve.AddPoint(0.01, 2e8);
+        CKwMaterialNonlinearDialog mat(&curve, &units, host.view.get());
+        mat.Create();
+        Rows before;
+        for (int r = 0; r < mat.GetRowCount(); ++r)
+            before.emplace_back(std::string(mat.GetList().Model()->cellView(r, 0)),
+                                std::string(mat.GetList().Model()->cellView(r, 1)));
+        const std::string text = pasteSample(99, bytes);
+        const PasteResult want = referencePaste(
+            before, text, 0, [](int r) { return r != 0; },
+            [](const std::string& s, int) {
+                return plainNumberOrEmpty(s) && std::strtod(s.c_str(), nullptr) >= 0;
+            });
+        mat.PasteToCell(std::string_view(text), 0, 0, nullptr);
+        Rows got;
+        for (int r = 0; r < mat.GetRowCount(); ++r)
+            got.emplace_back(std::string(mat.GetList().Model()->cellView(r, 0)),
+                             std::string(mat.GetList().Model()->cellView(r, 1)));
+        EXPECT_EQ(got, want.rows) << bytes << " bytes";
+        EXPECT_EQ(mat.GetList().Model()->rows(), mat.GetRowCount() + 1);
+    }
 }
 
 TEST(HostTables, sortIsStableAndCompressKeepsTheFirstOfARun)
