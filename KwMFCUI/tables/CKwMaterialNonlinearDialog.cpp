@@ -227,21 +227,6 @@ bool CKwMaterialNonlinearDialog::OnAddPoint()
     return true;
 }
 
-void CKwMaterialNonlinearDialog::OnAddOrigin()
-{
-    int row = -1;
-    if (!IsOriginInTable(&row)) {
-        AddOrigin();
-        ResizeList();
-    }
-}
-
-void CKwMaterialNonlinearDialog::OnDeleteOrigin()
-{
-    DeleteOriginFromTable();
-    ResizeList();
-}
-
 void CKwMaterialNonlinearDialog::OnShowXYPlot()
 {
     ShowCurveWindow(this, m_plotWindow, windowTitle(),

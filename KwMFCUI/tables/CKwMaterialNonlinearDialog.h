@@ -50,9 +50,6 @@ public:
     bool WriteBack();
     // Adds the point typed in the strain and stress boxes as a row.
     bool OnAddPoint();
-    void OnSort() { SortAndCompressTable(1); }
-    void OnAddOrigin();
-    void OnDeleteOrigin();
     void OnShowXYPlot();
     QDialog* PlotWindow() const { return m_plotWindow.data(); }
 

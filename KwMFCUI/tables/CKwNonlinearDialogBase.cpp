@@ -193,6 +193,21 @@ void CKwNonlinearDialogBase::InsertRow(int index, const QString& x, const QStrin
     addRow(index < 0 ? 0 : (index > m_nRowCount ? m_nRowCount : index), viewOf(bx), viewOf(by));
 }
 
+void CKwNonlinearDialogBase::OnAddOrigin()
+{
+    int row = -1;
+    if (!IsOriginInTable(&row)) {
+        AddOrigin();
+        ResizeList();
+    }
+}
+
+void CKwNonlinearDialogBase::OnDeleteOrigin()
+{
+    DeleteOriginFromTable();
+    ResizeList();
+}
+
 void CKwNonlinearDialogBase::AddOrigin()
 {
     m_List.Model()->insertRowTexts(0, "0", "0");

@@ -66,6 +66,10 @@ public:
     void DeleteOriginFromTable();
     void SortAndCompressTable(int compress);
     int GetRowCount() const { return m_nRowCount; }
+    // The dialogs' buttons: sort and compress, add the origin unless it is there, delete it.
+    void OnSort() { SortAndCompressTable(1); }
+    void OnAddOrigin();
+    void OnDeleteOrigin();
 
     // --- values ---
     void LoadTableValues(int row, int col, int unitType, double value);

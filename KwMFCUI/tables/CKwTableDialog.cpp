@@ -101,11 +101,11 @@ CKwTableDialog::CKwTableDialog(QWidget* parent) : CKwMFCDialog(kTemplateId, null
     lay->addLayout(bottom);
 
     connect(KwControl<QPushButton>(this, IDC_SORT), &QPushButton::clicked, this,
-            &CKwTableDialog::OnSort);
+            [this] { OnSort(); });
     connect(KwControl<QPushButton>(this, IDC_ADD_ORIGIN), &QPushButton::clicked, this,
-            &CKwTableDialog::OnAddOrigin);
+            [this] { OnAddOrigin(); });
     connect(KwControl<QPushButton>(this, IDC_DELETE_ORIGIN), &QPushButton::clicked, this,
-            &CKwTableDialog::OnDeleteOrigin);
+            [this] { OnDeleteOrigin(); });
     connect(KwControl<QPushButton>(this, IDC_SHOW_XY_PLOT), &QPushButton::clicked, this,
             &CKwTableDialog::OnShowXYPlot);
     connect(KwControl<QPushButton>(this, IDC_BUTTON_OK), &QPushButton::clicked, this,
@@ -250,26 +250,6 @@ void CKwTableDialog::OnOK()
     if (!WriteBack())
         return;
     CKwMFCDialog::OnOK();
-}
-
-void CKwTableDialog::OnSort()
-{
-    SortAndCompressTable(1);
-}
-
-void CKwTableDialog::OnAddOrigin()
-{
-    int row = -1;
-    if (!IsOriginInTable(&row)) {
-        AddOrigin();
-        ResizeList();
-    }
-}
-
-void CKwTableDialog::OnDeleteOrigin()
-{
-    DeleteOriginFromTable();
-    ResizeList();
 }
 
 void CKwTableDialog::OnShowXYPlot()

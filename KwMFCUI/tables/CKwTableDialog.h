@@ -60,9 +60,6 @@ public:
     void OnOK() override;
     // Writes the points and the name into the table; false (table untouched) at a bad cell.
     bool WriteBack();
-    void OnSort();
-    void OnAddOrigin();
-    void OnDeleteOrigin();
     void OnShowXYPlot();
     // The plot window "Show XY Plot" opened (null before), and its chart.
     QDialog* PlotWindow() const { return m_plotWindow.data(); }
