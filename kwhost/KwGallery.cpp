@@ -120,6 +120,17 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             result.unavailable << QStringLiteral("%1 (%2)").arg(k.kind).arg(k.title);
     }
 
+    // A window photographed on its own, under a fixed file name.
+    const auto shoot = [&](QWidget* w, const char* file) {
+        QApplication::processEvents();
+        if (inspect)
+            inspect(0, w);
+        const QString f = QDir(directory).filePath(QString::fromLatin1(file));
+        w->grab().save(f);
+        result.written << f;
+        result.titles << w->windowTitle();
+    };
+
     // The load editor in its short form: " <<" pressed, the advanced part gone.
     {
         host->Launch(0, false, 0);
@@ -127,13 +138,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
             if (auto* toggle = KwControl<QPushButton>(d, 7479)) {
                 toggle->click();
-                QApplication::processEvents();
-                if (inspect)
-                    inspect(0, d);
-                const QString f = QDir(directory).filePath(QStringLiteral("kind00-load--short-form-.png"));
-                d->grab().save(f);
-                result.written << f;
-                result.titles << d->windowTitle();
+                shoot(d, "kind00-load--short-form-.png");
             }
             closeDialog(d);
             QApplication::processEvents();
@@ -143,13 +148,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
     // menu opens it.
     if (QWidget* w = host->OpenMeshQualityResults()) {
-        QApplication::processEvents();
-        if (inspect)
-            inspect(0, w);
-        const QString f = QDir(directory).filePath(QStringLiteral("meshquality-failed-elements.png"));
-        w->grab().save(f);
-        result.written << f;
-        result.titles << w->windowTitle();
+        shoot(w, "meshquality-failed-elements.png");
         // The model view with the failures highlighted, as "Highlight" shows them.
         if (auto* d = dynamic_cast<CKwMeshQualityResultsDialog*>(w)) {
             d->OnBnClickedMeshQualityHighlightButton();

@@ -316,8 +316,9 @@ TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
         KwControl<QCheckBox>(d, 1393)->click();
         EXPECT_EQ(d->GetEditObject()->m_fatigueOn, c.on);
         EXPECT_EQ(host.view->GetBubbleCount(), c.shown ? 1 : 0);
-        if (c.shown)
+        if (c.shown) {
             EXPECT_EQ(host.view->GetLastBubbleText(), advisory);
+        }
         KwControl<QPushButton>(d, 2)->click();
         EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
     }

@@ -302,8 +302,9 @@ TEST_F(MaterialLogic, typeListRowsFollowTheOfferedTypesAndTheStoredOne)
         SCOPED_TRACE(std::to_string(c.stored) + (c.explicitEnabled ? " explicit" : ""));
         host.addin->SetExplicitEnabledInTechPreview(c.explicitEnabled);
         CKwMaterial* m = host.model->m_materials.first();
-        if (c.stored >= 0)
+        if (c.stored >= 0) {
             ASSERT_TRUE(m->SetMaterialType(c.stored));
+        }
         DialogLogic logic;
         logic.OnCreate(host.view.get(), c.stored >= 0 ? m : nullptr, nullptr);
         // The edit copy's type is not what decides the list.

@@ -71,8 +71,9 @@ TEST(Units, everyKindRoundTripsInEverySystem)
                 const double back = u.ToInternalValue(u.GetDisplayValue(v, kind), kind);
                 EXPECT_NEAR(back, v, 1e-9 * std::abs(v) + 1e-9) << "system " << s << " kind " << kind;
             }
-            if (kind != KwUnitKind::Dimensionless)
+            if (kind != KwUnitKind::Dimensionless) {
                 EXPECT_FALSE(u.GetUnits(kind).isEmpty()) << kind;
+            }
         }
     }
 }

@@ -304,8 +304,9 @@ TEST_F(LaunchTest, resultDisplayIsClearedExceptForPlotsAndWhileSolving)
             << "kind " << c.kind;
         EXPECT_EQ(plot->IsDisplayed(), !c.cleared) << "kind " << c.kind;
         EXPECT_EQ(plot->IsAnimating(), !c.cleared) << "kind " << c.kind;
-        if (c.cleared)
+        if (c.cleared) {
             EXPECT_EQ(host.view->GetLastClearedAnalysis(), r.analysis);
+        }
     }
     host.view->SetSolvraRunning(false);
 }

@@ -122,9 +122,10 @@ TEST_P(SolverRun, xyPlotWindowGrowsStepByStepAndSurvivesBeingClosed)
     const std::vector<double> want = expected(got.size());
     for (std::size_t i = 0; i < got.size(); ++i)
         EXPECT_NEAR(got[i], want[i], 1e-12) << "step " << i + 1;
-    if (!transient)
+    if (!transient) {
         for (std::size_t i = 1; i < shown.x.size(); ++i)
             EXPECT_GT(shown.x[i], shown.x[i - 1]) << "displacement grows with the load";
+    }
 
     // The user closes the window mid-run: later values must neither crash nor be lost.
     xy->close();

@@ -479,8 +479,9 @@ TEST(HostTables, sortIsStableAndCompressKeepsTheFirstOfARun)
     qsort_double_two_arrays(x.data(), y.data(), 0, 199);
     for (int i = 1; i < 200; ++i) {
         ASSERT_LE(x[i - 1], x[i]);
-        if (x[i - 1] == x[i])
+        if (x[i - 1] == x[i]) {
             ASSERT_LT(y[i - 1], y[i]);
+        }
     }
     double cx[] = {0, 1e-16, 2e-16, 3e-16, 1, 2}, cy[] = {1, 2, 3, 4, 5, 6};
     int n = 6;
