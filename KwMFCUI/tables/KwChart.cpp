@@ -309,19 +309,47 @@ void KwChart::drawSeries(QPainter& p, const Series& s, const QRectF& range, cons
     std::vector<Column> cols(std::size_t(w) + 2, Column{0, 0, 0, 0, false});
     const double scale = w / range.width();
     const double x0 = range.left();
-    for (std::size_t i = lo; i < hi; ++i) {
-        const double x = s.x[i], y = s.y[i];
-        if (!std::isfinite(x) || !std::isfinite(y))
-            continue;
-        double c = std::floor((x - x0) * scale) + 1;
-        c = c < 0 ? 0 : (c > w + 1 ? w + 1 : c);
-        Column& col = cols[std::size_t(c)];
+    const auto columnOf = [&](double x) {
+        const double c = std::floor((x - x0) * scale) + 1;
+        return std::size_t(c < 0 ? 0 : (c > w + 1 ? w + 1 : c));
+    };
+    const auto take = [](Column& col, double y) {
         if (!col.used) {
             col = Column{y, y, y, y, true};
         } else {
             col.min = y < col.min ? y : col.min;
             col.max = y > col.max ? y : col.max;
             col.last = y;
+        }
+    };
+    if (s.sortedX) {
+        // Ascending x: the points of a column follow one another, so each column is one run
+        // found by comparing x with the column's right edge, and its y values are reduced
+        // in a tight loop rather than placed point by point.
+        std::size_t i = lo;
+        while (i < hi) {
+            const double x = s.x[i];
+            if (!std::isfinite(x)) {
+                ++i;
+                continue;
+            }
+            const std::size_t c = columnOf(x);
+            const double edge = c > std::size_t(w) ? std::numeric_limits<double>::infinity()
+                                                   : x0 + double(c) / scale;
+            std::size_t j = i + 1;
+            while (j < hi && s.x[j] < edge)
+                ++j;
+            Column& col = cols[c];
+            for (std::size_t k = i; k < j; ++k)
+                if (std::isfinite(s.y[k]))
+                    take(col, s.y[k]);
+            i = j;
+        }
+    } else {
+        for (std::size_t i = lo; i < hi; ++i) {
+            const double x = s.x[i], y = s.y[i];
+            if (std::isfinite(x) && std::isfinite(y))
+                take(cols[columnOf(x)], y);
         }
     }
     const double yScale = area.height() / range.height();
