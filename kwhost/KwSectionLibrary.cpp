@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QTreeWidget>
+#include <memory>
 
 const std::vector<KwStandardSection>& KwStandardSections()
 {
@@ -77,7 +78,11 @@ int KwOpenSectionDefinition(KwHostWindow* host, CKwPhysicalProperty* p)
     return r;
 }
 
-int KwOpenSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
+namespace {
+
+// The section report of a property: its values, its outline, and the pipe form for tubes
+// (outer diameter and wall thickness).
+CSectionProp* newSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
 {
     double v[KwSectionValue::Count] = {};
     p->ComputeSectionProperties(1, v);
@@ -92,24 +97,36 @@ int KwOpenSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
             poly.append({loops[l][k].x, loops[l][k].y});
         outline.append(poly);
     }
-    // Tubes report in the pipe form: outer diameter and wall thickness.
     const bool pipe = p->m_sectionShape == CKwPhysicalProperty::TUBE;
     if (pipe) {
         v[0] = 2 * p->m_dimA[0];
         v[1] = p->m_dimA[0] - p->m_dimA[1];
     }
-    CSectionProp dlg(host, outline, v, 0.0, 0.0, 0.0, host->Units(), 0,
-                     pipe ? CSectionProp::kPipeForm : 0);
-    return dlg.DoModal();
+    return new CSectionProp(host, outline, v, 0.0, 0.0, 0.0, host->Units(), 0,
+                            pipe ? CSectionProp::kPipeForm : 0);
+}
+
+// The names and shapes of the standard sections, as the selection dialog lists them.
+void standardSectionLists(QStringList& names, QStringList& shapes)
+{
+    for (const KwStandardSection& s : KwStandardSections()) {
+        names << QString::fromLatin1(s.name);
+        shapes << QString::fromLatin1(s.shape);
+    }
+}
+
+} // namespace
+
+int KwOpenSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
+{
+    const std::unique_ptr<CSectionProp> dlg(newSectionReport(host, p));
+    return dlg->DoModal();
 }
 
 int KwOpenSectionSelection(KwHostWindow* host, CKwPhysicalProperty* p)
 {
     QStringList names, shapes;
-    for (const KwStandardSection& s : KwStandardSections()) {
-        names << QString::fromLatin1(s.name);
-        shapes << QString::fromLatin1(s.shape);
-    }
+    standardSectionLists(names, shapes);
     CKwSelectBeamSectionDialog dlg(names, shapes, host);
     const int r = dlg.DoModal();
     if (r == 1)
@@ -178,36 +195,13 @@ void KwSectionGallery(KwHostWindow* host, const QString& directory, QStringList&
     KwApplyStandardSection(&beam, QStringLiteral("CHAN"), 1);
     P tube(11, QStringLiteral("Pipe"));
     KwApplyStandardSection(&tube, QStringLiteral("TUBE"), 1);
-    for (P* p : {&beam, &tube}) {
-        double v[KwSectionValue::Count] = {};
-        p->ComputeSectionProperties(1, v);
-        Kw::Point loops[P::kMaxLoops][P::kMaxLoopPoints];
-        int counts[P::kMaxLoops] = {};
-        int n = 0;
-        p->GetSectionLoopPoints(loops, n, counts, 1);
-        QList<QList<SymMatrixUtils::Point2D>> outline;
-        for (int l = 0; l < n; ++l) {
-            QList<SymMatrixUtils::Point2D> poly;
-            for (int k = 0; k < counts[l]; ++k)
-                poly.append({loops[l][k].x, loops[l][k].y});
-            outline.append(poly);
-        }
-        const bool pipe = p == &tube;
-        if (pipe) {
-            v[0] = 2 * p->m_dimA[0];
-            v[1] = p->m_dimA[0] - p->m_dimA[1];
-        }
-        shoot(new CSectionProp(host, outline, v, 0, 0, 0, host->Units(), 0,
-                               pipe ? CSectionProp::kPipeForm : 0),
-              dir.filePath(pipe ? QStringLiteral("section-report-pipe.png")
-                                : QStringLiteral("section-report-general.png")),
+    for (P* p : {&beam, &tube})
+        shoot(newSectionReport(host, p),
+              dir.filePath(p == &tube ? QStringLiteral("section-report-pipe.png")
+                                      : QStringLiteral("section-report-general.png")),
               written, titles);
-    }
     QStringList names, shapes;
-    for (const KwStandardSection& s : KwStandardSections()) {
-        names << QString::fromLatin1(s.name);
-        shapes << QString::fromLatin1(s.shape);
-    }
+    standardSectionLists(names, shapes);
     auto* sel = new CKwSelectBeamSectionDialog(names, shapes, host);
     sel->Create();
     if (QTreeWidget* t = sel->GetTree())

@@ -5,12 +5,14 @@
 #include "KwLangText.h"
 #include "KwMethodLogger.h"
 
+#include <QFontMetricsF>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -187,8 +189,26 @@ bool CSectionProp::OnInitDialog()
     SetTextToCurrentLang();
     KW_UOM fallback;
     m_report = BuildReport(m_data.data(), m_pierceZ, m_pierceY, m_units ? *m_units : fallback, m_form);
-    m_edit->setPlainText(m_report);
     m_edit->setFont(QFont(QStringLiteral("Arial Unicode MS"), 9));
+    // The report keeps its tab runs (copies of it line up in a fixed-width editor); on screen
+    // the values stand in one column: one tab each, stopped just past the widest label.
+    const QFontMetricsF fm(m_edit->font());
+    qreal widest = 0;
+    QStringList shown;
+    for (const QString& line : m_report.split(QStringLiteral("\r\n"))) {
+        const qsizetype tab = line.indexOf(QLatin1Char('\t'));
+        if (tab < 0) {
+            shown << line;
+            continue;
+        }
+        qsizetype value = tab;
+        while (value < line.size() && line.at(value) == QLatin1Char('\t'))
+            ++value;
+        widest = std::max(widest, fm.horizontalAdvance(line.left(tab)));
+        shown << line.left(tab) + QLatin1Char('\t') + line.mid(value);
+    }
+    m_edit->setTabStopDistance(std::ceil(widest) + fm.horizontalAdvance(QStringLiteral("  ")));
+    m_edit->setPlainText(shown.join(QLatin1Char('\n')));
     adjustSize();
     RestorePlacement();
     return true;

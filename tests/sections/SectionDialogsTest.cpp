@@ -15,7 +15,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDomDocument>
+#include <QFontMetricsF>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -318,6 +320,33 @@ TEST_F(SectionDialogsTest, reportsInBothFormsWithinItsLimits)
         v[i] = -1.234567e-300;
     EXPECT_LE(CSectionProp::BuildReport(v, 0, 0, mm, 0).size(), CSectionProp::kMaxReportChars - 1);
     CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+}
+
+// On screen every value stands in one column right of the widest label, whatever tab runs
+// the report text has; the report itself is left as built.
+TEST_F(SectionDialogsTest, reportShowsItsValuesInOneColumn)
+{
+    double v[KwSectionValue::Count] = {};
+    for (int i = 0; i < 22; ++i)
+        v[i] = 0.001 * (i + 1);
+    for (int form : {0, int(CSectionProp::kPipeForm)}) {
+        auto* d = new CSectionProp(nullptr, {}, v, 0, 0, 0, &mm, 0, form);
+        d->Create();
+        auto* edit = KwControl<QPlainTextEdit>(d, CSectionProp::IDC_REPORT);
+        ASSERT_NE(edit, nullptr);
+        const QString shown = edit->toPlainText();
+        QString report = d->GetReport();
+        report.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        EXPECT_EQ(QString(shown).remove(QLatin1Char('\t')), report.remove(QLatin1Char('\t')));
+        const QFontMetricsF fm(edit->font());
+        for (const QString& line : shown.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+            EXPECT_EQ(line.count(QLatin1Char('\t')), 1) << line.toStdString();
+            EXPECT_LT(fm.horizontalAdvance(line.section(QLatin1Char('\t'), 0, 0)),
+                      edit->tabStopDistance())
+                << line.toStdString();
+        }
+        delete d;
+    }
 }
 
 TEST_F(SectionDialogsTest, selectionGroupsByFirstOccurrenceAndCountsInTheGroup)
