@@ -23,6 +23,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <algorithm>
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
 #include <charconv>
 #include <cstdint>
 #include <cmath>
@@ -93,12 +96,36 @@ QString pieceText(std::string_view piece, std::u16string& buffer)
                                 qsizetype(buffer.size()));
 }
 
-// How often `c` occurs, eight bytes at a time.
+// How often `c` occurs: sixteen bytes at a time where the processor has SSE2 (every x86-64),
+// eight at a time elsewhere.
 std::size_t countByte(std::string_view s, char c)
 {
+    std::size_t n = 0, i = 0;
+#if defined(__SSE2__) || defined(_M_X64)
+    // Each byte lane counts its matches (a match compares as -1); the lanes are summed before
+    // any of them can pass 255.
+    const __m128i needle = _mm_set1_epi8(c);
+    const __m128i zero = _mm_setzero_si128();
+    const auto sum = [&zero](__m128i lanes) {
+        const __m128i halves = _mm_sad_epu8(lanes, zero);
+        return std::size_t(_mm_cvtsi128_si32(halves)) +
+               std::size_t(_mm_cvtsi128_si32(_mm_unpackhi_epi64(halves, halves)));
+    };
+    __m128i lanes = zero;
+    int rounds = 0;
+    for (; i + 16 <= s.size(); i += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.data() + i));
+        lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, needle));
+        if (++rounds == 255) {
+            n += sum(lanes);
+            lanes = zero;
+            rounds = 0;
+        }
+    }
+    n += sum(lanes);
+#else
     constexpr std::uint64_t ones = 0x0101010101010101ull, low7 = 0x7f7f7f7f7f7f7f7full;
     const std::uint64_t pattern = ones * static_cast<unsigned char>(c);
-    std::size_t n = 0, i = 0;
     for (; i + 8 <= s.size(); i += 8) {
         std::uint64_t w;
         std::memcpy(&w, s.data() + i, 8);
@@ -107,6 +134,7 @@ std::size_t countByte(std::string_view s, char c)
         const std::uint64_t z = ~(((w & low7) + low7) | w | low7);
         n += std::size_t(((z >> 7) * ones) >> 56); // sum of the eight flags
     }
+#endif
     for (; i < s.size(); ++i)
         n += s[i] == c;
     return n;
