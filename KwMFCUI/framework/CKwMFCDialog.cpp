@@ -9,8 +9,8 @@
 #include "KwRegistry.h"
 
 #include <QCloseEvent>
-#include <QLayout>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QScreen>
 #include <limits>
 
@@ -275,7 +275,7 @@ void CKwMFCDialog::SetFormToggle(const QList<FormPlacement>& kept, QWidget* togg
 
 int CKwMFCDialog::ToggleForm()
 {
-    // Flag 0 is the form the dialog opens in; the first toggle brings back whatever an earlier
+    // Flag 0 is the form after construction; the first toggle brings back whatever an earlier
     // toggle hid and moves to the other form, the next one hides everything but the kept
     // controls again. A null rectangle or size leaves that placement to the dialog's layout.
     // While in form 0 the dialog reports the rectangle it had in the other form, kept here as
