@@ -303,7 +303,10 @@ std::vector<int> CKwUIMaterial::GetListedTypes() const
         if (IsTypeOffered(t, explicitEnabled))
             types.push_back(t);
     const int stored = GetObject() ? GetObject()->GetMaterialType() : -1;
-    if ((stored == CKwMaterial::Rigid || stored == CKwMaterial::Concrete) &&
+    // Crushable foam, rigid and concrete come and go with the tech preview; a material stored
+    // with one of them keeps showing it.
+    if ((stored == CKwMaterial::CrushableFoam || stored == CKwMaterial::Rigid ||
+         stored == CKwMaterial::Concrete) &&
         !IsTypeOffered(stored, explicitEnabled))
         types.push_back(stored);
     return types;

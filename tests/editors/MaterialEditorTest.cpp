@@ -245,6 +245,7 @@ TEST_F(MaterialEditor, aStoredTypeTheListDoesNotOfferIsStillShown)
     const Case cases[] = {
         {CKwMaterial::Rigid, false, 8, 7, "Rigid"},
         {CKwMaterial::Concrete, false, 8, 7, "Concrete"},
+        {CKwMaterial::CrushableFoam, false, 8, 7, "Crushable Foam"},
         {CKwMaterial::Rigid, true, 10, 8, "Rigid"},
         {CKwMaterial::Concrete, true, 10, 9, "Concrete"},
         {CKwMaterial::Nitinol, false, 7, 5, "Nitinol"},
