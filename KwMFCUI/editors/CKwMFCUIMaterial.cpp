@@ -15,6 +15,10 @@
 #include "KwMaterialKeys.h"
 #include "ui_CKwMFCUIMaterial.h"
 
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QTableView>
+#include <QAbstractTableModel>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QComboBox>
@@ -35,18 +39,15 @@ constexpr unsigned kEdit = KwCodeOp::Text | KwCodeOp::GetText | KwCodeOp::ToolTi
 constexpr int kExtras = CKwMaterial::ExtraCount;
 constexpr int kMatrix = CKwMaterial::MatrixSize;
 
-// Control codes of the logic -> controls: name, ID, description, then per property key its
-// edit and unit label, per extra value its edit and unit, the matrix cells and their unit.
+// Control codes of the logic -> controls: name, ID, description, per extra value its edit and
+// unit, the matrix cells and their unit. The property keys' values and units are cells of the
+// value table (see SetControlText).
 constexpr auto kControlCodes = [] {
-    std::array<KwControlCode, 3 + 2 * K::Count + 2 * kExtras + kMatrix + 1> t{};
+    std::array<KwControlCode, 3 + 2 * kExtras + kMatrix + 1> t{};
     std::size_t n = 0;
     t[n++] = {M::CodeName, 1380, kEdit};
     t[n++] = {M::CodeID, 1381, kEdit};
     t[n++] = {M::CodeDescription, 1382, kEdit};
-    for (int i = 0; i < K::Count; ++i) {
-        t[n++] = {M::CodeValueFirst + i, E::kValueIdBase + i, kEdit};
-        t[n++] = {M::CodeUnitFirst + i, E::kUnitIdBase + i, KwCodeOp::Text};
-    }
     for (int e = 0; e < kExtras; ++e) {
         t[n++] = {M::CodeExtraFirst + e, E::kExtraIdBase + e, kEdit};
         t[n++] = {M::CodeExtraUnitFirst + e, E::kExtraUnitIdBase + e, KwCodeOp::Text};
@@ -157,6 +158,95 @@ bool nonlinearAnalysis(const CKwAnalysis* a)
 
 } // namespace
 
+// The property values of the material: every key has its value, unit and tool tip here
+// whether or not the current type shows it; the rows are the keys of the current type.
+class KwMaterialValueModel : public QAbstractTableModel
+{
+public:
+    enum Column { Symbol, Label, Value, Unit, ColumnCount };
+    using QAbstractTableModel::QAbstractTableModel;
+
+    std::array<QString, K::Count> value, unit, tip, label;
+
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : int(m_shown.size());
+    }
+    int columnCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : ColumnCount;
+    }
+    int keyAt(int row) const { return row >= 0 && row < rowCount() ? m_shown[row] : -1; }
+    int rowOf(int key) const
+    {
+        const auto it = std::find(m_shown.begin(), m_shown.end(), key);
+        return it == m_shown.end() ? -1 : int(it - m_shown.begin());
+    }
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        const int key = keyAt(index.row());
+        if (key < 0)
+            return {};
+        if (role == Qt::DisplayRole || role == Qt::EditRole) {
+            switch (index.column()) {
+            case Symbol: return K::Key(key);
+            case Label: return label[key];
+            case Value: return value[key];
+            case Unit: return unit[key];
+            default: return {};
+            }
+        }
+        if (role == Qt::ToolTipRole && index.column() == Value && !tip[key].isEmpty())
+            return tip[key];
+        // The values stand out as the column to type in.
+        if (role == Qt::BackgroundRole && index.column() == Value)
+            return QGuiApplication::palette().brush(QPalette::Base);
+        return {};
+    }
+    Qt::ItemFlags flags(const QModelIndex& index) const override
+    {
+        Qt::ItemFlags f = QAbstractTableModel::flags(index);
+        return index.column() == Value ? f | Qt::ItemIsEditable : f;
+    }
+    bool setData(const QModelIndex& index, const QVariant& v, int role) override
+    {
+        const int key = keyAt(index.row());
+        if (key < 0 || index.column() != Value || role != Qt::EditRole)
+            return false;
+        setText(value, key, v.toString());
+        return true;
+    }
+    void setText(std::array<QString, K::Count>& column, int key, const QString& text)
+    {
+        if (key < 0 || key >= K::Count || column[key] == text)
+            return;
+        column[key] = text;
+        const int row = rowOf(key);
+        if (row >= 0) {
+            const int c = &column == &value ? Value : &column == &unit ? Unit : Label;
+            emit dataChanged(index(row, c), index(row, c));
+        }
+    }
+    void show(std::vector<int> keys)
+    {
+        if (keys == m_shown)
+            return;
+        beginResetModel();
+        m_shown = std::move(keys);
+        endResetModel();
+    }
+    void relabel()
+    {
+        for (int i = 0; i < K::Count; ++i)
+            label[i] = KwLabel(K::Label(i));
+        if (!m_shown.empty())
+            emit dataChanged(index(0, Label), index(rowCount() - 1, Label));
+    }
+
+private:
+    std::vector<int> m_shown;
+};
+
 void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
 
 CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
@@ -166,8 +256,40 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     m_ui->setupUi(this);
     // A type change sets the width only: the height stays, the value list scrolls.
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
-    // The value rows and the matrix are made when a type first shows them (see ensureRows).
-    m_keyRows.resize(K::Count);
+    // The property values: one table over a model, rows for the keys of the current type.
+    // The extra values and the matrix are made when a type first shows them (see ensureRows).
+    m_values = new KwMaterialValueModel(this);
+    m_values->relabel();
+    m_valueView = new QTableView(m_ui->structural);
+    m_valueView->setModel(m_values);
+    m_valueView->setObjectName(QStringLiteral("valueTable"));
+    m_valueView->horizontalHeader()->hide();
+    m_valueView->verticalHeader()->hide();
+    m_valueView->setShowGrid(false);
+    {
+        QPalette pal = m_valueView->palette();
+        pal.setColor(QPalette::Base, pal.color(QPalette::Window));
+        m_valueView->setPalette(pal);
+    }
+    m_valueView->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_valueView->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_valueView->setEditTriggers(QAbstractItemView::AllEditTriggers);
+    m_valueView->setWordWrap(false);
+    m_valueView->setMinimumHeight(150);
+    {
+        QHeaderView* h = m_valueView->horizontalHeader();
+        h->setSectionResizeMode(KwMaterialValueModel::Symbol, QHeaderView::Fixed);
+        h->setSectionResizeMode(KwMaterialValueModel::Label, QHeaderView::Stretch);
+        h->setSectionResizeMode(KwMaterialValueModel::Value, QHeaderView::Fixed);
+        h->setSectionResizeMode(KwMaterialValueModel::Unit, QHeaderView::Fixed);
+        const QFontMetrics fm(m_valueView->font());
+        h->resizeSection(KwMaterialValueModel::Symbol, fm.horizontalAdvance(QStringLiteral("SIGYLDW")));
+        h->resizeSection(KwMaterialValueModel::Value, fm.horizontalAdvance(QStringLiteral("0")) * 16);
+        h->resizeSection(KwMaterialValueModel::Unit, fm.horizontalAdvance(QStringLiteral("mW/(mm C)W")));
+        m_valueView->verticalHeader()->setDefaultSectionSize(fm.height() + 10);
+    }
+    m_valueView->setToolTip(QString());
+    m_ui->structuralLayout->insertWidget(0, m_valueView, 1);
     m_extraRows.resize(kExtras);
     m_ui->valuesGrid->setColumnStretch(1, 1);
     SetControlCodes(kControlCodes);
@@ -205,6 +327,7 @@ bool CKwMFCUIMaterial::OnInitDialog()
 void CKwMFCUIMaterial::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
+    m_values->relabel();
     // The text table lists the offered types; a stored type that is not offered follows them
     // (see GetListedTypes). The type list's item rows stand in type code order.
     const std::vector<int> listed = GetListedTypes();
@@ -253,14 +376,6 @@ bool CKwMFCUIMaterial::ensureRows(int type)
     // Rows keep their grid row (key index, then the extras after the keys), so the list keeps
     // its order whatever order the rows were made in; empty grid rows take no room.
     bool made = false;
-    for (int i : CKwMaterial::KeysForType(type)) {
-        if (i < 0 || i >= K::Count || m_keyRows[i][0])
-            continue;
-        m_keyRows[i] = makeRow(i, K::Key(i), KwLabel(K::Label(i)), kLabelIdBase + i,
-                               kValueIdBase + i, kUnitIdBase + i);
-        m_freshKeys.push_back(i);
-        made = true;
-    }
     for (int e : CKwMaterial::ExtrasForType(type)) {
         if (e < 0 || e >= kExtras || m_extraRows[e][2])
             continue;
@@ -379,8 +494,7 @@ bool CKwMFCUIMaterial::isAbsentCode(int code) const
         const int i = code - first;
         return i >= 0 && i < int(rows.size()) && !rows[i][slot];
     };
-    if (absent(m_keyRows, CodeValueFirst, code, 2) || absent(m_keyRows, CodeUnitFirst, code, 3) ||
-        absent(m_extraRows, CodeExtraFirst, code, 2) ||
+    if (absent(m_extraRows, CodeExtraFirst, code, 2) ||
         absent(m_extraRows, CodeExtraUnitFirst, code, 3))
         return true;
     return !m_matrixMade && ((code >= CodeMatrixFirst && code < CodeMatrixFirst + kMatrix) ||
@@ -392,8 +506,7 @@ bool CKwMFCUIMaterial::isFreshCode(int code) const
     const auto in = [](const std::vector<int>& fresh, int first, int code) {
         return std::find(fresh.begin(), fresh.end(), code - first) != fresh.end();
     };
-    return in(m_freshKeys, CodeValueFirst, code) || in(m_freshKeys, CodeUnitFirst, code) ||
-           in(m_freshExtras, CodeExtraFirst, code) || in(m_freshExtras, CodeExtraUnitFirst, code) ||
+    return in(m_freshExtras, CodeExtraFirst, code) || in(m_freshExtras, CodeExtraUnitFirst, code) ||
            (m_freshMatrix && ((code >= CodeMatrixFirst && code < CodeMatrixFirst + kMatrix) ||
                               code == CodeMatrixUnit));
 }
@@ -401,14 +514,28 @@ bool CKwMFCUIMaterial::isFreshCode(int code) const
 int CKwMFCUIMaterial::SetControlText(int code, const QString& text)
 {
     // Rows not made yet refuse their codes (the logic keeps those values); while new rows
-    // are filled, the rows the user may have typed in are left as they are.
+    // are filled, the rows the user may have typed in are left as they are. The property
+    // values live in the table's model, every key there from the start.
     if (isAbsentCode(code) || (m_fillingFresh && !isFreshCode(code)))
         return 0;
+    if (code >= CodeValueFirst && code < CodeValueFirst + K::Count) {
+        m_values->setText(m_values->value, code - CodeValueFirst, text);
+        return 1;
+    }
+    if (code >= CodeUnitFirst && code < CodeUnitFirst + K::Count) {
+        m_values->setText(m_values->unit, code - CodeUnitFirst, text);
+        return 1;
+    }
     return CKwMFCUIBase::SetControlText(code, text);
 }
 
 int CKwMFCUIMaterial::GetControlText(int code, QString& text)
 {
+    if (code >= CodeValueFirst && code < CodeValueFirst + K::Count) {
+        commitTypedValue();
+        text = m_values->value[code - CodeValueFirst];
+        return 1;
+    }
     return isAbsentCode(code) ? 0 : CKwMFCUIBase::GetControlText(code, text);
 }
 
@@ -416,7 +543,34 @@ int CKwMFCUIMaterial::SetControlToolTip(int code, const QString& text)
 {
     if (isAbsentCode(code) || (m_fillingFresh && !isFreshCode(code)))
         return 0;
+    if (code >= CodeValueFirst && code < CodeValueFirst + K::Count) {
+        m_values->tip[code - CodeValueFirst] = text;
+        return 1;
+    }
     return CKwMFCUIBase::SetControlToolTip(code, text);
+}
+
+void CKwMFCUIMaterial::commitTypedValue() const
+{
+    // The table's editor is a child of its viewport while a value is being typed; handing it
+    // to the delegate's commit writes the text into the model.
+    // A closed editor is hidden before it goes, so only a shown one holds typed text.
+    for (QLineEdit* editor : m_valueView->viewport()->findChildren<QLineEdit*>())
+        if (!editor->isHidden())
+            emit m_valueView->itemDelegate()->commitData(editor);
+}
+
+QString CKwMFCUIMaterial::KeyValueText(int key) const
+{
+    commitTypedValue();
+    return key >= 0 && key < K::Count ? m_values->value[key] : QString();
+}
+
+void CKwMFCUIMaterial::SetKeyValueText(int key, const QString& text)
+{
+    const int row = m_values->rowOf(key);
+    if (row >= 0)
+        m_values->setData(m_values->index(row, KwMaterialValueModel::Value), text, Qt::EditRole);
 }
 
 void CKwMFCUIMaterial::OnObjectDataLoaded()
@@ -427,10 +581,7 @@ void CKwMFCUIMaterial::OnObjectDataLoaded()
         showRowsOfType(type);
 }
 
-bool CKwMFCUIMaterial::IsKeyShown(int key) const
-{
-    return key >= 0 && key < K::Count && m_keyRows[key][2] && !m_keyRows[key][2]->isHidden();
-}
+bool CKwMFCUIMaterial::IsKeyShown(int key) const { return m_values->rowOf(key) >= 0; }
 
 bool CKwMFCUIMaterial::IsExtraShown(int extra) const
 {
@@ -446,18 +597,15 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
         LoadObjectData();
         m_fillingFresh = false;
     }
-    m_freshKeys.clear();
     m_freshExtras.clear();
     m_freshMatrix = false;
     const std::vector<int> keys = CKwMaterial::KeysForType(type);
     const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
-    for (int i = 0; i < K::Count; ++i) {
-        if (!m_keyRows[i][0])
-            continue;
-        const bool on = std::find(keys.begin(), keys.end(), i) != keys.end();
-        for (QWidget* w : m_keyRows[i])
-            w->setVisible(on);
-    }
+    commitTypedValue();
+    m_values->show(keys);
+    // The extra rows stand in the scrolled list below the table; the hyperelastic constants
+    // in their grid.
+    bool extraRows = false;
     for (int e = 0; e < kExtras; ++e) {
         if (!m_extraRows[e][2])
             continue;
@@ -465,7 +613,9 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
         for (QWidget* w : m_extraRows[e])
             if (w)
                 w->setVisible(on);
+        extraRows = extraRows || (on && e > CKwMaterial::A03);
     }
+    m_ui->scroll->setVisible(extraRows);
     enableAijCells();
     m_ui->matrix->setVisible(type == CKwMaterial::Anisotropic3D);
     m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);

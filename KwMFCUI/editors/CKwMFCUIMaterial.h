@@ -1,9 +1,10 @@
 #pragma once
-// The material editor: the type, the values each type uses (one row per property key or
-// extra value: symbol, label, value, unit), the anisotropic stiffness matrix, the hyperelastic
-// model and its experimental data, the failure theory, the fatigue and PPFA switches, and
-// loading a material from the database. Its logic half is CKwUIMaterial, which fills and reads
-// the values through this editor's control codes.
+// The material editor: the type, the values each type uses (a table with one row per
+// property key: symbol, label, value, unit; rows of the same kind for the extra values), the
+// anisotropic stiffness matrix, the hyperelastic model and its constants and experimental data,
+// the failure theory, the fatigue and PPFA switches, and loading a material from the database.
+// Its logic half is CKwUIMaterial, which fills and reads the values through this editor's
+// control codes.
 #include "CKwMFCUIBase.h"
 #include "CKwUIMaterial.h"
 #include "KwMFCUIExport.h"
@@ -16,6 +17,8 @@
 
 class QLabel;
 class QLineEdit;
+class QTableView;
+class KwMaterialValueModel;
 
 namespace Ui {
 class CKwMFCUIMaterial;
@@ -28,8 +31,7 @@ class KWMFCUI_EXPORT CKwMFCUIMaterial : public CKwMFCUIBase,
     Q_OBJECT
 public:
     static constexpr unsigned kTemplateId = 354;
-    // Control ids of the value rows: property key i, extra value e, matrix cell k.
-    static constexpr int kValueIdBase = 5000, kUnitIdBase = 5100, kLabelIdBase = 5200;
+    // Control ids of the extra value rows (extra value e) and of the matrix cells (cell k).
     static constexpr int kExtraIdBase = 5400, kExtraUnitIdBase = 5450, kExtraLabelIdBase = 5500;
     static constexpr int kMatrixIdBase = 5600, kMatrixHeadIdBase = 5650;
     static constexpr int kAijTitleId = 5549;
@@ -54,6 +56,11 @@ public:
     bool LoadMaterialFromDB(bool ownFilesOnly);
     // Whether the value row of a property key / extra value is shown for the current type.
     bool IsKeyShown(int key) const;
+    // The property values stand in one table (symbol, label, value, unit per row); these read
+    // and type a key's value as the user sees it.
+    QString KeyValueText(int key) const;
+    void SetKeyValueText(int key, const QString& text);
+    QTableView* GetValueTable() const { return m_valueView; }
     bool IsExtraShown(int extra) const;
 
     int SetControlText(int code, const QString& text) override;
@@ -85,12 +92,15 @@ private:
 
     std::unique_ptr<Ui::CKwMFCUIMaterial> m_ui;
     QWidget* m_aijGrid = nullptr;
-    // Symbol, label, edit, unit per key and per extra value; null until a type shows the row.
-    std::vector<std::array<QWidget*, 4>> m_keyRows;
+    KwMaterialValueModel* m_values = nullptr;
+    QTableView* m_valueView = nullptr;
+    // Writes a value being typed in the table into it before the logic reads the table.
+    void commitTypedValue() const;
+    // Symbol, label, edit, unit per extra value; null until a type shows the row.
     std::vector<std::array<QWidget*, 4>> m_extraRows;
     bool m_matrixMade = false;
     // Rows made since the last fill, and whether a fill is limited to them.
-    std::vector<int> m_freshKeys, m_freshExtras;
+    std::vector<int> m_freshExtras;
     bool m_freshMatrix = false;
     bool m_fillingFresh = false;
 };

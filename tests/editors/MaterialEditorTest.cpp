@@ -20,6 +20,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTableView>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace K = KwMaterialKeys;
@@ -41,10 +43,6 @@ protected:
         return d;
     }
     static QComboBox* typeCombo(QWidget* d) { return KwControl<QComboBox>(d, 1390); }
-    static QLineEdit* value(QWidget* d, int key)
-    {
-        return KwControl<QLineEdit>(d, CKwMFCUIMaterial::kValueIdBase + key);
-    }
     kwtest::Host host;
 };
 
@@ -56,10 +54,10 @@ TEST_F(MaterialEditor, typeChangeShowsTheTypesRowsAndWidensOnlyForHyperelastic)
     QComboBox* type = typeCombo(d);
     ASSERT_EQ(type->count(), 7);
     EXPECT_EQ(type->itemText(6), "Viscoelastic");
-    EXPECT_EQ(value(d, K::EX)->text(), "2e+05");
+    EXPECT_EQ(d->KeyValueText(K::EX), "2e+05");
     EXPECT_TRUE(d->IsKeyShown(K::EX));
     EXPECT_FALSE(d->IsKeyShown(K::E1));
-    value(d, K::EX)->setText("210000");
+    d->SetKeyValueText(K::EX, "210000");
 
     const QRect before = d->geometry();
     const int bubbles = host.view->GetBubbleCount();
@@ -82,7 +80,7 @@ TEST_F(MaterialEditor, typeChangeShowsTheTypesRowsAndWidensOnlyForHyperelastic)
     type->setCurrentIndex(CKwMaterial::Orthotropic3D); // the stored type: nothing happens
     EXPECT_EQ(host.view->GetBubbleCount(), afterSwitch);
     type->setCurrentIndex(CKwMaterial::Isotropic);
-    EXPECT_EQ(value(d, K::EX)->text(), "210000") << "values typed before a switch are kept";
+    EXPECT_EQ(d->KeyValueText(K::EX), "210000") << "values typed before a switch are kept";
 }
 
 TEST_F(MaterialEditor, okWritesTheModelAndANewMaterialIsAdded)
@@ -90,12 +88,12 @@ TEST_F(MaterialEditor, okWritesTheModelAndANewMaterialIsAdded)
     CKwMaterial* alu = host.model->m_materials[1];
     CKwMFCUIMaterial* d = open(alu);
     ASSERT_NE(d, nullptr);
-    value(d, K::NUXY)->setText("0.5");
+    d->SetKeyValueText(K::NUXY, "0.5");
     KwControl<QPushButton>(d, 1)->click();
     EXPECT_TRUE(d->isVisible());
     EXPECT_TRUE(host.view->GetLastBubbleText().startsWith("Poisson's Ratio - \n"));
     EXPECT_DOUBLE_EQ(alu->GetValue("NUXY"), 0.33);
-    value(d, K::NUXY)->setText("0.34");
+    d->SetKeyValueText(K::NUXY, "0.34");
     KwControl<QComboBox>(d, 1392)->setCurrentIndex(CKwMaterial::VonMisesStress);
     KwControl<QPushButton>(d, 1)->click();
     EXPECT_DOUBLE_EQ(alu->GetValue("NUXY"), 0.34);
@@ -104,8 +102,8 @@ TEST_F(MaterialEditor, okWritesTheModelAndANewMaterialIsAdded)
 
     CKwMFCUIMaterial* fresh = open(nullptr);
     ASSERT_NE(fresh, nullptr);
-    value(fresh, K::EX)->setText("110000");
-    value(fresh, K::NUXY)->setText("0.3");
+    fresh->SetKeyValueText(K::EX, "110000");
+    fresh->SetKeyValueText(K::NUXY, "0.3");
     KwControl<QPushButton>(fresh, 1)->click();
     ASSERT_EQ(host.model->m_materials.size(), 5);
     EXPECT_DOUBLE_EQ(host.model->m_materials.last()->GetValue("EX"), 1.1e11);
@@ -115,7 +113,7 @@ TEST_F(MaterialEditor, hiddenRequestOnAnOpenEditorSetsTheFailureTheoryAndRefresh
 {
     CKwMFCUIMaterial* d = open(host.model->m_materials.first());
     ASSERT_NE(d, nullptr);
-    value(d, K::EX)->setText("199000");
+    d->SetKeyValueText(K::EX, "199000");
     DialogLaunchRequest r = host.Request(2);
     r.keepResults = 1;
     r.createHidden = 1;
@@ -124,7 +122,7 @@ TEST_F(MaterialEditor, hiddenRequestOnAnOpenEditorSetsTheFailureTheoryAndRefresh
     EXPECT_EQ(rec.count(), 0);
     EXPECT_EQ(host.view->GetOpenDialogs().size(), 1);
     EXPECT_EQ(KwControl<QComboBox>(d, 1392)->currentIndex(), CKwMaterial::PrincipalStress);
-    EXPECT_EQ(value(d, K::EX)->text(), "1.99e+05");
+    EXPECT_EQ(d->KeyValueText(K::EX), "1.99e+05");
 }
 
 TEST_F(MaterialEditor, pointTableButtonsGoThroughTheHook)
@@ -375,4 +373,38 @@ TEST_F(MaterialEditor, hyperelasticConstantsFormAGridEnabledByTheModel)
     d->OnOK();
     EXPECT_DOUBLE_EQ(rubber->GetExtra(CKwMaterial::A20), 1.0e4);
     EXPECT_EQ(rubber->m_hyperelasticModel, CKwMaterial::Polynomial);
+}
+
+// The values are typed in the table as a user types them: a click on a value opens its editor,
+// and OK takes what was typed whether or not the editor was closed first.
+TEST_F(MaterialEditor, valuesAreTypedInTheTableAndTakenByOk)
+{
+    CKwMaterial* steel = host.model->m_materials.first();
+    for (const bool closeFirst : {true, false}) {
+        SCOPED_TRACE(closeFirst ? "Enter, then OK" : "OK with the editor open");
+        CKwMFCUIMaterial* d = open(steel);
+        ASSERT_NE(d, nullptr);
+        QTableView* table = d->GetValueTable();
+        ASSERT_NE(table, nullptr);
+        // Rows are the keys of the type, in key order; only the value column takes typing.
+        const QAbstractItemModel* m = table->model();
+        ASSERT_GT(m->rowCount(), 5);
+        EXPECT_EQ(m->index(0, 0).data().toString(), "EX");
+        EXPECT_FALSE(m->flags(m->index(0, 1)) & Qt::ItemIsEditable);
+        EXPECT_TRUE(m->flags(m->index(0, 2)) & Qt::ItemIsEditable);
+        EXPECT_EQ(m->index(0, 3).data().toString(), "MPa");
+
+        const QRect cell = table->visualRect(m->index(0, 2));
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+        auto* editor = table->viewport()->findChild<QLineEdit*>();
+        ASSERT_NE(editor, nullptr);
+        // The editor opens with the whole value selected: typing replaces it.
+        EXPECT_EQ(editor->selectedText(), QString(closeFirst ? "2e+05" : "2.05e+05"));
+        QTest::keyClicks(editor, closeFirst ? "205000" : "190000");
+        if (closeFirst)
+            QTest::keyClick(editor, Qt::Key_Return);
+        KwControl<QPushButton>(d, 1)->click();
+        EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+        EXPECT_DOUBLE_EQ(steel->GetValue("EX"), closeFirst ? 2.05e11 : 1.9e11);
+    }
 }
