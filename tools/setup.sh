@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, when they are missing.
 set -euo pipefail
-packages=(cmake ninja-build g++ qt6-base-dev qt6-svg-dev libqt6svg6-dev libgtest-dev
+packages=(cmake ninja-build g++ qt6-base-dev qt6-svg-dev libgtest-dev
           libbenchmark-dev fonts-dejavu-core libeigen3-dev)
 missing=()
 for p in "${packages[@]}"; do
