@@ -156,10 +156,67 @@ bool nonlinearAnalysis(const CKwAnalysis* a)
     return code >= 0 && code < 19 && ((270368u >> code) & 1u);
 }
 
+
+
+// The headings of the value table. The allowables of the orthotropic types carry the names
+// of their allowables groups.
+enum ValueHeading { HeadStiffness, HeadAllowables, HeadMatL8, HeadMatL12, HeadExpansion,
+                    HeadThermal, HeadingCount };
+constexpr KwTextRow kHeadings[HeadingCount] = {
+    {0, "Materials", "GroupStiffness", "Stiffness"},
+    {0, "Materials", "GroupAllowables", "Allowables"},
+    {0, "Materials", "GroupMatL8", "MATL8"},
+    {0, "Materials", "GroupMatL12", "MATL12"},
+    {0, "Materials", "LabelThermalExpansionCoef", "Thermal Expansion"},
+    {0, "Materials", "GroupThermal", "Thermal"},
+};
+
+int headingOf(int key, int type)
+{
+    switch (key) {
+    case K::SIGXT: case K::SIGXC: case K::SIGYLD: case K::SIGXY: case K::YLDPNT: case K::COHS:
+    case K::FANG: case K::XT: case K::YT: case K::ZT: case K::XC: case K::YC: case K::ZC:
+    case K::S: case K::S12: case K::S23: case K::S13: case K::F12: case K::F23: case K::F13:
+        return type == CKwMaterial::Orthotropic2D   ? HeadMatL8
+               : type == CKwMaterial::Orthotropic3D ? HeadMatL12
+                                                    : HeadAllowables;
+    case K::ALPX: case K::ALP1: case K::ALP2: case K::ALP3: case K::A1: case K::A2: case K::A3:
+    case K::A4: case K::A5: case K::A6:
+        return HeadExpansion;
+    case K::KX: case K::C: case K::REFT: case K::K11: case K::K22: case K::K33: case K::K12:
+    case K::K13: case K::K23:
+        return HeadThermal;
+    default:
+        return HeadStiffness;
+    }
+}
+
+// The rows of a type: its keys grouped under their headings, in heading order, the keys of a
+// group in the type's order. A heading row is stored as -1 - heading.
+std::vector<int> groupedRows(int type)
+{
+    const std::vector<int> keys = CKwMaterial::KeysForType(type);
+    std::vector<int> rows;
+    rows.reserve(keys.size() + HeadingCount);
+    for (int h = 0; h < HeadingCount; ++h) {
+        bool headed = false;
+        for (int key : keys) {
+            if (headingOf(key, type) != h)
+                continue;
+            if (!headed)
+                rows.push_back(-1 - h);
+            headed = true;
+            rows.push_back(key);
+        }
+    }
+    return rows;
+}
+
 } // namespace
 
 // The property values of the material: every key has its value, unit and tool tip here
-// whether or not the current type shows it; the rows are the keys of the current type.
+// whether or not the current type shows it; the rows are the keys of the current type under
+// their headings.
 class KwMaterialValueModel : public QAbstractTableModel
 {
 public:
@@ -167,6 +224,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     std::array<QString, K::Count> value, unit, tip, label;
+    std::array<QString, HeadingCount> heading;
 
     int rowCount(const QModelIndex& parent = {}) const override
     {
@@ -176,14 +234,37 @@ public:
     {
         return parent.isValid() ? 0 : ColumnCount;
     }
-    int keyAt(int row) const { return row >= 0 && row < rowCount() ? m_shown[row] : -1; }
+    // The key of a row; -1 for a heading or a row that is not there.
+    int keyAt(int row) const
+    {
+        return row >= 0 && row < rowCount() && m_shown[row] >= 0 ? m_shown[row] : -1;
+    }
+    int headingAt(int row) const
+    {
+        return row >= 0 && row < rowCount() && m_shown[row] < 0 ? -1 - m_shown[row] : -1;
+    }
     int rowOf(int key) const
     {
+        if (key < 0)
+            return -1;
         const auto it = std::find(m_shown.begin(), m_shown.end(), key);
         return it == m_shown.end() ? -1 : int(it - m_shown.begin());
     }
     QVariant data(const QModelIndex& index, int role) const override
     {
+        if (const int h = headingAt(index.row()); h >= 0) {
+            if (role == Qt::DisplayRole && index.column() == Symbol)
+                return heading[h];
+            if (role == Qt::FontRole) {
+                QFont f;
+                f.setBold(true);
+                return f;
+            }
+            // Headings take no focus or selection, but read as text, not as a disabled cell.
+            if (role == Qt::ForegroundRole)
+                return QGuiApplication::palette().brush(QPalette::Active, QPalette::WindowText);
+            return {};
+        }
         const int key = keyAt(index.row());
         if (key < 0)
             return {};
@@ -205,6 +286,8 @@ public:
     }
     Qt::ItemFlags flags(const QModelIndex& index) const override
     {
+        if (headingAt(index.row()) >= 0)
+            return Qt::NoItemFlags;
         Qt::ItemFlags f = QAbstractTableModel::flags(index);
         return index.column() == Value ? f | Qt::ItemIsEditable : f;
     }
@@ -227,20 +310,24 @@ public:
             emit dataChanged(index(row, c), index(row, c));
         }
     }
-    void show(std::vector<int> keys)
+    // True if the rows changed (the view then lays its heading spans anew).
+    bool show(std::vector<int> rows)
     {
-        if (keys == m_shown)
-            return;
+        if (rows == m_shown)
+            return false;
         beginResetModel();
-        m_shown = std::move(keys);
+        m_shown = std::move(rows);
         endResetModel();
+        return true;
     }
     void relabel()
     {
         for (int i = 0; i < K::Count; ++i)
             label[i] = KwLabel(K::Label(i));
+        for (int h = 0; h < HeadingCount; ++h)
+            heading[h] = KwPropText(kHeadings[h].section, kHeadings[h].key, kHeadings[h].english);
         if (!m_shown.empty())
-            emit dataChanged(index(0, Label), index(rowCount() - 1, Label));
+            emit dataChanged(index(0, Symbol), index(rowCount() - 1, Label));
     }
 
 private:
@@ -275,7 +362,6 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     m_valueView->setSelectionMode(QAbstractItemView::SingleSelection);
     m_valueView->setEditTriggers(QAbstractItemView::AllEditTriggers);
     m_valueView->setWordWrap(false);
-    m_valueView->setMinimumHeight(150);
     {
         QHeaderView* h = m_valueView->horizontalHeader();
         h->setSectionResizeMode(KwMaterialValueModel::Symbol, QHeaderView::Fixed);
@@ -287,6 +373,8 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
         h->resizeSection(KwMaterialValueModel::Value, fm.horizontalAdvance(QStringLiteral("0")) * 16);
         h->resizeSection(KwMaterialValueModel::Unit, fm.horizontalAdvance(QStringLiteral("mW/(mm C)W")));
         m_valueView->verticalHeader()->setDefaultSectionSize(fm.height() + 10);
+        // Ten rows in sight: a heading and the values of a group or two without scrolling.
+        m_valueView->setMinimumHeight(10 * (fm.height() + 10) + 2 * m_valueView->frameWidth());
     }
     m_valueView->setToolTip(QString());
     m_ui->structuralLayout->insertWidget(0, m_valueView, 1);
@@ -328,6 +416,9 @@ void CKwMFCUIMaterial::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
     m_values->relabel();
+    // The experimental data list names what "Define..." opens: never blank.
+    if (m_ui->experimental->currentIndex() < 0 && m_ui->experimental->count() > 0)
+        m_ui->experimental->setCurrentIndex(0);
     // The text table lists the offered types; a stored type that is not offered follows them
     // (see GetListedTypes). The type list's item rows stand in type code order.
     const std::vector<int> listed = GetListedTypes();
@@ -602,7 +693,12 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     const std::vector<int> keys = CKwMaterial::KeysForType(type);
     const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
     commitTypedValue();
-    m_values->show(keys);
+    if (m_values->show(groupedRows(type))) {
+        m_valueView->clearSpans();
+        for (int r = 0; r < m_values->rowCount(); ++r)
+            if (m_values->headingAt(r) >= 0)
+                m_valueView->setSpan(r, 0, 1, KwMaterialValueModel::ColumnCount);
+    }
     // The extra rows stand in the scrolled list below the table; the hyperelastic constants
     // in their grid.
     bool extraRows = false;

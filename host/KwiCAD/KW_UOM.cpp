@@ -58,6 +58,7 @@ const UnitRow kRows[] = {
      {"W/(m^2 K)", "mW/(mm^2 C)", "lbf/(in s F)"}},
     {KwUnitKind::Power, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"W", "mW", "lbf in/s"}},
     {KwUnitKind::AngularAcceleration, {1, 1, 1}, {0, 0, 0}, {"rad/s^2", "rad/s^2", "rad/s^2"}},
+    {KwUnitKind::Compliance, {1, 1e6, kPsi}, {0, 0, 0}, {"1/Pa", "1/MPa", "1/psi"}},
 };
 
 const UnitRow* findRow(int kind)

@@ -57,6 +57,10 @@ const UnitRow kUnits[] = {
     {KwUnitKind::Temperature, "F", 5.0 / 9.0, 459.67 * 5.0 / 9.0},
     {KwUnitKind::Angle, "Deg", kPi / 180, 0}, {KwUnitKind::Angle, "deg", kPi / 180, 0},
     {KwUnitKind::Angle, "rad", 1, 0},
+    {KwUnitKind::Compliance, "m2/N", 1, 0},   {KwUnitKind::Compliance, "m^2/N", 1, 0},
+    {KwUnitKind::Compliance, "1/Pa", 1, 0},   {KwUnitKind::Compliance, "1/MPa", 1e-6, 0},
+    {KwUnitKind::Compliance, "mm2/N", 1e-6, 0}, {KwUnitKind::Compliance, "mm^2/N", 1e-6, 0},
+    {KwUnitKind::Compliance, "1/psi", 1 / kPsi, 0},
     {KwUnitKind::Dimensionless, "", 1, 0},    {KwUnitKind::Dimensionless, "-", 1, 0},
 };
 

@@ -18,10 +18,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMap>
 #include <QPushButton>
 #include <QScreen>
 #include <QTableView>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace K = KwMaterialKeys;
@@ -335,6 +337,8 @@ TEST_F(MaterialEditor, hyperelasticConstantsFormAGridEnabledByTheModel)
     CKwMFCUIMaterial* d = open(rubber);
     ASSERT_NE(d, nullptr);
     QApplication::processEvents();
+    // "Define..." always has a data function to open: the list opens on the first.
+    EXPECT_EQ(KwControl<QComboBox>(d, 1399)->currentIndex(), 0);
     const auto cell = [&](int extra) {
         return KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase + extra);
     };
@@ -386,15 +390,19 @@ TEST_F(MaterialEditor, valuesAreTypedInTheTableAndTakenByOk)
         ASSERT_NE(d, nullptr);
         QTableView* table = d->GetValueTable();
         ASSERT_NE(table, nullptr);
-        // Rows are the keys of the type, in key order; only the value column takes typing.
+        // Rows are the keys of the type under their headings; only the value column takes
+        // typing, and a heading takes neither typing nor the cursor.
         const QAbstractItemModel* m = table->model();
         ASSERT_GT(m->rowCount(), 5);
-        EXPECT_EQ(m->index(0, 0).data().toString(), "EX");
-        EXPECT_FALSE(m->flags(m->index(0, 1)) & Qt::ItemIsEditable);
-        EXPECT_TRUE(m->flags(m->index(0, 2)) & Qt::ItemIsEditable);
-        EXPECT_EQ(m->index(0, 3).data().toString(), "MPa");
+        EXPECT_EQ(m->index(0, 0).data().toString(), "Stiffness");
+        EXPECT_EQ(m->flags(m->index(0, 0)), Qt::NoItemFlags);
+        EXPECT_EQ(table->columnSpan(0, 0), m->columnCount());
+        EXPECT_EQ(m->index(1, 0).data().toString(), "EX");
+        EXPECT_FALSE(m->flags(m->index(1, 1)) & Qt::ItemIsEditable);
+        EXPECT_TRUE(m->flags(m->index(1, 2)) & Qt::ItemIsEditable);
+        EXPECT_EQ(m->index(1, 3).data().toString(), "MPa");
 
-        const QRect cell = table->visualRect(m->index(0, 2));
+        const QRect cell = table->visualRect(m->index(1, 2));
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
         auto* editor = table->viewport()->findChild<QLineEdit*>();
         ASSERT_NE(editor, nullptr);
@@ -407,4 +415,93 @@ TEST_F(MaterialEditor, valuesAreTypedInTheTableAndTakenByOk)
         EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
         EXPECT_DOUBLE_EQ(steel->GetValue("EX"), closeFirst ? 2.05e11 : 1.9e11);
     }
+}
+
+// The value table shows exactly the keys of each type, each under the heading of its group
+// (the orthotropic allowables under their card names), headings and labels through the
+// language service; the hyperelastic volumetric constants show in the current units.
+TEST_F(MaterialEditor, valueTableGroupsEveryKeyOfEveryTypeUnderItsHeading)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    CKwMFCUIMaterial* d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    const QAbstractItemModel* m = d->GetValueTable()->model();
+    const struct
+    {
+        int key;
+        const char* heading; // for the types that show the key
+    } groups[] = {
+        {K::EX, "Stiffness"},      {K::DENS, "Stiffness"},       {K::D1, "Stiffness"},
+        {K::SIGXT, "Allowables"},  {K::YLDPNT, "Allowables"},    {K::ALPX, "Thermal Expansion"},
+        {K::A4, "Thermal Expansion"}, {K::KX, "Thermal"},        {K::K23, "Thermal"},
+        {K::REFT, "Thermal"},
+    };
+    for (int t = 0; t < typeCombo(d)->count(); ++t) {
+        SCOPED_TRACE(t);
+        typeCombo(d)->setCurrentIndex(t);
+        std::vector<int> shown;
+        QMap<int, QString> headingOf;
+        QString heading;
+        bool keyUnderHeading = true;
+        for (int r = 0; r < m->rowCount(); ++r) {
+            const QString first = m->index(r, 0).data().toString();
+            if (m->flags(m->index(r, 0)) == Qt::NoItemFlags) {
+                // No heading stands without a key under it.
+                EXPECT_TRUE(keyUnderHeading) << "empty group " << heading.toStdString();
+                heading = first;
+                keyUnderHeading = false;
+                continue;
+            }
+            EXPECT_FALSE(heading.isEmpty()) << "a key before the first heading";
+            keyUnderHeading = true;
+            const int key = K::IndexOf(first);
+            shown.push_back(key);
+            headingOf[key] = heading;
+        }
+        EXPECT_TRUE(keyUnderHeading);
+        std::vector<int> expected = CKwMaterial::KeysForType(t);
+        std::sort(expected.begin(), expected.end());
+        std::sort(shown.begin(), shown.end());
+        EXPECT_EQ(shown, expected);
+        for (const auto& g : groups) {
+            if (headingOf.contains(g.key)) {
+                EXPECT_EQ(headingOf[g.key], QString(g.heading)) << K::Key(g.key).toStdString();
+            }
+        }
+        if (t == CKwMaterial::Orthotropic2D) {
+            EXPECT_EQ(headingOf.value(K::XT), "MATL8");
+        }
+        if (t == CKwMaterial::Orthotropic3D) {
+            EXPECT_EQ(headingOf.value(K::S13), "MATL12");
+        }
+    }
+
+    // D1 of the sample rubber is 1e-9 m^2/N: 1e-3 per MPa in the model's units.
+    d->OnCancel();
+    CKwMFCUIMaterial* rubber = open(host.model->m_materials.at(3));
+    ASSERT_NE(rubber, nullptr);
+    ASSERT_EQ(rubber->GetEditObject()->GetMaterialType(), CKwMaterial::Hyperelastic);
+    EXPECT_EQ(rubber->KeyValueText(K::D1), "0.001");
+    const QAbstractItemModel* rm = rubber->GetValueTable()->model();
+    for (int r = 0; r < rm->rowCount(); ++r) {
+        if (rm->index(r, 0).data().toString() == "D1") {
+            EXPECT_EQ(rm->index(r, 3).data().toString(), "1/MPa");
+        }
+    }
+    rubber->OnCancel();
+
+    // In the pseudo-language every heading and label of the table is marked.
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
+    d = open(host.model->m_materials.first());
+    ASSERT_NE(d, nullptr);
+    const QAbstractItemModel* qm = d->GetValueTable()->model();
+    for (int t = 0; t < typeCombo(d)->count(); ++t) {
+        typeCombo(d)->setCurrentIndex(t);
+        for (int r = 0; r < qm->rowCount(); ++r) {
+            const bool isHeading = qm->flags(qm->index(r, 0)) == Qt::NoItemFlags;
+            const QString text = qm->index(r, isHeading ? 0 : 1).data().toString();
+            EXPECT_TRUE(text.contains(CKwXMLUtils::PseudoPrefix())) << text.toStdString();
+        }
+    }
+    CKwXMLUtils::SetCurrentLanguage("en");
 }

@@ -21,6 +21,7 @@ const int kAllKinds[] = {KwUnitKind::Stress,   KwUnitKind::Force,
                          KwUnitKind::AngularVelocity, KwUnitKind::SpecificHeat,
                          KwUnitKind::HeatFlux, KwUnitKind::ConvectionCoefficient,
                          KwUnitKind::Power, KwUnitKind::AngularAcceleration,
+                         KwUnitKind::Compliance,
                          KwUnitKind::Dimensionless};
 } // namespace
 
@@ -49,6 +50,9 @@ TEST(Units, knownValuesConvertCorrectly)
         {KW_UOM::IPS, KwUnitKind::Temperature, 373.15, 212.0, "F"},
         {KW_UOM::SI, KwUnitKind::Angle, 3.14159265358979, 180.0, "deg"},
         {KW_UOM::MMNS, KwUnitKind::Dimensionless, 0.3, 0.3, ""},
+        // A compliance is the inverse of a stress: 1e-9 m^2/N is 1e-3 per MPa.
+        {KW_UOM::MMNS, KwUnitKind::Compliance, 1e-9, 1e-3, "1/MPa"},
+        {KW_UOM::IPS, KwUnitKind::Compliance, 1 / 6894.757293168, 1.0, "1/psi"},
     };
     for (const auto& c : cases) {
         KW_UOM u(c.system);

@@ -35,6 +35,8 @@ enum : int {
     ConvectionCoefficient = 24,
     Power = 25,
     AngularAcceleration = 26,
+    // Strain per stress: the volumetric constants of hyperelastic materials.
+    Compliance = 27,
 };
 }
 
