@@ -39,6 +39,12 @@ CKwMFCDialog::CKwMFCDialog(unsigned templateId, CFMView* view, QWidget* parent)
 {
     setObjectName(QStringLiteral("KwDialog%1").arg(templateId));
     setProperty("templateId", templateId);
+    // Dialog texts are short Latin labels: they need no glyph shaping beyond the font's
+    // kerning, and shaping every label, edit and button took a fifth of an editor's opening.
+    // Scripts that cannot be drawn without shaping are still shaped (Qt decides per script).
+    QFont f = font();
+    f.setStyleStrategy(QFont::PreferNoShaping);
+    setFont(f);
 }
 
 CKwMFCDialog::~CKwMFCDialog()
