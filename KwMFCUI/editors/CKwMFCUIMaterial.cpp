@@ -337,7 +337,7 @@ private:
 void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
 
 CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
-                                   QWidget* parent)
+                                   QWidget* parent, CKwAnalysis* analysis)
     : CKwMFCUIBase(kTemplateId, view, parent), m_ui(std::make_unique<Ui::CKwMFCUIMaterial>())
 {
     m_ui->setupUi(this);
@@ -395,6 +395,7 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     });
     connect(m_ui->loadOwn, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(true); });
     connect(m_ui->loadAny, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(false); });
+    SetAnalysis(analysis);
     OnCreate(view, material, nullptr);
 }
 

@@ -42,8 +42,10 @@ public:
     using PointTableHook = std::function<void(CKwMFCUIMaterial* editor, int curve)>;
     static void SetPointTableHook(PointTableHook hook);
 
+    // `analysis` is the one the material is edited for (its advisories and switch messages);
+    // without one the model's first analysis is taken.
     CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
-                     QWidget* parent = nullptr);
+                     QWidget* parent = nullptr, CKwAnalysis* analysis = nullptr);
     ~CKwMFCUIMaterial() override;
 
     // A hidden launch request on the open editor.

@@ -280,39 +280,44 @@ TEST_F(MaterialEditor, aStoredTypeTheListDoesNotOfferIsStillShown)
     EXPECT_EQ(typeCombo(d)->count(), 7);
 }
 
-// Fatigue data waits for a fatigue analysis: switching it on says so unless the material is
-// edited for one; switching it off says nothing.
+// Fatigue data waits for a fatigue analysis: switching it on says so unless the request
+// names the sample model's fatigue analysis; switching it off says nothing. Without an
+// analysis in the request the editor takes the model's first one.
 TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
 {
     const QString advisory = "Material fatigue data will not be applicable until a fatigue "
                              "analysis has been selected.";
+    const QList<CKwAnalysis*> analyses = host.model->m_analyses;
+    ASSERT_EQ(analyses.size(), 6);
+    ASSERT_EQ(analyses.at(0)->GetAnalysisTypeCode(), CKwAnalysis::LinearStatic);
+    ASSERT_TRUE(analyses.at(5)->IsFatigueAnalysis());
     struct Case
     {
-        int analysisType; // 0: the model has no analysis
+        int analysis;    // index in the sample model; -1 none in the request
+        bool modelEmpty; // the model has no analysis at all
         bool on;
         bool shown;
     };
     const Case cases[] = {
-        {CKwAnalysis::LinearStatic, true, true},
-        {CKwAnalysis::NonlinearStatic, true, true},
-        {0, true, true},
-        {CKwAnalysis::Fatigue, true, false},
-        {CKwAnalysis::LinearStatic, false, false},
-        {CKwAnalysis::Fatigue, false, false},
+        {0, false, true, true},   {1, false, true, true},   {4, false, true, true},
+        {5, false, true, false},  {0, false, false, false}, {5, false, false, false},
+        {-1, false, true, true},  {-1, true, true, true},
     };
-    QList<CKwAnalysis*> analyses = host.model->m_analyses;
     for (const Case& c : cases) {
-        SCOPED_TRACE(std::to_string(c.analysisType) + (c.on ? " on" : " off"));
-        if (c.analysisType == 0) {
-            host.model->m_analyses.clear();
-        } else {
-            host.model->m_analyses = analyses;
-            analyses.first()->SetAnalysisTypeCode(c.analysisType);
-        }
+        SCOPED_TRACE(std::to_string(c.analysis) + (c.modelEmpty ? " empty" : "") +
+                     (c.on ? " on" : " off"));
+        host.model->m_analyses = c.modelEmpty ? QList<CKwAnalysis*>() : analyses;
         CKwMaterial* m = host.model->m_materials.first();
         m->m_fatigueOn = !c.on;
-        CKwMFCUIMaterial* d = open(m);
+        DialogLaunchRequest r = host.Request(2);
+        r.object = m;
+        r.analysis = c.analysis >= 0 ? analyses.at(c.analysis) : nullptr;
+        LaunchDialog(&r);
+        auto* d = dynamic_cast<CKwMFCUIMaterial*>(host.view->GetOpenDialog());
         ASSERT_NE(d, nullptr);
+        EXPECT_EQ(d->GetAnalysis(), c.analysis >= 0 ? analyses.at(c.analysis)
+                                    : c.modelEmpty ? nullptr
+                                                   : analyses.first());
         host.view->ClearBubbleRecord();
         KwControl<QCheckBox>(d, 1393)->click();
         EXPECT_EQ(d->GetEditObject()->m_fatigueOn, c.on);
