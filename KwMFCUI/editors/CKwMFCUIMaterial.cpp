@@ -149,15 +149,6 @@ CKwMFCUIMaterial::PointTableHook& pointTableHook()
     return hook;
 }
 
-// Nonlinear analysis codes below 19 (5, 13, 18), as for the type advisories.
-bool nonlinearAnalysis(const CKwAnalysis* a)
-{
-    const int code = a ? a->GetAnalysisTypeCode() : -1;
-    return code >= 0 && code < 19 && ((270368u >> code) & 1u);
-}
-
-
-
 // The headings of the value table. The allowables of the orthotropic types carry the names
 // of their allowables groups.
 enum ValueHeading { HeadStiffness, HeadAllowables, HeadMatL8, HeadMatL12, HeadExpansion,
@@ -763,7 +754,7 @@ void CKwMFCUIMaterial::onPPFA(bool on)
         ShowAdvisory("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses");
     else
         ShowAdvisory("Materials", "PPFATurnedOFF", "PPFA Calculation has been turned OFF for all analyses");
-    if (on && !nonlinearAnalysis(GetAnalysis()))
+    if (on && !KwTakesNonlinearMaterialData(GetAnalysis()))
         ShowAdvisory("Materials", "NonlinearAnalysisRequiredForPPFA",
                      "PPFA data will not be applicable until a Nonlinear analysis has been selected.");
 }

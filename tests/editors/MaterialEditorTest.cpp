@@ -280,6 +280,48 @@ TEST_F(MaterialEditor, aStoredTypeTheListDoesNotOfferIsStillShown)
     EXPECT_EQ(typeCombo(d)->count(), 7);
 }
 
+// Nonlinear material data and PPFA wait for a nonlinear analysis: the sample model's nonlinear
+// static and transient analyses take them, every other analysis brings the advisory.
+TEST_F(MaterialEditor, nonlinearDataAndPPFAAdvisoriesFollowTheSampleAnalyses)
+{
+    const QString on = "PPFA Calculation has been turned ON for all analyses";
+    const QString off = "PPFA Calculation has been turned OFF for all analyses";
+    const QString later = "PPFA data will not be applicable until a Nonlinear analysis has "
+                          "been selected.";
+    const QList<CKwAnalysis*>& analyses = host.model->m_analyses;
+    ASSERT_EQ(analyses.size(), 6);
+    const bool nonlinear[] = {false, true, true, false, false, false};
+    for (int i = 0; i < 6; ++i) {
+        SCOPED_TRACE(analyses.at(i)->GetName().toStdString());
+        // A new material: no thermal values, so explicit analyses add no thermal advisory.
+        DialogLaunchRequest r = host.Request(2);
+        r.analysis = analyses.at(i);
+        LaunchDialog(&r);
+        auto* d = dynamic_cast<CKwMFCUIMaterial*>(host.view->GetOpenDialog());
+        ASSERT_NE(d, nullptr);
+        auto* ppfa = KwControl<QCheckBox>(d, 1394);
+        host.view->ClearBubbleRecord();
+        ppfa->click();
+        EXPECT_TRUE(d->GetEditObject()->m_ppfaOn);
+        EXPECT_EQ(host.view->GetBubbleCount(), nonlinear[i] ? 1 : 2);
+        EXPECT_EQ(host.view->GetLastBubbleText(), nonlinear[i] ? on : later);
+        host.view->ClearBubbleRecord();
+        ppfa->click();
+        EXPECT_EQ(host.view->GetBubbleCount(), 1);
+        EXPECT_EQ(host.view->GetLastBubbleText(), off);
+
+        host.view->ClearBubbleRecord();
+        typeCombo(d)->setCurrentIndex(CKwMaterial::Nitinol);
+        const bool waits = host.view->GetLastBubbleText().startsWith(
+            "Nitinol material will not be applicable until a Nonlinear analysis");
+        EXPECT_EQ(waits, !nonlinear[i]) << host.view->GetLastBubbleText().toStdString();
+        if (nonlinear[i]) {
+            EXPECT_EQ(host.view->GetBubbleCount(), 0);
+        }
+        KwControl<QPushButton>(d, 2)->click();
+    }
+}
+
 // Fatigue data waits for a fatigue analysis: switching it on says so unless the request
 // names the sample model's fatigue analysis; switching it off says nothing. Without an
 // analysis in the request the editor takes the model's first one.
