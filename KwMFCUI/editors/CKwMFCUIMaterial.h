@@ -77,6 +77,19 @@ protected:
 private:
     void showRowsOfType(int type);
     void applyWidth(int type);
+    static bool hasStressStrainCurve(int type);
+    static bool hasConductivityTable(int type);
+    // Rows of the list of extra values below the table for a type, and the list's height.
+    static int extraListRows(int type);
+    int extraListHeight(int rows) const;
+    int spacingOr(int layoutSpacing) const;
+    // The height a type's own panels take (hyperelastic group, matrix, extra values, table
+    // buttons), also before they are made.
+    int heightOfTypePanels(int type) const;
+    // The unit column as wide as the widest unit shown.
+    void fitUnitColumn();
+    int extraUnitWidth() const;
+    int textMarginOfTable() const;
     void onFatigue(bool on);
     void onPPFA(bool on);
 

@@ -11,16 +11,21 @@
 #include "CKwXMLUtils.h"
 #include "CKwiCKAddin.h"
 #include "KwControls.h"
+#include "KW_UOM.h"
 #include "KwMaterialKeys.h"
 #include "KwTestSupport.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMap>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTableView>
 #include <QTest>
 #include <algorithm>
@@ -551,4 +556,112 @@ TEST_F(MaterialEditor, valueTableGroupsEveryKeyOfEveryTypeUnderItsHeading)
         }
     }
     CKwXMLUtils::SetCurrentLanguage("en");
+}
+
+namespace {
+
+// Controls outside the value table that the layout gave less height than they need.
+QStringList squeezedControls(QWidget* dialog, const QWidget* table)
+{
+    QStringList out;
+    for (QWidget* w : dialog->findChildren<QWidget*>()) {
+        if (!w->isVisibleTo(dialog) || w == table || table->isAncestorOf(w))
+            continue;
+        if (!qobject_cast<QLineEdit*>(w) && !qobject_cast<QComboBox*>(w) &&
+            !qobject_cast<QAbstractButton*>(w) && !qobject_cast<QLabel*>(w))
+            continue;
+        if (w->height() < w->minimumSizeHint().height())
+            out << QStringLiteral("%1 %2 (%3 < %4)")
+                       .arg(w->metaObject()->className(), w->objectName())
+                       .arg(w->height())
+                       .arg(w->minimumSizeHint().height());
+    }
+    return out;
+}
+
+} // namespace
+
+// A type change keeps the height, so whatever type the editor opens with, it opens tall enough
+// for every type's panels (hyperelastic group, stiffness matrix, extra values, table buttons):
+// nothing is squeezed and the value table keeps at least its own minimum. The value table
+// opens on its first row, and the extra values never need scrolling.
+TEST_F(MaterialEditor, everyTypeFindsRoomForItsPanelsInTheHeightTheEditorOpensWith)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    int opened = -1;
+    for (int start = 0; start < CKwMaterial::TypeCount; ++start) {
+        CKwMaterial material(9, QStringLiteral("Sample"));
+        ASSERT_TRUE(material.SetMaterialType(start));
+        CKwMFCUIMaterial* d = open(&material);
+        ASSERT_NE(d, nullptr);
+        QApplication::processEvents();
+        QTableView* table = d->GetValueTable();
+        EXPECT_EQ(table->verticalScrollBar()->value(), 0) << start;
+        EXPECT_EQ(table->rowAt(0), 0) << start;
+        if (opened < 0)
+            opened = d->height();
+        EXPECT_EQ(d->height(), opened) << "opened as type " << start;
+        auto* list = d->findChild<QScrollArea*>(QStringLiteral("scroll"));
+        ASSERT_NE(list, nullptr);
+        for (int type = 0; type < CKwMaterial::TypeCount; ++type) {
+            typeCombo(d)->setCurrentIndex(type);
+            QApplication::processEvents();
+            ASSERT_EQ(d->GetEditObject()->GetMaterialType(), type);
+            EXPECT_EQ(d->height(), opened);
+            EXPECT_EQ(squeezedControls(d, table), QStringList())
+                << "opened as " << start << ", now " << type;
+            EXPECT_GE(table->height(), table->minimumHeight())
+                << "opened as " << start << ", now " << type;
+            if (list->isVisible()) {
+                EXPECT_EQ(list->verticalScrollBar()->maximum(), 0) << type;
+            }
+        }
+        KwControl<QPushButton>(d, 2)->click();
+    }
+}
+
+// Units show whole in every unit system (the widest, "mm^2/(s^2 C)", is the specific heat in
+// mm-N-s); the extra values line up with the table's value column, and a value labelled by its
+// symbol shows the symbol once.
+TEST_F(MaterialEditor, unitsShowWholeAndExtraValuesLineUpWithTheTable)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    for (KW_UOM::System system : {KW_UOM::SI, KW_UOM::MMNS, KW_UOM::IPS}) {
+        SCOPED_TRACE(KW_UOM::GetSystemName(system).toStdString());
+        host.units->SetSystem(system);
+        CKwMaterial material(9, QStringLiteral("Sample"));
+        material.SetMaterialType(CKwMaterial::Nitinol);
+        CKwMFCUIMaterial* d = open(&material);
+        ASSERT_NE(d, nullptr);
+        QApplication::processEvents();
+        QTableView* table = d->GetValueTable();
+        const int margin = table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr,
+                                                       table) + 1;
+        const int unitColumn = table->columnWidth(3);
+        for (int key = 0; key < K::Count; ++key) {
+            const QString unit = K::UnitLabel(key, host.units.get());
+            EXPECT_LE(table->fontMetrics().horizontalAdvance(unit) + 2 * margin, unitColumn)
+                << K::Key(key).toStdString() << " " << unit.toStdString();
+        }
+        const int valueX =
+            table->viewport()->mapTo(d, QPoint(table->columnViewportPosition(2), 0)).x();
+        for (int e : CKwMaterial::ExtrasForType(CKwMaterial::Nitinol)) {
+            auto* edit = KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase + e);
+            ASSERT_NE(edit, nullptr) << e;
+            EXPECT_EQ(edit->mapTo(d, QPoint(0, 0)).x(), valueX) << e;
+            EXPECT_EQ(edit->width(), table->columnWidth(2)) << e;
+        }
+        KwControl<QPushButton>(d, 2)->click();
+    }
+    host.units->SetSystem(KW_UOM::MMNS);
+    CKwMaterial concrete(9, QStringLiteral("Sample"));
+    concrete.SetMaterialType(CKwMaterial::Concrete);
+    CKwMFCUIMaterial* d = open(&concrete);
+    ASSERT_NE(d, nullptr);
+    QStringList texts;
+    for (QLabel* l : d->findChild<QScrollArea*>(QStringLiteral("scroll"))->findChildren<QLabel*>())
+        if (l->isVisibleTo(d) && !l->text().isEmpty())
+            texts << l->text();
+    texts.sort();
+    EXPECT_EQ(texts.join(QLatin1Char(' ')), "CYM: FPC: MPa MPa");
 }
