@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwMaterialNonlinearDialog.h"
+#include "CKwOrthotropic3DDlg.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
 #include "CKwFunction.h"
@@ -94,6 +95,7 @@ constexpr KwTextRow kTexts[] = {
     {1397, "NonlinearMaterialDlg", "ButtonStressStrain", "Stress-Strain Curve..."},
     {1398, "TemperatureDependencematerialDlg", "ButtonDefineNewTable",
      "Temperature Dependence Table for K"},
+    {1401, "Materials", "ButtonOrthotropic3D", "3D Orthotropic Definition..."},
     {1395, "Materials", "ButtonLoadMaterial", "Load Material..."},
     {1396, "Materials", "ButtonLoadFromLibrary", "Load from Library..."},
     {1, "General", "ButtonOk", "OK"},
@@ -398,6 +400,8 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     connect(m_ui->defineExperimental, &QPushButton::clicked, this, [this] {
         OpenPointTable(CKwMaterial::SimpleTension + std::max(0, m_ui->experimental->currentIndex()));
     });
+    connect(m_ui->orthotropic3D, &QPushButton::clicked, this,
+            &CKwMFCUIMaterial::OpenOrthotropic3DDefinition);
     connect(m_ui->loadOwn, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(true); });
     connect(m_ui->loadAny, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(false); });
     SetAnalysis(analysis);
@@ -740,6 +744,7 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);
     m_ui->stressStrain->setVisible(hasStressStrainCurve(type));
     m_ui->temperatureTable->setVisible(hasConductivityTable(type));
+    m_ui->orthotropic3D->setVisible(type == CKwMaterial::Orthotropic3D);
     fitUnitColumn();
 }
 
@@ -802,7 +807,8 @@ int CKwMFCUIMaterial::heightOfTypePanels(int type) const
     }
     if (const int rows = extraListRows(type))
         h += spacingOr(m_ui->structuralLayout->spacing()) + extraListHeight(rows);
-    if (hasStressStrainCurve(type) || hasConductivityTable(type))
+    if (hasStressStrainCurve(type) || hasConductivityTable(type) ||
+        type == CKwMaterial::Orthotropic3D)
         h += spacing + m_ui->stressStrain->sizeHint().height();
     return h;
 }
@@ -944,6 +950,21 @@ void CKwMFCUIMaterial::OpenPointTable(int curve)
         out.y.push_back(y->GetValue(i));
     }
     SetCurve(curve, out);
+}
+
+bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
+{
+    // The definition works on the edit copy: it shows what was typed here and its OK writes
+    // the copy, which the table then shows; the model waits for this editor's OK.
+    UpdateObjectData(false);
+    CKwMaterial* m = GetEditObject();
+    if (!m)
+        return false;
+    CKwOrthotropic3DDlg dlg(m, GetUnitSystem(), GetFMView(), this);
+    if (dlg.DoModal() != KwMB::IDOK)
+        return false;
+    LoadObjectData();
+    return true;
 }
 
 bool CKwMFCUIMaterial::LoadMaterialFromDB(bool ownFilesOnly)

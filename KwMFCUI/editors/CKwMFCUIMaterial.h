@@ -54,6 +54,9 @@ public:
 
     void OnObjectDataLoaded() override;
     void OpenPointTable(int curve);
+    // The 3D orthotropic definition (template 305) on the edit copy, for Orthotropic 3D; true
+    // when it ended with OK (the values shown are then refilled).
+    bool OpenOrthotropic3DDefinition();
     // Loads from the database folder (the standard open-file dialog); see KwLoadMaterialFromDB.
     bool LoadMaterialFromDB(bool ownFilesOnly);
     // Whether the value row of a property key / extra value is shown for the current type.

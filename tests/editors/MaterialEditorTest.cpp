@@ -6,6 +6,7 @@
 #include "CKwFEModel.h"
 #include "CKwMFCUIMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
+#include "CKwOrthotropic3DDlg.h"
 #include "CKwTableDialog.h"
 #include "CKwMaterial.h"
 #include "CKwXMLUtils.h"
@@ -664,4 +665,49 @@ TEST_F(MaterialEditor, unitsShowWholeAndExtraValuesLineUpWithTheTable)
             texts << l->text();
     texts.sort();
     EXPECT_EQ(texts.join(QLatin1Char(' ')), "CYM: FPC: MPa MPa");
+}
+
+// Orthotropic 3D materials open the 3D orthotropic definition on the edit copy: it shows what
+// was typed in the table, its OK writes the copy (the table follows), its Cancel leaves it, and
+// the model waits for the editor's own OK.
+TEST_F(MaterialEditor, orthotropic3DDefinitionWorksOnTheEditCopy)
+{
+    CKwMaterial* carbon = host.model->m_materials.at(2);
+    ASSERT_EQ(carbon->GetMaterialType(), CKwMaterial::Orthotropic3D);
+    CKwMFCUIMaterial* d = open(carbon);
+    ASSERT_NE(d, nullptr);
+    auto* button = KwControl<QPushButton>(d, 1401);
+    ASSERT_NE(button, nullptr);
+    EXPECT_TRUE(button->isVisible());
+    EXPECT_EQ(button->text(), "3D Orthotropic Definition...");
+    d->SetKeyValueText(K::E1, "190000");
+    for (const bool ok : {false, true}) {
+        SCOPED_TRACE(ok ? "OK" : "Cancel");
+        QString shownE1;
+        const kwtest::ModalRecord seen = kwtest::AnswerModals(
+            [&] { button->click(); }, QMessageBox::Ok, [&](QWidget* w) {
+                auto* definition = dynamic_cast<CKwOrthotropic3DDlg*>(w);
+                ASSERT_NE(definition, nullptr);
+                shownE1 = definition->Edit(0)->text();
+                definition->Edit(1)->setText("11000"); // E2
+                if (ok)
+                    definition->OnOK();
+            });
+        EXPECT_EQ(seen.dialogTitles, QStringList{"3D Orthotropic Material Definition"});
+        EXPECT_EQ(shownE1, "1.9e+05");
+        EXPECT_EQ(d->KeyValueText(K::E2), ok ? "11000" : "10300");
+        EXPECT_DOUBLE_EQ(carbon->GetValue("E2"), 1.03e10);
+    }
+    EXPECT_EQ(d->KeyValueText(K::E1), "1.9e+05");
+    KwControl<QPushButton>(d, 1)->click();
+    EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+    EXPECT_DOUBLE_EQ(carbon->GetValue("E2"), 1.1e10);
+    EXPECT_DOUBLE_EQ(carbon->GetValue("E1"), 1.9e11);
+
+    // Only Orthotropic 3D has it.
+    CKwMFCUIMaterial* steel = open(host.model->m_materials.first());
+    ASSERT_NE(steel, nullptr);
+    EXPECT_FALSE(KwControl<QPushButton>(steel, 1401)->isVisible());
+    typeCombo(steel)->setCurrentIndex(CKwMaterial::Orthotropic3D);
+    EXPECT_TRUE(KwControl<QPushButton>(steel, 1401)->isVisible());
 }
