@@ -318,6 +318,21 @@ public:
     {
         for (int i = 0; i < K::Count; ++i)
             label[i] = KwLabel(K::Label(i));
+        // The hyperelastic constants that share a label say more in their tool tips.
+        const QString order = KwPropText("Materials", "ToolTipNAND",
+                                         "Strain energy polynomial order");
+        tip[K::NA] = QStringLiteral("%1: %2").arg(
+            order, KwPropText("Materials", "ToolTipNA", "Distortional"));
+        tip[K::ND] = QStringLiteral("%1: %2").arg(
+            order, KwPropText("Materials", "ToolTipND", "Volumetric"));
+        const QString mu = KwPropText("Materials", "ToolTipMU",
+                                      "Shear moduli related to distortional deformation");
+        const QString alpha = KwPropText("Materials", "ToolTipALPHA",
+                                         "Exponent related to distortional deformation");
+        for (int i : {int(K::MU1), int(K::MU2), int(K::MU3)})
+            tip[i] = mu;
+        for (int i : {int(K::ALPHA1), int(K::ALPHA2), int(K::ALPHA3)})
+            tip[i] = alpha;
         for (int h = 0; h < HeadingCount; ++h)
             heading[h] = KwPropText(kHeadings[h].section, kHeadings[h].key, kHeadings[h].english);
         if (!m_shown.empty())
@@ -432,10 +447,24 @@ bool CKwMFCUIMaterial::OnInitDialog()
     return ok;
 }
 
+QString CKwMFCUIMaterial::aijToolTip(int extra)
+{
+    // The two constants of the common models have texts of their own; the others their symbol.
+    if (extra == CKwMaterial::A10)
+        return KwPropText("Materials", "ToolTipA10", "A10");
+    if (extra == CKwMaterial::A01)
+        return KwPropText("Materials", "ToolTipA01", "A01");
+    return CKwMaterial::ExtraKey(extra);
+}
+
 void CKwMFCUIMaterial::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
     m_values->relabel();
+    if (m_aijGrid)
+        for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
+            if (QWidget* cell = m_extraRows[e][2])
+                cell->setToolTip(aijToolTip(e));
     // The experimental data list names what "Define..." opens: never blank.
     if (m_ui->experimental->currentIndex() < 0 && m_ui->experimental->count() > 0)
         m_ui->experimental->setCurrentIndex(0);
@@ -568,7 +597,7 @@ void CKwMFCUIMaterial::makeAijGrid()
         const int j = symbol.at(2).digitValue();
         auto* cell = new QLineEdit(m_aijGrid);
         cell->setMinimumWidth(70);
-        cell->setToolTip(symbol);
+        cell->setToolTip(aijToolTip(e));
         KwSetControlId(cell, kExtraIdBase + e);
         grid->addWidget(cell, i + 2, j + 1);
         m_extraRows[e] = {nullptr, nullptr, cell, e == CKwMaterial::A10 ? unit : nullptr};

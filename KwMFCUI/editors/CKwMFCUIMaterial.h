@@ -103,6 +103,7 @@ private:
     // The hyperelastic constants Aij as a grid (i down, j across) in the hyperelastic group;
     // the cells keep the extra values' control ids.
     void makeAijGrid();
+    static QString aijToolTip(int extra);
     // Enables the constants the chosen hyperelastic model uses.
     void enableAijCells();
     bool isAbsentCode(int code) const;

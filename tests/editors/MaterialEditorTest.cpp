@@ -3,6 +3,7 @@
 // point-table hook and every caption through the language service.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwDlgBase.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
@@ -710,4 +711,40 @@ TEST_F(MaterialEditor, orthotropic3DDefinitionWorksOnTheEditCopy)
     EXPECT_FALSE(KwControl<QPushButton>(steel, 1401)->isVisible());
     typeCombo(steel)->setCurrentIndex(CKwMaterial::Orthotropic3D);
     EXPECT_TRUE(KwControl<QPushButton>(steel, 1401)->isVisible());
+}
+
+// The hyperelastic constants that share a label tell themselves apart in their tool tips,
+// which come from the language service like every caption.
+TEST_F(MaterialEditor, hyperelasticConstantsTellThemselvesApartInToolTips)
+{
+    const auto tips = [&](CKwMFCUIMaterial* d) {
+        QMap<QString, QString> out;
+        const QAbstractItemModel* m = d->GetValueTable()->model();
+        for (int row = 0; row < m->rowCount(); ++row)
+            out.insert(m->index(row, 0).data().toString(),
+                       m->index(row, 2).data(Qt::ToolTipRole).toString());
+        out.insert("A10", KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase +
+                                                      CKwMaterial::A10)->toolTip());
+        return out;
+    };
+    CKwMaterial* rubber = host.model->m_materials.at(3);
+    CKwMFCUIMaterial* d = open(rubber);
+    ASSERT_NE(d, nullptr);
+    const QMap<QString, QString> english = tips(d);
+    EXPECT_EQ(english.value("NA"), "Strain energy polynomial order: Distortional");
+    EXPECT_EQ(english.value("ND"), "Strain energy polynomial order: Volumetric");
+    for (const char* key : {"MU1", "MU2", "MU3"})
+        EXPECT_EQ(english.value(key), "Shear moduli related to distortional deformation") << key;
+    for (const char* key : {"ALPHA1", "ALPHA2", "ALPHA3"})
+        EXPECT_EQ(english.value(key), "Exponent related to distortional deformation") << key;
+    EXPECT_EQ(english.value("A10"), "A10");
+
+    // An open editor follows a change of language as a host announces it.
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
+    CKwDlgBase::RetranslateAll();
+    const QMap<QString, QString> pseudo = tips(d);
+    CKwXMLUtils::SetCurrentLanguage("en");
+    for (const char* key : {"NA", "ND", "MU1", "ALPHA3", "A10"})
+        EXPECT_TRUE(pseudo.value(key).contains(CKwXMLUtils::PseudoPrefix()))
+            << key << " " << pseudo.value(key).toStdString();
 }
