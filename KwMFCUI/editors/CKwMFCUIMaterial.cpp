@@ -752,8 +752,8 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
             if (m_values->headingAt(r) >= 0)
                 m_valueView->setSpan(r, 0, 1, KwMaterialValueModel::ColumnCount);
     }
-    // The extra rows stand in the scrolled list below the table; the hyperelastic constants
-    // in their grid.
+    // The extra rows stand in the list below the table; the hyperelastic constants in their
+    // grid.
     for (int e = 0; e < kExtras; ++e) {
         if (!m_extraRows[e][2])
             continue;
