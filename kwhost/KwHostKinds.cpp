@@ -85,7 +85,8 @@ QList<KwHostKind> KwHostKinds()
 }
 
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
-                                  KW_UOM* units, bool newEntity, int variant)
+                                  KW_UOM* units, bool newEntity, int variant,
+                                  CKwAnalysis* current)
 {
     DialogLaunchRequest r{};
     r.kind = kind;
@@ -94,6 +95,7 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     if (!model)
         return r;
     CKwAnalysis* withResults = model->m_analyses.isEmpty() ? nullptr : model->m_analyses.first();
+    CKwAnalysis* editedFor = current ? current : withResults;
     auto firstSetup = [&](int type) -> CKwFEBase* {
         for (CKwAnalysis* a : model->m_analyses)
             if (a->GetAnalysisTypeCode() == type)
@@ -113,12 +115,12 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
                     r.object = l;
                     break;
                 }
-        r.analysis = withResults;
+        r.analysis = editedFor;
         break;
     case 1:
         r.object = newEntity || model->m_restraints.isEmpty() ? nullptr
                                                               : model->m_restraints.first();
-        r.analysis = withResults;
+        r.analysis = editedFor;
         break;
     case 2:
         r.object = nullptr;
@@ -130,6 +132,7 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
                     r.object = m;
                     break;
                 }
+        r.analysis = editedFor;
         break;
     case 9:
         r.object = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;

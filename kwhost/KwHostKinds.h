@@ -6,6 +6,7 @@
 #include <QString>
 
 class CFMView;
+class CKwAnalysis;
 class CKwFEModel;
 class KW_UOM;
 
@@ -25,6 +26,9 @@ QList<KwHostKind> KwHostKinds();
 // units. `newEntity` leaves the object null ("new"). `variant` 1 picks the transient
 // nonlinear setup for kinds 52 and 53 instead of the static one, and for kind 0 the remote
 // force (2: the hydrostatic load) instead of the first force; for kind 34 the first beam
-// property (2: a new property) instead of the first shell or solid.
+// property (2: a new property) instead of the first shell or solid. `current` is the analysis
+// the user made current: the entity editors (loads, constraints, materials) are opened for it;
+// without one, and for the kinds that show results, the analysis with results is taken.
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
-                                  KW_UOM* units, bool newEntity = false, int variant = 0);
+                                  KW_UOM* units, bool newEntity = false, int variant = 0,
+                                  CKwAnalysis* current = nullptr);

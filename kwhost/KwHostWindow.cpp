@@ -36,6 +36,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace {
 enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole, HostActionRole };
@@ -46,7 +47,7 @@ constexpr unsigned kSectionDefinitionItem = 1001;
 constexpr unsigned kSectionReportItem = 1002;
 constexpr unsigned kSectionSelectionItem = 1003;
 // Tree entries the host handles itself rather than through a dialog kind.
-enum HostAction { ActionMeshQuality = 1, ActionHighlightGroup = 2 };
+enum HostAction { ActionMeshQuality = 1, ActionHighlightGroup = 2, ActionCurrentAnalysis = 3 };
 }
 
 KwHostWindow::KwHostWindow(QWidget* parent)
@@ -79,6 +80,7 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     // Editors ask for a refresh after they wrote the model.
     connect(CKwTreeManager::Instance(), &CKwTreeManager::treeRefreshRequested, this,
             &KwHostWindow::RebuildTree);
+    m_current = m_model->m_analyses.isEmpty() ? nullptr : m_model->m_analyses.first();
     buildMenus();
     RebuildTree();
     m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });
@@ -118,6 +120,17 @@ void KwHostWindow::buildMenus()
 
     QMenu* analysis = groups.value(QStringLiteral("Analysis"));
     analysis->addSeparator();
+    // The analysis the editors are opened for: their advisories (explicit, nonlinear, fatigue,
+    // response spectrum) depend on it.
+    QMenu* current = analysis->addMenu(tr("Current analysis"));
+    m_analysisGroup = new QActionGroup(this);
+    for (CKwAnalysis* a : m_model->m_analyses) {
+        QAction* item = current->addAction(a->GetName());
+        item->setCheckable(true);
+        item->setChecked(a == m_current);
+        m_analysisGroup->addAction(item);
+        connect(item, &QAction::triggered, this, [this, a] { SetCurrentAnalysis(a); });
+    }
     QMenu* run = analysis->addMenu(tr("Run analysis"));
     const QString name = m_model->m_analyses.isEmpty() ? m_model->GetName()
                                                        : m_model->m_analyses.first()->GetName();
@@ -200,10 +213,29 @@ void KwHostWindow::refreshCaptions()
     RebuildTree();
 }
 
+void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)
+{
+    if (!m_model->m_analyses.contains(analysis))
+        return;
+    m_current = analysis;
+    const int index = int(m_model->m_analyses.indexOf(analysis));
+    if (m_analysisGroup && index < m_analysisGroup->actions().size())
+        m_analysisGroup->actions().at(index)->setChecked(true);
+    // The tree item may be the one being activated: its font changes, it stays.
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
+        if ((*it)->data(0, HostActionRole).toInt() != ActionCurrentAnalysis)
+            continue;
+        QFont font = (*it)->font(0);
+        font.setBold((*it)->data(0, ObjectRole).toInt() == index);
+        (*it)->setFont(0, font);
+    }
+    statusBar()->showMessage(tr("Current analysis: %1").arg(analysis->GetName()), 5000);
+}
+
 void KwHostWindow::Launch(unsigned kind, bool newEntity, int variant)
 {
-    DialogLaunchRequest r =
-        KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity, variant);
+    DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity,
+                                          variant, m_current);
     if (kind == 83) {
         const std::wstring text = L"Save the model before running the analysis?";
         MessageRequest m{};
@@ -267,7 +299,15 @@ void KwHostWindow::RebuildTree()
                                                    QStringLiteral("TreeCategoryText"),
                                                    QStringLiteral("Analyses"))});
     for (CKwAnalysis* a : m_model->m_analyses) {
+        // Activating an analysis makes it current; the current one stands out.
         auto* ai = new QTreeWidgetItem(analyses, {a->GetName()});
+        ai->setData(0, HostActionRole, ActionCurrentAnalysis);
+        ai->setData(0, ObjectRole, int(m_model->m_analyses.indexOf(a)));
+        if (a == m_current) {
+            QFont bold = ai->font(0);
+            bold.setBold(true);
+            ai->setFont(0, bold);
+        }
         for (CKwSubCase* s : a->GetSubCases()) {
             auto* si = add(ai, s->GetName(), 8, s);
             if (CKwNonlinearSetup* setup = s->GetNonlinearSetup())
@@ -332,6 +372,12 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
         Launch(9);
         return;
     }
+    if (item && item->data(0, HostActionRole).toInt() == ActionCurrentAnalysis) {
+        const int index = item->data(0, ObjectRole).toInt();
+        if (index >= 0 && index < m_model->m_analyses.size())
+            SetCurrentAnalysis(m_model->m_analyses.at(index));
+        return;
+    }
     if (item && item->data(0, HostActionRole).toInt() == ActionHighlightGroup) {
         const int id = item->data(0, ObjectRole).toInt();
         for (const CKwMeshModel::ElementGroup& g : m_model->m_mesh->Groups())
@@ -362,7 +408,8 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
             QMetaObject::invokeMethod(this, &KwHostWindow::RebuildTree, Qt::QueuedConnection);
         return;
     }
-    DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true);
+    DialogLaunchRequest r =
+        KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true, 0, m_current);
     r.object = object;
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.

@@ -5,6 +5,7 @@
 #include <memory>
 
 class CFMView;
+class CKwAnalysis;
 class CKwFEModel;
 class CKwiCKAddin;
 class KW_UOM;
@@ -30,6 +31,10 @@ public:
     QWidget* OpenMeshQualityResults();
     // The simulated solver behind "Run analysis".
     KwSolverRun* SolverRun() const { return m_run; }
+    // The analysis the entity editors are opened for (Analysis > Current analysis, or an
+    // analysis activated in the tree); the model's first at the start.
+    CKwAnalysis* CurrentAnalysis() const { return m_current; }
+    void SetCurrentAnalysis(CKwAnalysis* analysis);
 
 private:
     void buildMenus();
@@ -43,6 +48,8 @@ private:
     CFMView* m_view = nullptr;
     QTreeWidget* m_tree = nullptr;
     QActionGroup* m_langGroup = nullptr;
+    QActionGroup* m_analysisGroup = nullptr;
+    CKwAnalysis* m_current = nullptr;
     int m_langListener = 0;
     KwSolverRun* m_run = nullptr;
 };

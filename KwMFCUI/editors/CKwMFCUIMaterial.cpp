@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwMaterialNonlinearDialog.h"
+#include "CKwOrthotropic3DDlg.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
 #include "CKwFunction.h"
@@ -25,6 +26,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
+#include <QStyle>
 #include <algorithm>
 #include <array>
 
@@ -93,6 +95,7 @@ constexpr KwTextRow kTexts[] = {
     {1397, "NonlinearMaterialDlg", "ButtonStressStrain", "Stress-Strain Curve..."},
     {1398, "TemperatureDependencematerialDlg", "ButtonDefineNewTable",
      "Temperature Dependence Table for K"},
+    {1401, "Materials", "ButtonOrthotropic3D", "3D Orthotropic Definition..."},
     {1395, "Materials", "ButtonLoadMaterial", "Load Material..."},
     {1396, "Materials", "ButtonLoadFromLibrary", "Load from Library..."},
     {1, "General", "ButtonOk", "OK"},
@@ -148,15 +151,6 @@ CKwMFCUIMaterial::PointTableHook& pointTableHook()
     static CKwMFCUIMaterial::PointTableHook hook;
     return hook;
 }
-
-// Nonlinear analysis codes below 19 (5, 13, 18), as for the type advisories.
-bool nonlinearAnalysis(const CKwAnalysis* a)
-{
-    const int code = a ? a->GetAnalysisTypeCode() : -1;
-    return code >= 0 && code < 19 && ((270368u >> code) & 1u);
-}
-
-
 
 // The headings of the value table. The allowables of the orthotropic types carry the names
 // of their allowables groups.
@@ -324,6 +318,21 @@ public:
     {
         for (int i = 0; i < K::Count; ++i)
             label[i] = KwLabel(K::Label(i));
+        // The hyperelastic constants that share a label say more in their tool tips.
+        const QString order = KwPropText("Materials", "ToolTipNAND",
+                                         "Strain energy polynomial order");
+        tip[K::NA] = QStringLiteral("%1: %2").arg(
+            order, KwPropText("Materials", "ToolTipNA", "Distortional"));
+        tip[K::ND] = QStringLiteral("%1: %2").arg(
+            order, KwPropText("Materials", "ToolTipND", "Volumetric"));
+        const QString mu = KwPropText("Materials", "ToolTipMU",
+                                      "Shear moduli related to distortional deformation");
+        const QString alpha = KwPropText("Materials", "ToolTipALPHA",
+                                         "Exponent related to distortional deformation");
+        for (int i : {int(K::MU1), int(K::MU2), int(K::MU3)})
+            tip[i] = mu;
+        for (int i : {int(K::ALPHA1), int(K::ALPHA2), int(K::ALPHA3)})
+            tip[i] = alpha;
         for (int h = 0; h < HeadingCount; ++h)
             heading[h] = KwPropText(kHeadings[h].section, kHeadings[h].key, kHeadings[h].english);
         if (!m_shown.empty())
@@ -337,7 +346,7 @@ private:
 void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
 
 CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
-                                   QWidget* parent)
+                                   QWidget* parent, CKwAnalysis* analysis)
     : CKwMFCUIBase(kTemplateId, view, parent), m_ui(std::make_unique<Ui::CKwMFCUIMaterial>())
 {
     m_ui->setupUi(this);
@@ -380,6 +389,19 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     m_ui->structuralLayout->insertWidget(0, m_valueView, 1);
     m_extraRows.resize(kExtras);
     m_ui->valuesGrid->setColumnStretch(1, 1);
+    {
+        // The list of extra values lines up with the table: its symbols and labels start
+        // where the table's do (the table's cells keep a text margin), it has no right margin.
+        QGridLayout* grid = m_ui->valuesGrid;
+        const int textMargin = textMarginOfTable();
+        QMargins m = grid->contentsMargins();
+        grid->setContentsMargins(textMargin, m.top(), 0, m.bottom());
+        grid->setColumnMinimumWidth(
+            0, m_valueView->horizontalHeader()->sectionSize(KwMaterialValueModel::Symbol) -
+                   spacingOr(grid->horizontalSpacing()));
+    }
+    // The extra rows stand at the top of their list, however tall it is.
+    m_ui->valuesGrid->setRowStretch(K::Count + kExtras, 1);
     SetControlCodes(kControlCodes);
     SetValueBindings(kBindings);
     SetTextTable(kTexts);
@@ -393,8 +415,11 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     connect(m_ui->defineExperimental, &QPushButton::clicked, this, [this] {
         OpenPointTable(CKwMaterial::SimpleTension + std::max(0, m_ui->experimental->currentIndex()));
     });
+    connect(m_ui->orthotropic3D, &QPushButton::clicked, this,
+            &CKwMFCUIMaterial::OpenOrthotropic3DDefinition);
     connect(m_ui->loadOwn, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(true); });
     connect(m_ui->loadAny, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(false); });
+    SetAnalysis(analysis);
     OnCreate(view, material, nullptr);
 }
 
@@ -408,14 +433,38 @@ bool CKwMFCUIMaterial::OnInitDialog()
     ensureRows(type);
     const bool ok = CKwMFCUIBase::OnInitDialog();
     showRowsOfType(type);
+    // A type change keeps the height, so the dialog opens tall enough for the type with the
+    // most panels: any type then finds room for its panels, the value table gets the rest.
+    int most = 0;
+    for (int t : GetListedTypes())
+        most = std::max(most, heightOfTypePanels(t));
+    const int extra = most - heightOfTypePanels(type);
+    const int opened = height() + extra;
+    // Shorter than that by hand, the panels would be squeezed.
+    setMinimumHeight(minimumSizeHint().height() + extra);
+    resize(width(), opened);
     applyWidth(type);
     return ok;
+}
+
+QString CKwMFCUIMaterial::aijToolTip(int extra)
+{
+    // The two constants of the common models have texts of their own; the others their symbol.
+    if (extra == CKwMaterial::A10)
+        return KwPropText("Materials", "ToolTipA10", "A10");
+    if (extra == CKwMaterial::A01)
+        return KwPropText("Materials", "ToolTipA01", "A01");
+    return CKwMaterial::ExtraKey(extra);
 }
 
 void CKwMFCUIMaterial::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
     m_values->relabel();
+    if (m_aijGrid)
+        for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
+            if (QWidget* cell = m_extraRows[e][2])
+                cell->setToolTip(aijToolTip(e));
     // The experimental data list names what "Define..." opens: never blank.
     if (m_ui->experimental->currentIndex() < 0 && m_ui->experimental->count() > 0)
         m_ui->experimental->setCurrentIndex(0);
@@ -449,8 +498,9 @@ std::array<QWidget*, 4> CKwMFCUIMaterial::makeRow(int gridRow, const QString& sy
     auto* e = new QLineEdit(parent);
     auto* u = new QLabel(parent);
     u->setProperty("kwData", true);
-    u->setMinimumWidth(60);
-    e->setMinimumWidth(100);
+    // As wide as the table's value and unit columns, so the values line up with the table's.
+    e->setFixedWidth(m_valueView->horizontalHeader()->sectionSize(KwMaterialValueModel::Value));
+    u->setMinimumWidth(extraUnitWidth());
     KwSetControlId(l, labelId);
     KwSetControlId(e, editId);
     KwSetControlId(u, unitId);
@@ -475,7 +525,11 @@ bool CKwMFCUIMaterial::ensureRows(int type)
             made = true;
             continue;
         }
-        m_extraRows[e] = makeRow(K::Count + e, CKwMaterial::ExtraKey(e),
+        // A value labelled by its own symbol (SHIFT, FPC, CYM) shows it once.
+        const QString symbol = CKwMaterial::ExtraKey(e);
+        m_extraRows[e] = makeRow(K::Count + e,
+                                 symbol == QLatin1String(kExtraLabels[e].english) ? QString()
+                                                                                  : symbol,
                                  KwLabel(KwPropText("Materials", kExtraLabels[e].key,
                                                     kExtraLabels[e].english)),
                                  kExtraLabelIdBase + e, kExtraIdBase + e, kExtraUnitIdBase + e);
@@ -543,7 +597,7 @@ void CKwMFCUIMaterial::makeAijGrid()
         const int j = symbol.at(2).digitValue();
         auto* cell = new QLineEdit(m_aijGrid);
         cell->setMinimumWidth(70);
-        cell->setToolTip(symbol);
+        cell->setToolTip(aijToolTip(e));
         KwSetControlId(cell, kExtraIdBase + e);
         grid->addWidget(cell, i + 2, j + 1);
         m_extraRows[e] = {nullptr, nullptr, cell, e == CKwMaterial::A10 ? unit : nullptr};
@@ -690,7 +744,6 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     }
     m_freshExtras.clear();
     m_freshMatrix = false;
-    const std::vector<int> keys = CKwMaterial::KeysForType(type);
     const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
     commitTypedValue();
     if (m_values->show(groupedRows(type))) {
@@ -699,9 +752,8 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
             if (m_values->headingAt(r) >= 0)
                 m_valueView->setSpan(r, 0, 1, KwMaterialValueModel::ColumnCount);
     }
-    // The extra rows stand in the scrolled list below the table; the hyperelastic constants
-    // in their grid.
-    bool extraRows = false;
+    // The extra rows stand in the list below the table; the hyperelastic constants in their
+    // grid.
     for (int e = 0; e < kExtras; ++e) {
         if (!m_extraRows[e][2])
             continue;
@@ -709,16 +761,118 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
         for (QWidget* w : m_extraRows[e])
             if (w)
                 w->setVisible(on);
-        extraRows = extraRows || (on && e > CKwMaterial::A03);
     }
-    m_ui->scroll->setVisible(extraRows);
+    // The list is as tall as its rows: it never scrolls, and the value table above takes
+    // what the dialog has left.
+    const int listed = extraListRows(type);
+    if (listed > 0)
+        m_ui->scroll->setFixedHeight(extraListHeight(listed));
+    m_ui->scroll->setVisible(listed > 0);
     enableAijCells();
     m_ui->matrix->setVisible(type == CKwMaterial::Anisotropic3D);
     m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);
-    m_ui->stressStrain->setVisible(type == CKwMaterial::Isotropic ||
-                                   type == CKwMaterial::CrushableFoam);
-    m_ui->temperatureTable->setVisible(std::find(keys.begin(), keys.end(), int(K::KX)) !=
-                                       keys.end());
+    m_ui->stressStrain->setVisible(hasStressStrainCurve(type));
+    m_ui->temperatureTable->setVisible(hasConductivityTable(type));
+    m_ui->orthotropic3D->setVisible(type == CKwMaterial::Orthotropic3D);
+    fitUnitColumn();
+}
+
+bool CKwMFCUIMaterial::hasStressStrainCurve(int type)
+{
+    return type == CKwMaterial::Isotropic || type == CKwMaterial::CrushableFoam;
+}
+
+bool CKwMFCUIMaterial::hasConductivityTable(int type)
+{
+    const std::vector<int> keys = CKwMaterial::KeysForType(type);
+    return std::find(keys.begin(), keys.end(), int(K::KX)) != keys.end();
+}
+
+int CKwMFCUIMaterial::extraListRows(int type)
+{
+    // The hyperelastic constants stand in their grid, not in the list.
+    const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
+    return int(std::count_if(extras.begin(), extras.end(),
+                             [](int e) { return e > CKwMaterial::A03 && e < kExtras; }));
+}
+
+int CKwMFCUIMaterial::spacingOr(int layoutSpacing) const
+{
+    // A style that spaces controls pair by pair reports no layout spacing; take its spacing
+    // between two edits.
+    return layoutSpacing >= 0 ? layoutSpacing
+                              : std::max(0, style()->layoutSpacing(QSizePolicy::LineEdit,
+                                                                   QSizePolicy::LineEdit,
+                                                                   Qt::Vertical));
+}
+
+int CKwMFCUIMaterial::extraListHeight(int rows) const
+{
+    const QMargins m = m_ui->valuesGrid->contentsMargins();
+    return rows * m_ui->name->sizeHint().height() +
+           (rows - 1) * spacingOr(m_ui->valuesGrid->verticalSpacing()) + m.top() + m.bottom() +
+           2 * m_ui->scroll->frameWidth();
+}
+
+int CKwMFCUIMaterial::heightOfTypePanels(int type) const
+{
+    // What a type shows beyond the parts every type has, each with the spacing before it.
+    // Panels not made yet are reckoned from the rows they will hold.
+    const int spacing = spacingOr(layout()->spacing());
+    const int edit = m_ui->name->sizeHint().height();
+    const int label = m_ui->nameLabel->sizeHint().height();
+    int h = 0;
+    if (type == CKwMaterial::Hyperelastic) {
+        const int gap = spacingOr(m_ui->hyperGrid->verticalSpacing());
+        h += spacing + m_ui->hyperelastic->sizeHint().height();
+        if (!m_aijGrid) // title, heads, four rows of constants
+            h += gap + 2 * label + 4 * edit + 5 * gap;
+    }
+    if (type == CKwMaterial::Anisotropic3D) {
+        const int gap = spacingOr(m_ui->matrixGrid->verticalSpacing());
+        h += spacing + m_ui->matrix->sizeHint().height();
+        if (!m_matrixMade) // heads and six rows of cells
+            h += label + 6 * edit + 6 * gap;
+    }
+    if (const int rows = extraListRows(type))
+        h += spacingOr(m_ui->structuralLayout->spacing()) + extraListHeight(rows);
+    if (hasStressStrainCurve(type) || hasConductivityTable(type) ||
+        type == CKwMaterial::Orthotropic3D)
+        h += spacing + m_ui->stressStrain->sizeHint().height();
+    return h;
+}
+
+void CKwMFCUIMaterial::fitUnitColumn()
+{
+    // Every unit of every key, so the column keeps its width from type to type.
+    const QFontMetrics fm(m_valueView->font());
+    int widest = fm.horizontalAdvance(QStringLiteral("mW/(mm C)"));
+    for (const QString& unit : m_values->unit)
+        widest = std::max(widest, fm.horizontalAdvance(unit));
+    const int width = widest + 2 * textMarginOfTable() + fm.horizontalAdvance(QLatin1Char('W'));
+    QHeaderView* h = m_valueView->horizontalHeader();
+    if (h->sectionSize(KwMaterialValueModel::Unit) == width)
+        return;
+    h->resizeSection(KwMaterialValueModel::Unit, width);
+    // The list of extra values keeps in line (its rows have a symbol; the Aij grid's not).
+    for (const auto& row : m_extraRows)
+        if (row[0] && row[3])
+            row[3]->setMinimumWidth(extraUnitWidth());
+}
+
+int CKwMFCUIMaterial::textMarginOfTable() const
+{
+    // The item delegate keeps this much room either side of a cell's text.
+    return m_valueView->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr,
+                                             m_valueView) + 1;
+}
+
+int CKwMFCUIMaterial::extraUnitWidth() const
+{
+    // The list has no right margin; its unit label and the spacing before it take the width
+    // of the table's unit column.
+    return m_valueView->horizontalHeader()->sectionSize(KwMaterialValueModel::Unit) -
+           spacingOr(m_ui->valuesGrid->horizontalSpacing());
 }
 
 void CKwMFCUIMaterial::applyWidth(int type)
@@ -762,7 +916,7 @@ void CKwMFCUIMaterial::onPPFA(bool on)
         ShowAdvisory("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses");
     else
         ShowAdvisory("Materials", "PPFATurnedOFF", "PPFA Calculation has been turned OFF for all analyses");
-    if (on && !nonlinearAnalysis(GetAnalysis()))
+    if (on && !KwTakesNonlinearMaterialData(GetAnalysis()))
         ShowAdvisory("Materials", "NonlinearAnalysisRequiredForPPFA",
                      "PPFA data will not be applicable until a Nonlinear analysis has been selected.");
 }
@@ -825,6 +979,21 @@ void CKwMFCUIMaterial::OpenPointTable(int curve)
         out.y.push_back(y->GetValue(i));
     }
     SetCurve(curve, out);
+}
+
+bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
+{
+    // The definition works on the edit copy: it shows what was typed here and its OK writes
+    // the copy, which the table then shows; the model waits for this editor's OK.
+    UpdateObjectData(false);
+    CKwMaterial* m = GetEditObject();
+    if (!m)
+        return false;
+    CKwOrthotropic3DDlg dlg(m, GetUnitSystem(), GetFMView(), this);
+    if (dlg.DoModal() != KwMB::IDOK)
+        return false;
+    LoadObjectData();
+    return true;
 }
 
 bool CKwMFCUIMaterial::LoadMaterialFromDB(bool ownFilesOnly)

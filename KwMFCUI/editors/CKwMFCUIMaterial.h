@@ -42,8 +42,10 @@ public:
     using PointTableHook = std::function<void(CKwMFCUIMaterial* editor, int curve)>;
     static void SetPointTableHook(PointTableHook hook);
 
+    // `analysis` is the one the material is edited for (its advisories and switch messages);
+    // without one the model's first analysis is taken.
     CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
-                     QWidget* parent = nullptr);
+                     QWidget* parent = nullptr, CKwAnalysis* analysis = nullptr);
     ~CKwMFCUIMaterial() override;
 
     // A hidden launch request on the open editor.
@@ -52,6 +54,9 @@ public:
 
     void OnObjectDataLoaded() override;
     void OpenPointTable(int curve);
+    // The 3D orthotropic definition (template 305) on the edit copy, for Orthotropic 3D; true
+    // when it ended with OK (the values shown are then refilled).
+    bool OpenOrthotropic3DDefinition();
     // Loads from the database folder (the standard open-file dialog); see KwLoadMaterialFromDB.
     bool LoadMaterialFromDB(bool ownFilesOnly);
     // Whether the value row of a property key / extra value is shown for the current type.
@@ -75,6 +80,19 @@ protected:
 private:
     void showRowsOfType(int type);
     void applyWidth(int type);
+    static bool hasStressStrainCurve(int type);
+    static bool hasConductivityTable(int type);
+    // Rows of the list of extra values below the table for a type, and the list's height.
+    static int extraListRows(int type);
+    int extraListHeight(int rows) const;
+    int spacingOr(int layoutSpacing) const;
+    // The height a type's own panels take (hyperelastic group, matrix, extra values, table
+    // buttons), also before they are made.
+    int heightOfTypePanels(int type) const;
+    // The unit column as wide as the widest unit shown.
+    void fitUnitColumn();
+    int extraUnitWidth() const;
+    int textMarginOfTable() const;
     void onFatigue(bool on);
     void onPPFA(bool on);
 
@@ -85,6 +103,7 @@ private:
     // The hyperelastic constants Aij as a grid (i down, j across) in the hyperelastic group;
     // the cells keep the extra values' control ids.
     void makeAijGrid();
+    static QString aijToolTip(int extra);
     // Enables the constants the chosen hyperelastic model uses.
     void enableAijCells();
     bool isAbsentCode(int code) const;

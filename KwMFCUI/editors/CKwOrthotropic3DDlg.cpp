@@ -10,6 +10,7 @@
 #include "ui_CKwOrthotropic3DDlg.h"
 
 #include <QGridLayout>
+#include <algorithm>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -63,8 +64,8 @@ CKwOrthotropic3DDlg::CKwOrthotropic3DDlg(CKwMaterial* material, const KW_UOM* un
             auto* edit = new QLineEdit;
             auto* unit = new QLabel;
             unit->setProperty("kwData", true);
-            unit->setMinimumWidth(56);
-            edit->setMinimumWidth(96);
+            // Edits of one width, so the two groups on the left keep their values in line.
+            edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 14);
             KwSetControlId(label, kLabelIdBase + row);
             KwSetControlId(edit, kEditIdBase + row);
             KwSetControlId(unit, kUnitIdBase + row);
@@ -108,6 +109,12 @@ bool CKwOrthotropic3DDlg::OnInitDialog()
                                        : QString());
         m_unitLabels[r]->setText(K::UnitLabel(key, units()));
     }
+    // One unit column width for all groups (the widest unit), for the same reason.
+    int unitWidth = fontMetrics().horizontalAdvance(QStringLiteral("MPa"));
+    for (const QLabel* u : m_unitLabels)
+        unitWidth = std::max(unitWidth, u->sizeHint().width());
+    for (QLabel* u : m_unitLabels)
+        u->setMinimumWidth(unitWidth);
     m_ui->ok->setEnabled(m_material != nullptr);
     return CKwMFCDialog::OnInitDialog();
 }

@@ -83,16 +83,13 @@ QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
         out << KwErrText("Materials", "MaterialExplicitNotSupportedForRigid",
                          "Rigid Material data will not be applicable until a Explicit analysis "
                          "has been selected.");
-    if (analysis && (type == CKwMaterial::Hyperelastic || type == CKwMaterial::Viscoelastic ||
-                     type == CKwMaterial::Nitinol)) {
-        const int code = analysis->GetAnalysisTypeCode();
-        const bool nonlinear = code >= 0 && code < 19 && ((kNonlinearCodes >> code) & 1u);
-        if (!nonlinear)
-            out << text + QLatin1Char(' ') +
-                       KwErrText("Materials", "MaterialDataNotApplicableForLinearMaterials",
-                                 "material will not be applicable until a Nonlinear analysis "
-                                 "has been selected.");
-    }
+    if (analysis && !KwTakesNonlinearMaterialData(analysis) &&
+        (type == CKwMaterial::Hyperelastic || type == CKwMaterial::Viscoelastic ||
+         type == CKwMaterial::Nitinol))
+        out << text + QLatin1Char(' ') +
+                   KwErrText("Materials", "MaterialDataNotApplicableForLinearMaterials",
+                             "material will not be applicable until a Nonlinear analysis "
+                             "has been selected.");
     if (isExplicit(analysis) && material) {
         namespace K = KwMaterialKeys;
         bool thermal = false;
@@ -104,6 +101,12 @@ QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
                              "Thermal material properties not supported in Explicit analyses.");
     }
     return out;
+}
+
+bool KwTakesNonlinearMaterialData(const CKwAnalysis* analysis)
+{
+    const int code = analysis ? analysis->GetAnalysisTypeCode() : -1;
+    return code >= 0 && code < 19 && ((kNonlinearCodes >> code) & 1u);
 }
 
 int KwMaterialDialogWidth(int type) { return type == CKwMaterial::Hyperelastic ? 692 : 667; }

@@ -33,6 +33,10 @@ KWMFCUI_EXPORT QString KwMaterialTypeText(int type);
 KWMFCUI_EXPORT QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
                                                     const CKwMaterial* material);
 
+// Whether an analysis takes nonlinear material data and PPFA: its type code is one of the
+// nonlinear codes 5, 13 and 18. False without an analysis.
+KWMFCUI_EXPORT bool KwTakesNonlinearMaterialData(const CKwAnalysis* analysis);
+
 // The editor's width in device-independent pixels before DPI scaling: wider for hyperelastic.
 KWMFCUI_EXPORT int KwMaterialDialogWidth(int type);
 

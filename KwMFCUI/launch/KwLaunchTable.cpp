@@ -66,11 +66,12 @@ CKwMFCDialog* makeLoad(const KwLaunchArgs& a)
     return dlg;
 }
 
-// Kind 2: object is the material to edit (anything else edits a new one).
+// Kind 2: object is the material to edit (anything else edits a new one), analysis the one
+// it is edited for.
 CKwMFCDialog* makeMaterial(const KwLaunchArgs& a)
 {
     auto* material = dynamic_cast<CKwMaterial*>(static_cast<CKwFEBase*>(a.object));
-    auto* dlg = new CKwMFCUIMaterial(a.view, a.units, material);
+    auto* dlg = new CKwMFCUIMaterial(a.view, a.units, material, nullptr, a.analysis);
     dlg->Create();
     return dlg;
 }

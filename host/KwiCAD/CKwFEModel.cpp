@@ -223,8 +223,11 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     auto* explicitDyn = new CKwAnalysis(5, QStringLiteral("Explicit Dynamics"),
                                         CKwAnalysis::ExplicitDynamics);
     explicitDyn->AddSubCase(new CKwSubCase(1, QStringLiteral("Drop")));
+    // A fatigue analysis: the materials' fatigue data apply to it alone.
+    auto* fatigue = new CKwAnalysis(6, QStringLiteral("Fatigue"), CKwAnalysis::Fatigue);
+    fatigue->AddSubCase(new CKwSubCase(1, QStringLiteral("Load cycle")));
 
-    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn}) {
+    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn, fatigue}) {
         a->SetMesh(m->m_mesh);
         m->m_analyses.append(a);
     }

@@ -3,24 +3,31 @@
 // point-table hook and every caption through the language service.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwDlgBase.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
+#include "CKwOrthotropic3DDlg.h"
 #include "CKwTableDialog.h"
 #include "CKwMaterial.h"
 #include "CKwXMLUtils.h"
 #include "CKwiCKAddin.h"
 #include "KwControls.h"
+#include "KW_UOM.h"
 #include "KwMaterialKeys.h"
 #include "KwTestSupport.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMap>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTableView>
 #include <QTest>
 #include <algorithm>
@@ -280,39 +287,86 @@ TEST_F(MaterialEditor, aStoredTypeTheListDoesNotOfferIsStillShown)
     EXPECT_EQ(typeCombo(d)->count(), 7);
 }
 
-// Fatigue data waits for a fatigue analysis: switching it on says so unless the material is
-// edited for one; switching it off says nothing.
+// Nonlinear material data and PPFA wait for a nonlinear analysis: the sample model's nonlinear
+// static and transient analyses take them, every other analysis brings the advisory.
+TEST_F(MaterialEditor, nonlinearDataAndPPFAAdvisoriesFollowTheSampleAnalyses)
+{
+    const QString on = "PPFA Calculation has been turned ON for all analyses";
+    const QString off = "PPFA Calculation has been turned OFF for all analyses";
+    const QString later = "PPFA data will not be applicable until a Nonlinear analysis has "
+                          "been selected.";
+    const QList<CKwAnalysis*>& analyses = host.model->m_analyses;
+    ASSERT_EQ(analyses.size(), 6);
+    const bool nonlinear[] = {false, true, true, false, false, false};
+    for (int i = 0; i < 6; ++i) {
+        SCOPED_TRACE(analyses.at(i)->GetName().toStdString());
+        // A new material: no thermal values, so explicit analyses add no thermal advisory.
+        DialogLaunchRequest r = host.Request(2);
+        r.analysis = analyses.at(i);
+        LaunchDialog(&r);
+        auto* d = dynamic_cast<CKwMFCUIMaterial*>(host.view->GetOpenDialog());
+        ASSERT_NE(d, nullptr);
+        auto* ppfa = KwControl<QCheckBox>(d, 1394);
+        host.view->ClearBubbleRecord();
+        ppfa->click();
+        EXPECT_TRUE(d->GetEditObject()->m_ppfaOn);
+        EXPECT_EQ(host.view->GetBubbleCount(), nonlinear[i] ? 1 : 2);
+        EXPECT_EQ(host.view->GetLastBubbleText(), nonlinear[i] ? on : later);
+        host.view->ClearBubbleRecord();
+        ppfa->click();
+        EXPECT_EQ(host.view->GetBubbleCount(), 1);
+        EXPECT_EQ(host.view->GetLastBubbleText(), off);
+
+        host.view->ClearBubbleRecord();
+        typeCombo(d)->setCurrentIndex(CKwMaterial::Nitinol);
+        const bool waits = host.view->GetLastBubbleText().startsWith(
+            "Nitinol material will not be applicable until a Nonlinear analysis");
+        EXPECT_EQ(waits, !nonlinear[i]) << host.view->GetLastBubbleText().toStdString();
+        if (nonlinear[i]) {
+            EXPECT_EQ(host.view->GetBubbleCount(), 0);
+        }
+        KwControl<QPushButton>(d, 2)->click();
+    }
+}
+
+// Fatigue data waits for a fatigue analysis: switching it on says so unless the request
+// names the sample model's fatigue analysis; switching it off says nothing. Without an
+// analysis in the request the editor takes the model's first one.
 TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
 {
     const QString advisory = "Material fatigue data will not be applicable until a fatigue "
                              "analysis has been selected.";
+    const QList<CKwAnalysis*> analyses = host.model->m_analyses;
+    ASSERT_EQ(analyses.size(), 6);
+    ASSERT_EQ(analyses.at(0)->GetAnalysisTypeCode(), CKwAnalysis::LinearStatic);
+    ASSERT_TRUE(analyses.at(5)->IsFatigueAnalysis());
     struct Case
     {
-        int analysisType; // 0: the model has no analysis
+        int analysis;    // index in the sample model; -1 none in the request
+        bool modelEmpty; // the model has no analysis at all
         bool on;
         bool shown;
     };
     const Case cases[] = {
-        {CKwAnalysis::LinearStatic, true, true},
-        {CKwAnalysis::NonlinearStatic, true, true},
-        {0, true, true},
-        {CKwAnalysis::Fatigue, true, false},
-        {CKwAnalysis::LinearStatic, false, false},
-        {CKwAnalysis::Fatigue, false, false},
+        {0, false, true, true},   {1, false, true, true},   {4, false, true, true},
+        {5, false, true, false},  {0, false, false, false}, {5, false, false, false},
+        {-1, false, true, true},  {-1, true, true, true},
     };
-    QList<CKwAnalysis*> analyses = host.model->m_analyses;
     for (const Case& c : cases) {
-        SCOPED_TRACE(std::to_string(c.analysisType) + (c.on ? " on" : " off"));
-        if (c.analysisType == 0) {
-            host.model->m_analyses.clear();
-        } else {
-            host.model->m_analyses = analyses;
-            analyses.first()->SetAnalysisTypeCode(c.analysisType);
-        }
+        SCOPED_TRACE(std::to_string(c.analysis) + (c.modelEmpty ? " empty" : "") +
+                     (c.on ? " on" : " off"));
+        host.model->m_analyses = c.modelEmpty ? QList<CKwAnalysis*>() : analyses;
         CKwMaterial* m = host.model->m_materials.first();
         m->m_fatigueOn = !c.on;
-        CKwMFCUIMaterial* d = open(m);
+        DialogLaunchRequest r = host.Request(2);
+        r.object = m;
+        r.analysis = c.analysis >= 0 ? analyses.at(c.analysis) : nullptr;
+        LaunchDialog(&r);
+        auto* d = dynamic_cast<CKwMFCUIMaterial*>(host.view->GetOpenDialog());
         ASSERT_NE(d, nullptr);
+        EXPECT_EQ(d->GetAnalysis(), c.analysis >= 0 ? analyses.at(c.analysis)
+                                    : c.modelEmpty ? nullptr
+                                                   : analyses.first());
         host.view->ClearBubbleRecord();
         KwControl<QCheckBox>(d, 1393)->click();
         EXPECT_EQ(d->GetEditObject()->m_fatigueOn, c.on);
@@ -504,4 +558,193 @@ TEST_F(MaterialEditor, valueTableGroupsEveryKeyOfEveryTypeUnderItsHeading)
         }
     }
     CKwXMLUtils::SetCurrentLanguage("en");
+}
+
+namespace {
+
+// Controls outside the value table that the layout gave less height than they need.
+QStringList squeezedControls(QWidget* dialog, const QWidget* table)
+{
+    QStringList out;
+    for (QWidget* w : dialog->findChildren<QWidget*>()) {
+        if (!w->isVisibleTo(dialog) || w == table || table->isAncestorOf(w))
+            continue;
+        if (!qobject_cast<QLineEdit*>(w) && !qobject_cast<QComboBox*>(w) &&
+            !qobject_cast<QAbstractButton*>(w) && !qobject_cast<QLabel*>(w))
+            continue;
+        if (w->height() < w->minimumSizeHint().height())
+            out << QStringLiteral("%1 %2 (%3 < %4)")
+                       .arg(w->metaObject()->className(), w->objectName())
+                       .arg(w->height())
+                       .arg(w->minimumSizeHint().height());
+    }
+    return out;
+}
+
+} // namespace
+
+// A type change keeps the height, so whatever type the editor opens with, it opens tall enough
+// for every type's panels (hyperelastic group, stiffness matrix, extra values, table buttons):
+// nothing is squeezed and the value table keeps at least its own minimum. The value table
+// opens on its first row, and the extra values never need scrolling.
+TEST_F(MaterialEditor, everyTypeFindsRoomForItsPanelsInTheHeightTheEditorOpensWith)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    int opened = -1;
+    for (int start = 0; start < CKwMaterial::TypeCount; ++start) {
+        CKwMaterial material(9, QStringLiteral("Sample"));
+        ASSERT_TRUE(material.SetMaterialType(start));
+        CKwMFCUIMaterial* d = open(&material);
+        ASSERT_NE(d, nullptr);
+        QApplication::processEvents();
+        QTableView* table = d->GetValueTable();
+        EXPECT_EQ(table->verticalScrollBar()->value(), 0) << start;
+        EXPECT_EQ(table->rowAt(0), 0) << start;
+        if (opened < 0)
+            opened = d->height();
+        EXPECT_EQ(d->height(), opened) << "opened as type " << start;
+        auto* list = d->findChild<QScrollArea*>(QStringLiteral("scroll"));
+        ASSERT_NE(list, nullptr);
+        for (int type = 0; type < CKwMaterial::TypeCount; ++type) {
+            typeCombo(d)->setCurrentIndex(type);
+            QApplication::processEvents();
+            ASSERT_EQ(d->GetEditObject()->GetMaterialType(), type);
+            EXPECT_EQ(d->height(), opened);
+            EXPECT_EQ(squeezedControls(d, table), QStringList())
+                << "opened as " << start << ", now " << type;
+            EXPECT_GE(table->height(), table->minimumHeight())
+                << "opened as " << start << ", now " << type;
+            if (list->isVisible()) {
+                EXPECT_EQ(list->verticalScrollBar()->maximum(), 0) << type;
+            }
+        }
+        KwControl<QPushButton>(d, 2)->click();
+    }
+}
+
+// Units show whole in every unit system (the widest, "mm^2/(s^2 C)", is the specific heat in
+// mm-N-s); the extra values line up with the table's value column, and a value labelled by its
+// symbol shows the symbol once.
+TEST_F(MaterialEditor, unitsShowWholeAndExtraValuesLineUpWithTheTable)
+{
+    host.addin->SetExplicitEnabledInTechPreview(true);
+    for (KW_UOM::System system : {KW_UOM::SI, KW_UOM::MMNS, KW_UOM::IPS}) {
+        SCOPED_TRACE(KW_UOM::GetSystemName(system).toStdString());
+        host.units->SetSystem(system);
+        CKwMaterial material(9, QStringLiteral("Sample"));
+        material.SetMaterialType(CKwMaterial::Nitinol);
+        CKwMFCUIMaterial* d = open(&material);
+        ASSERT_NE(d, nullptr);
+        QApplication::processEvents();
+        QTableView* table = d->GetValueTable();
+        const int margin = table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr,
+                                                       table) + 1;
+        const int unitColumn = table->columnWidth(3);
+        for (int key = 0; key < K::Count; ++key) {
+            const QString unit = K::UnitLabel(key, host.units.get());
+            EXPECT_LE(table->fontMetrics().horizontalAdvance(unit) + 2 * margin, unitColumn)
+                << K::Key(key).toStdString() << " " << unit.toStdString();
+        }
+        const int valueX =
+            table->viewport()->mapTo(d, QPoint(table->columnViewportPosition(2), 0)).x();
+        for (int e : CKwMaterial::ExtrasForType(CKwMaterial::Nitinol)) {
+            auto* edit = KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase + e);
+            ASSERT_NE(edit, nullptr) << e;
+            EXPECT_EQ(edit->mapTo(d, QPoint(0, 0)).x(), valueX) << e;
+            EXPECT_EQ(edit->width(), table->columnWidth(2)) << e;
+        }
+        KwControl<QPushButton>(d, 2)->click();
+    }
+    host.units->SetSystem(KW_UOM::MMNS);
+    CKwMaterial concrete(9, QStringLiteral("Sample"));
+    concrete.SetMaterialType(CKwMaterial::Concrete);
+    CKwMFCUIMaterial* d = open(&concrete);
+    ASSERT_NE(d, nullptr);
+    QStringList texts;
+    for (QLabel* l : d->findChild<QScrollArea*>(QStringLiteral("scroll"))->findChildren<QLabel*>())
+        if (l->isVisibleTo(d) && !l->text().isEmpty())
+            texts << l->text();
+    texts.sort();
+    EXPECT_EQ(texts.join(QLatin1Char(' ')), "CYM: FPC: MPa MPa");
+}
+
+// Orthotropic 3D materials open the 3D orthotropic definition on the edit copy: it shows what
+// was typed in the table, its OK writes the copy (the table follows), its Cancel leaves it, and
+// the model waits for the editor's own OK.
+TEST_F(MaterialEditor, orthotropic3DDefinitionWorksOnTheEditCopy)
+{
+    CKwMaterial* carbon = host.model->m_materials.at(2);
+    ASSERT_EQ(carbon->GetMaterialType(), CKwMaterial::Orthotropic3D);
+    CKwMFCUIMaterial* d = open(carbon);
+    ASSERT_NE(d, nullptr);
+    auto* button = KwControl<QPushButton>(d, 1401);
+    ASSERT_NE(button, nullptr);
+    EXPECT_TRUE(button->isVisible());
+    EXPECT_EQ(button->text(), "3D Orthotropic Definition...");
+    d->SetKeyValueText(K::E1, "190000");
+    for (const bool ok : {false, true}) {
+        SCOPED_TRACE(ok ? "OK" : "Cancel");
+        QString shownE1;
+        const kwtest::ModalRecord seen = kwtest::AnswerModals(
+            [&] { button->click(); }, QMessageBox::Ok, [&](QWidget* w) {
+                auto* definition = dynamic_cast<CKwOrthotropic3DDlg*>(w);
+                ASSERT_NE(definition, nullptr);
+                shownE1 = definition->Edit(0)->text();
+                definition->Edit(1)->setText("11000"); // E2
+                if (ok)
+                    definition->OnOK();
+            });
+        EXPECT_EQ(seen.dialogTitles, QStringList{"3D Orthotropic Material Definition"});
+        EXPECT_EQ(shownE1, "1.9e+05");
+        EXPECT_EQ(d->KeyValueText(K::E2), ok ? "11000" : "10300");
+        EXPECT_DOUBLE_EQ(carbon->GetValue("E2"), 1.03e10);
+    }
+    EXPECT_EQ(d->KeyValueText(K::E1), "1.9e+05");
+    KwControl<QPushButton>(d, 1)->click();
+    EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+    EXPECT_DOUBLE_EQ(carbon->GetValue("E2"), 1.1e10);
+    EXPECT_DOUBLE_EQ(carbon->GetValue("E1"), 1.9e11);
+
+    // Only Orthotropic 3D has it.
+    CKwMFCUIMaterial* steel = open(host.model->m_materials.first());
+    ASSERT_NE(steel, nullptr);
+    EXPECT_FALSE(KwControl<QPushButton>(steel, 1401)->isVisible());
+    typeCombo(steel)->setCurrentIndex(CKwMaterial::Orthotropic3D);
+    EXPECT_TRUE(KwControl<QPushButton>(steel, 1401)->isVisible());
+}
+
+// The hyperelastic constants that share a label tell themselves apart in their tool tips,
+// which come from the language service like every caption.
+TEST_F(MaterialEditor, hyperelasticConstantsTellThemselvesApartInToolTips)
+{
+    const auto tips = [&](CKwMFCUIMaterial* d) {
+        QMap<QString, QString> out;
+        const QAbstractItemModel* m = d->GetValueTable()->model();
+        for (int row = 0; row < m->rowCount(); ++row)
+            out.insert(m->index(row, 0).data().toString(),
+                       m->index(row, 2).data(Qt::ToolTipRole).toString());
+        out.insert("A10", KwControl<QLineEdit>(d, CKwMFCUIMaterial::kExtraIdBase +
+                                                      CKwMaterial::A10)->toolTip());
+        return out;
+    };
+    CKwMaterial* rubber = host.model->m_materials.at(3);
+    CKwMFCUIMaterial* d = open(rubber);
+    ASSERT_NE(d, nullptr);
+    const QMap<QString, QString> english = tips(d);
+    EXPECT_EQ(english.value("NA"), "Strain energy polynomial order: Distortional");
+    EXPECT_EQ(english.value("ND"), "Strain energy polynomial order: Volumetric");
+    for (const char* key : {"MU1", "MU2", "MU3"})
+        EXPECT_EQ(english.value(key), "Shear moduli related to distortional deformation") << key;
+    for (const char* key : {"ALPHA1", "ALPHA2", "ALPHA3"})
+        EXPECT_EQ(english.value(key), "Exponent related to distortional deformation") << key;
+    EXPECT_EQ(english.value("A10"), "A10");
+
+    // An open editor follows a change of language as a host announces it.
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
+    CKwDlgBase::RetranslateAll();
+    const QMap<QString, QString> pseudo = tips(d);
+    CKwXMLUtils::SetCurrentLanguage("en");
+    for (const char* key : {"NA", "ND", "MU1", "ALPHA3", "A10"})
+        EXPECT_TRUE(pseudo.value(key).contains(CKwXMLUtils::PseudoPrefix()))
+            << key << " " << pseudo.value(key).toStdString();
 }

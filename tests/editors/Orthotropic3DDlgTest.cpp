@@ -107,6 +107,25 @@ TEST_F(Orthotropic3D, aBadValueKeepsTheDialogOpenAndTheMaterialUnchanged)
     }
 }
 
+// The two groups on the left keep their values in line whatever their labels' lengths, in
+// either language.
+TEST_F(Orthotropic3D, stiffnessAndExpansionValuesLineUp)
+{
+    for (const char* language : {"en", "de"}) {
+        ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(language)));
+        QRect stiffness, expansion;
+        run([&](CKwOrthotropic3DDlg& d) {
+            QLineEdit* e1 = d.Edit(row(K::E1));
+            QLineEdit* alp1 = d.Edit(row(K::ALP1));
+            stiffness = QRect(e1->mapTo(&d, QPoint(0, 0)), e1->size());
+            expansion = QRect(alp1->mapTo(&d, QPoint(0, 0)), alp1->size());
+        });
+        EXPECT_EQ(stiffness.left(), expansion.left()) << language;
+        EXPECT_EQ(stiffness.width(), expansion.width()) << language;
+    }
+    CKwXMLUtils::SetCurrentLanguage("en");
+}
+
 TEST_F(Orthotropic3D, everyCaptionIsTranslated)
 {
     ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));

@@ -74,14 +74,14 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 5);
+    ASSERT_EQ(m->m_analyses.size(), 6);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
-    for (int i = 1; i < 5; ++i) {
+    for (int i = 1; i < 6; ++i) {
         const CKwAnalysis* a = m->m_analyses.at(i);
         EXPECT_FALSE(a->HasResultSet());
         EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
@@ -91,6 +91,9 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     }
     EXPECT_EQ(m->m_analyses.at(3)->GetAnalysisTypeCode(), CKwAnalysis::ResponseSpectrum);
     EXPECT_TRUE(m->m_analyses.at(4)->IsExplicitAnalysis());
+    // Fatigue data of materials waits for this one; no other analysis takes it.
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(m->m_analyses.at(i)->IsFatigueAnalysis(), i == 5) << i;
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));

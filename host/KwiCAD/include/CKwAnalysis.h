@@ -10,8 +10,9 @@ class CKwSubCase;
 class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
 {
 public:
-    // Analysis type codes of the model.
-    enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 10, NonlinearTransient = 13,
+    // Analysis type codes of the model. The nonlinear ones (5, 13) are those the material
+    // editor lets take nonlinear material data and PPFA.
+    enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 5, NonlinearTransient = 13,
                     ResponseSpectrum = 20, ExplicitDynamics = 30, Fatigue = 40 };
 
     CKwAnalysis(int id = 0, const QString& name = QString(), int typeCode = LinearStatic);
