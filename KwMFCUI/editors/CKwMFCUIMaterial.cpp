@@ -14,6 +14,7 @@
 #include "KwControls.h"
 #include "KwMaterialEditorSupport.h"
 #include "KwMaterialKeys.h"
+#include "KwTextCellDelegate.h"
 #include "ui_CKwMFCUIMaterial.h"
 
 #include <QGuiApplication>
@@ -358,6 +359,7 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     m_values->relabel();
     m_valueView = new QTableView(m_ui->structural);
     m_valueView->setModel(m_values);
+    m_valueView->setItemDelegate(new KwTextCellDelegate(m_valueView));
     m_valueView->setObjectName(QStringLiteral("valueTable"));
     m_valueView->horizontalHeader()->hide();
     m_valueView->verticalHeader()->hide();
