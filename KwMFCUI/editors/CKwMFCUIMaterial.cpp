@@ -14,6 +14,7 @@
 #include "KwControls.h"
 #include "KwMaterialEditorSupport.h"
 #include "KwMaterialKeys.h"
+#include "KwOrthotropicStiffness.h"
 #include "KwTextCellDelegate.h"
 #include "ui_CKwMFCUIMaterial.h"
 
@@ -23,6 +24,7 @@
 #include <QAbstractTableModel>
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -87,6 +89,10 @@ constexpr KwTextRow kTexts[] = {
     {1364, "General", "LabelDescription", "Description", true},
     {1371, "Materials", "GroupStructural", "Structural"},
     {1372, "Materials", "MaterialPropMatLabelName", "Material Property Matrix"},
+    {CKwMFCUIMaterial::kOrthoMatrixId, "Materials", "MaterialPropMatLabelName",
+     "Material Property Matrix"},
+    {CKwMFCUIMaterial::kOrthoNoteId, "Materials", "LabelMatrixNotPositiveDefinite",
+     "No matrix: these constants give no positive-definite compliance."},
     {1373, "Materials", "DropDownHyperelastic", "Hyperelastic"},
     {1365, "Materials", "LabelHyperelasticModel", "Model", true},
     {1366, "Materials", "ExperimentalDataFunction", "Experimental Data Function", true},
@@ -408,6 +414,12 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     SetValueBindings(kBindings);
     SetTextTable(kTexts);
     SetUnitSystem(units);
+    // The computed stiffness follows the constants as the table shows them: typed, refilled
+    // after the 3D orthotropic definition or a database load, or shown in other units.
+    connect(m_values, &QAbstractItemModel::dataChanged, this, [this] {
+        if (m_orthoMatrix && !m_orthoMatrix->isHidden())
+            showOrthotropicStiffness();
+    });
     connect(m_ui->fatigue, &QCheckBox::clicked, this, &CKwMFCUIMaterial::onFatigue);
     connect(m_ui->ppfa, &QCheckBox::clicked, this, &CKwMFCUIMaterial::onPPFA);
     connect(m_ui->stressStrain, &QPushButton::clicked, this,
@@ -559,7 +571,94 @@ bool CKwMFCUIMaterial::ensureRows(int type)
         }
         m_matrixMade = m_freshMatrix = made = true;
     }
+    // Computed, not filled: nothing for the logic to load.
+    if (type == CKwMaterial::Orthotropic3D)
+        makeOrthotropicMatrix();
     return made;
+}
+
+void CKwMFCUIMaterial::makeOrthotropicMatrix()
+{
+    if (m_orthoMatrix)
+        return;
+    // The anisotropic matrix's layout (heads "%s(Gij)", upper triangle, the unit beside the
+    // heads) with cells that only show; the logic has no codes for them, so nothing computed
+    // reaches the material.
+    auto* group = new QGroupBox(KwPropText("Materials", "MaterialPropMatLabelName",
+                                           "Material Property Matrix"),
+                                this);
+    KwSetControlId(group, kOrthoMatrixId);
+    auto* grid = new QGridLayout(group);
+    QPalette shown = palette();
+    shown.setColor(QPalette::Base, shown.color(QPalette::Window));
+    // A line edit keeps its frame and two pixels either side of its text.
+    const int wide = fontMetrics().horizontalAdvance(QStringLiteral("-8.8888e+05 ")) +
+                     2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 2);
+    int k = 0;
+    for (int r = 0; r < 6; ++r)
+        for (int c = r; c < 6; ++c) {
+            auto* cell = new QLineEdit(group);
+            cell->setReadOnly(true);
+            cell->setPalette(shown);
+            // Room for the widest number "%.5g" gives, sign and exponent included.
+            cell->setMinimumWidth(wide);
+            KwSetControlId(cell, kOrthoCellIdBase + k);
+            m_orthoCells[std::size_t(k++)] = cell;
+            grid->addWidget(cell, r + 1, c);
+        }
+    for (int c = 0; c < 7; ++c) {
+        auto* head = new QLabel(group);
+        head->setProperty("kwData", true);
+        if (c < 6)
+            head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
+        KwSetControlId(head, kOrthoHeadIdBase + c);
+        grid->addWidget(head, 0, c);
+        if (c == 6)
+            m_orthoUnit = head;
+    }
+    m_orthoNote = new QLabel(KwPropText("Materials", "LabelMatrixNotPositiveDefinite",
+                                        "No matrix: these constants give no positive-definite "
+                                        "compliance."),
+                             group);
+    KwSetControlId(m_orthoNote, kOrthoNoteId);
+    // The line keeps its room while hidden: the grid does not move as the constants change.
+    QSizePolicy policy = m_orthoNote->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_orthoNote->setSizePolicy(policy);
+    m_orthoNote->hide();
+    grid->addWidget(m_orthoNote, 7, 0, 1, 7);
+    // Below the anisotropic matrix's place; only one of the two shows.
+    m_ui->outer->insertWidget(m_ui->outer->indexOf(m_ui->matrix) + 1, group);
+    m_orthoMatrix = group;
+}
+
+void CKwMFCUIMaterial::showOrthotropicStiffness()
+{
+    // The constants as the table shows them, in the units it shows them in.
+    static const KW_UOM si(KW_UOM::SI);
+    const KW_UOM* units = GetUnits();
+    const auto shown = [&](int key) {
+        const QString text = m_values->value[key].trimmed();
+        if (text.isEmpty() || !IsNumber(text))
+            return MissingDouble;
+        return (units ? units : &si)->ToInternalValue(KwAtof(text), K::UnitKind(key));
+    };
+    const KwOrthotropicStiffness s = KwOrthotropicStiffness::From(
+        {shown(K::E1), shown(K::E2), shown(K::E3), shown(K::NUXY), shown(K::NUYZ),
+         shown(K::NUXZ), shown(K::G12), shown(K::G1Z), shown(K::G2Z)});
+    int k = 0;
+    for (int r = 0; r < 6; ++r)
+        for (int c = r; c < 6; ++c) {
+            const double v = s.status == KwOrthotropicStiffness::Ok ? s.At(r, c) : MissingDouble;
+            QLineEdit* cell = m_orthoCells[std::size_t(k++)];
+            const QString text = K::FormatValue(v, KwUnitKind::Stress, units);
+            if (cell->text() != text) {
+                cell->setText(text);
+                cell->setCursorPosition(0);
+            }
+        }
+    m_orthoUnit->setText((units ? units : &si)->GetUnits(KwUnitKind::Stress));
+    m_orthoNote->setVisible(s.status == KwOrthotropicStiffness::NotPositiveDefinite);
 }
 
 void CKwMFCUIMaterial::makeAijGrid()
@@ -776,6 +875,11 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     m_ui->stressStrain->setVisible(hasStressStrainCurve(type));
     m_ui->temperatureTable->setVisible(hasConductivityTable(type));
     m_ui->orthotropic3D->setVisible(type == CKwMaterial::Orthotropic3D);
+    if (m_orthoMatrix) {
+        m_orthoMatrix->setVisible(type == CKwMaterial::Orthotropic3D);
+        if (type == CKwMaterial::Orthotropic3D)
+            showOrthotropicStiffness();
+    }
     fitUnitColumn();
 }
 
@@ -816,6 +920,16 @@ int CKwMFCUIMaterial::extraListHeight(int rows) const
            2 * m_ui->scroll->frameWidth();
 }
 
+int CKwMFCUIMaterial::matrixPanelHeight() const
+{
+    // Before its cells are made the group is its frame and title only.
+    int h = m_ui->matrix->sizeHint().height();
+    if (!m_matrixMade) // heads and six rows of cells
+        h += m_ui->nameLabel->sizeHint().height() +
+             6 * (m_ui->name->sizeHint().height() + spacingOr(m_ui->matrixGrid->verticalSpacing()));
+    return h;
+}
+
 int CKwMFCUIMaterial::heightOfTypePanels(int type) const
 {
     // What a type shows beyond the parts every type has, each with the spacing before it.
@@ -830,11 +944,13 @@ int CKwMFCUIMaterial::heightOfTypePanels(int type) const
         if (!m_aijGrid) // title, heads, four rows of constants
             h += gap + 2 * label + 4 * edit + 5 * gap;
     }
-    if (type == CKwMaterial::Anisotropic3D) {
+    if (type == CKwMaterial::Anisotropic3D)
+        h += spacing + matrixPanelHeight();
+    if (type == CKwMaterial::Orthotropic3D) {
+        // The same grid, and the line under it that tells why it is empty.
         const int gap = spacingOr(m_ui->matrixGrid->verticalSpacing());
-        h += spacing + m_ui->matrix->sizeHint().height();
-        if (!m_matrixMade) // heads and six rows of cells
-            h += label + 6 * edit + 6 * gap;
+        h += spacing + (m_orthoMatrix ? m_orthoMatrix->sizeHint().height()
+                                      : matrixPanelHeight() + gap + label);
     }
     if (const int rows = extraListRows(type))
         h += spacingOr(m_ui->structuralLayout->spacing()) + extraListHeight(rows);

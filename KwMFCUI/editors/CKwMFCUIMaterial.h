@@ -35,6 +35,11 @@ public:
     static constexpr int kExtraIdBase = 5400, kExtraUnitIdBase = 5450, kExtraLabelIdBase = 5500;
     static constexpr int kMatrixIdBase = 5600, kMatrixHeadIdBase = 5650;
     static constexpr int kAijTitleId = 5549;
+    // The stiffness computed from the orthotropic constants (Orthotropic 3D): its group, its
+    // cells (upper triangle by rows, like the matrix), its heads and the line shown when the
+    // constants give no matrix.
+    static constexpr int kOrthoMatrixId = 1374, kOrthoCellIdBase = 5700, kOrthoHeadIdBase = 5750;
+    static constexpr int kOrthoNoteId = 5760;
 
     // Opens the point-table dialog of a material curve (CKwMaterial::Curve) for this editor:
     // the stress-strain curve, the five experimental data tables, the conductivity table.
@@ -86,6 +91,8 @@ private:
     static int extraListRows(int type);
     int extraListHeight(int rows) const;
     int spacingOr(int layoutSpacing) const;
+    // The panel the anisotropic matrix takes, also before it is made.
+    int matrixPanelHeight() const;
     // The height a type's own panels take (hyperelastic group, matrix, extra values, table
     // buttons), also before they are made.
     int heightOfTypePanels(int type) const;
@@ -93,6 +100,10 @@ private:
     void fitUnitColumn();
     int extraUnitWidth() const;
     int textMarginOfTable() const;
+    // The read-only stiffness of Orthotropic 3D: made when the type is first shown, refilled
+    // from the constants as the table shows them.
+    void makeOrthotropicMatrix();
+    void showOrthotropicStiffness();
     void onFatigue(bool on);
     void onPPFA(bool on);
 
@@ -118,6 +129,10 @@ private:
     // Symbol, label, edit, unit per extra value; null until a type shows the row.
     std::vector<std::array<QWidget*, 4>> m_extraRows;
     bool m_matrixMade = false;
+    QWidget* m_orthoMatrix = nullptr;
+    std::array<QLineEdit*, CKwMaterial::MatrixSize> m_orthoCells{};
+    QLabel* m_orthoUnit = nullptr;
+    QLabel* m_orthoNote = nullptr;
     // Rows made since the last fill, and whether a fill is limited to them.
     std::vector<int> m_freshExtras;
     bool m_freshMatrix = false;

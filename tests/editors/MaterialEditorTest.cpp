@@ -15,11 +15,14 @@
 #include "KwControls.h"
 #include "KW_UOM.h"
 #include "KwMaterialKeys.h"
+#include "KwNumbers.h"
+#include "KwOrthotropicStiffness.h"
 #include "KwTestSupport.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMap>
@@ -31,6 +34,7 @@
 #include <QTableView>
 #include <QTest>
 #include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace K = KwMaterialKeys;
@@ -747,4 +751,214 @@ TEST_F(MaterialEditor, hyperelasticConstantsTellThemselvesApartInToolTips)
     for (const char* key : {"NA", "ND", "MU1", "ALPHA3", "A10"})
         EXPECT_TRUE(pseudo.value(key).contains(CKwXMLUtils::PseudoPrefix()))
             << key << " " << pseudo.value(key).toStdString();
+}
+
+namespace {
+
+// The computed stiffness of an Orthotropic 3D editor: its cells row by row (upper triangle),
+// joined so that a failure shows them.
+QString orthoCells(QWidget* d)
+{
+    QStringList out;
+    for (int k = 0; k < CKwMaterial::MatrixSize; ++k) {
+        auto* cell = KwControl<QLineEdit>(d, CKwMFCUIMaterial::kOrthoCellIdBase + k);
+        out << (cell ? cell->text() : QStringLiteral("<none>"));
+    }
+    return out.join(QLatin1Char(' '));
+}
+
+// The cells the editor should show for constants, in the host's units.
+QString expectedCells(const KwOrthotropicConstants& k, const KW_UOM* units)
+{
+    const KwOrthotropicStiffness s = KwOrthotropicStiffness::From(k);
+    QStringList out;
+    for (int r = 0; r < 6; ++r)
+        for (int c = r; c < 6; ++c)
+            out << (s.status == KwOrthotropicStiffness::Ok
+                        ? K::FormatValue(s.At(r, c), KwUnitKind::Stress, units)
+                        : QString());
+    return out.join(QLatin1Char(' '));
+}
+
+// The same, where the cells come from constants rounded for display: each within `relative`.
+void expectCellsNear(QWidget* d, const KwOrthotropicConstants& k, const KW_UOM* units,
+                     double relative)
+{
+    const QStringList shown = orthoCells(d).split(QLatin1Char(' '));
+    const QStringList exact = expectedCells(k, units).split(QLatin1Char(' '));
+    ASSERT_EQ(shown.size(), exact.size());
+    for (qsizetype c = 0; c < shown.size(); ++c)
+        EXPECT_NEAR(shown[c].toDouble(), exact[c].toDouble(),
+                    relative * std::fabs(exact[c].toDouble()))
+            << c;
+}
+
+// Types a value into the table the way the user does: the cell's editor, then Return.
+void typeInTable(CKwMFCUIMaterial* d, int key, const QString& text)
+{
+    QTableView* table = d->GetValueTable();
+    auto* model = table->model();
+    int row = -1;
+    for (int r = 0; r < model->rowCount(); ++r)
+        if (model->index(r, 0).data().toString() == K::Key(key))
+            row = r;
+    ASSERT_GE(row, 0) << K::Key(key).toStdString();
+    const QModelIndex index = model->index(row, 2);
+    // The table opens its editor as the cell becomes current.
+    table->setCurrentIndex(index);
+    QLineEdit* editor = nullptr;
+    for (QLineEdit* e : table->viewport()->findChildren<QLineEdit*>())
+        if (!e->isHidden())
+            editor = e;
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+}
+
+} // namespace
+
+// Orthotropic 3D shows the stiffness of its constants in the matrix grid, read-only: it follows
+// the constants as they are typed, defined in the 3D orthotropic definition, loaded or shown in
+// other units, and nothing of it reaches the material.
+TEST_F(MaterialEditor, orthotropic3DShowsTheStiffnessOfItsConstantsReadOnly)
+{
+    CKwMaterial* carbon = host.model->m_materials.at(2);
+    ASSERT_EQ(carbon->GetMaterialType(), CKwMaterial::Orthotropic3D);
+    KwOrthotropicConstants k = KwOrthotropicConstants::Of(*carbon);
+    CKwMFCUIMaterial* d = open(carbon);
+    ASSERT_NE(d, nullptr);
+    QApplication::processEvents();
+    auto* group = KwControl<QGroupBox>(d, CKwMFCUIMaterial::kOrthoMatrixId);
+    ASSERT_NE(group, nullptr);
+    EXPECT_TRUE(group->isVisible());
+    EXPECT_EQ(group->title(), "Material Property Matrix");
+    EXPECT_FALSE(KwControl<QWidget>(d, 1372)->isVisible()); // the anisotropic one
+    for (int c = 0; c < CKwMaterial::MatrixSize; ++c) {
+        auto* cell = KwControl<QLineEdit>(d, CKwMFCUIMaterial::kOrthoCellIdBase + c);
+        ASSERT_NE(cell, nullptr);
+        EXPECT_TRUE(cell->isReadOnly()) << c;
+        EXPECT_TRUE(cell->isVisible()) << c;
+    }
+    auto* note = KwControl<QLabel>(d, CKwMFCUIMaterial::kOrthoNoteId);
+    ASSERT_NE(note, nullptr);
+    EXPECT_FALSE(note->isVisible());
+    EXPECT_EQ(KwControl<QLabel>(d, CKwMFCUIMaterial::kOrthoHeadIdBase + 6)->text(), "MPa");
+    const QStringList cells = orthoCells(d).split(QLatin1Char(' '));
+    EXPECT_EQ(orthoCells(d), expectedCells(k, host.units.get()));
+    EXPECT_EQ(cells[0], "1.8422e+05"); // C11 in MPa
+    EXPECT_EQ(cells[3], "0");          // no coupling of stretch and shear
+
+    // Typed in the table.
+    typeInTable(d, K::E1, "200000");
+    k.e1 = 2e11;
+    EXPECT_EQ(d->KeyValueText(K::E1), "200000");
+    EXPECT_EQ(orthoCells(d), expectedCells(k, host.units.get()));
+    EXPECT_NE(orthoCells(d).section(QLatin1Char(' '), 0, 0), cells[0]);
+
+    // Missing, not a number, or not admissible: no matrix; only the last says why.
+    const struct
+    {
+        int key;
+        const char* text;
+        bool note;
+    } broken[] = {{K::NUYZ, "", false}, {K::NUYZ, "half", false}, {K::NUYZ, "1.2", true},
+                  {K::G2Z, "-3000", true}, {K::E3, "", false}};
+    for (const auto& b : broken) {
+        SCOPED_TRACE(b.text);
+        const QString before = d->KeyValueText(b.key);
+        d->SetKeyValueText(b.key, QString::fromLatin1(b.text));
+        EXPECT_EQ(orthoCells(d).trimmed(), QString());
+        EXPECT_EQ(note->isVisible(), b.note);
+        d->SetKeyValueText(b.key, before);
+        EXPECT_EQ(orthoCells(d), expectedCells(k, host.units.get()));
+        EXPECT_FALSE(note->isVisible());
+    }
+
+    // Through the 3D orthotropic definition.
+    kwtest::AnswerModals([&] { KwControl<QPushButton>(d, 1401)->click(); }, QMessageBox::Ok,
+                         [&](QWidget* w) {
+                             auto* definition = dynamic_cast<CKwOrthotropic3DDlg*>(w);
+                             ASSERT_NE(definition, nullptr);
+                             definition->Edit(1)->setText("12000"); // E2
+                             definition->OnOK();
+                         });
+    k.e2 = 1.2e10;
+    EXPECT_EQ(orthoCells(d), expectedCells(k, host.units.get()));
+
+    // In other units, once the editor shows them.
+    host.units->SetSystem(KW_UOM::IPS);
+    d->LoadObjectData();
+    EXPECT_EQ(KwControl<QLabel>(d, CKwMFCUIMaterial::kOrthoHeadIdBase + 6)->text(), "psi");
+    // The table shows the constants in psi to five digits, and the cells are computed from
+    // what it shows.
+    expectCellsNear(d, k, host.units.get(), 1e-4);
+    EXPECT_NE(orthoCells(d).section(QLatin1Char(' '), 0, 0),
+              expectedCells(k, nullptr).section(QLatin1Char(' '), 0, 0));
+    host.units->SetSystem(KW_UOM::MMNS);
+    d->LoadObjectData();
+
+    // Loaded from the database: the file's constants.
+    CKwMaterial loaded;
+    ASSERT_TRUE(d->LoadMaterialFromFile(
+        QStringLiteral(KW_MATERIALS_PARENT_DIR
+                       "/Materials/Carbon_Epoxy T300_5208, unidirectional.svrmat")));
+    const KwOrthotropicConstants fromFile = KwOrthotropicConstants::Of(*d->GetEditObject());
+    EXPECT_NE(fromFile.e1, k.e1);
+    EXPECT_EQ(orthoCells(d), expectedCells(fromFile, host.units.get()));
+
+    // The anisotropic matrix stays as it is: editable, and the one the material keeps.
+    typeCombo(d)->setCurrentIndex(CKwMaterial::Anisotropic3D);
+    EXPECT_FALSE(group->isVisible());
+    auto* first = KwControl<QLineEdit>(d, CKwMFCUIMaterial::kMatrixIdBase);
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_FALSE(first->isReadOnly());
+    EXPECT_EQ(first->text(), QString());
+    typeCombo(d)->setCurrentIndex(CKwMaterial::Orthotropic3D);
+    EXPECT_TRUE(group->isVisible());
+    EXPECT_EQ(orthoCells(d), expectedCells(fromFile, host.units.get()));
+
+    // OK keeps the constants; no matrix entry is written.
+    KwControl<QPushButton>(d, 1)->click();
+    ASSERT_EQ(host.view->GetOpenDialog(), nullptr);
+    EXPECT_EQ(carbon->GetValue("E1"), fromFile.e1);
+    for (int c = 0; c < CKwMaterial::MatrixSize; ++c)
+        EXPECT_TRUE(IsMissingValue(carbon->GetMatrix(c))) << c;
+}
+
+// The line that tells why the grid is empty speaks the language and fits the group.
+TEST_F(MaterialEditor, theNoMatrixLineIsTranslatedAndFits)
+{
+    CKwMaterial material(9, QStringLiteral("Sample"));
+    material.SetMaterialType(CKwMaterial::Orthotropic3D);
+    for (const auto& [key, value] :
+         {std::pair{"E1", 1e9}, {"E2", 1e9}, {"E3", 1e9}, {"NUXY", 0.5}, {"NUYZ", 0.5},
+          {"NUXZ", 0.5}, {"G12", 1e8}, {"G1Z", 1e8}, {"G2Z", 1e8}})
+        material.SetValue(QString::fromLatin1(key), value);
+    const struct
+    {
+        const char* language;
+        const char* starts;
+    } cases[] = {{"en", "No matrix"}, {"de", "Keine Matrix"}, {"qps", ""}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.language);
+        ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(c.language)));
+        CKwMFCUIMaterial* d = open(&material);
+        ASSERT_NE(d, nullptr);
+        QApplication::processEvents();
+        auto* note = KwControl<QLabel>(d, CKwMFCUIMaterial::kOrthoNoteId);
+        ASSERT_NE(note, nullptr);
+        EXPECT_TRUE(note->isVisible());
+        if (*c.starts)
+            EXPECT_TRUE(note->text().startsWith(QString::fromUtf8(c.starts)))
+                << note->text().toStdString();
+        else
+            EXPECT_EQ(kwtest::UntranslatedCaptions(d), QStringList());
+        EXPECT_GE(note->width(), note->sizeHint().width());
+        EXPECT_LE(note->geometry().right(), note->parentWidget()->contentsRect().right());
+        KwControl<QPushButton>(d, 2)->click();
+    }
+    CKwXMLUtils::SetCurrentLanguage("en");
 }
