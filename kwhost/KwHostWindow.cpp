@@ -9,6 +9,7 @@
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
+#include "CKwNonlinearDialogBase.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
 #include "KwSectionLibrary.h"
@@ -33,6 +34,7 @@
 #include <QMap>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -171,12 +173,25 @@ void KwHostWindow::buildMenus()
         QAction* a = units->addAction(KW_UOM::GetSystemName(s));
         a->setCheckable(true);
         a->setChecked(s == m_units->GetSystem());
+        a->setData(int(s));
         unitGroup->addAction(a);
-        connect(a, &QAction::triggered, this, [this, s] { m_units->SetSystem(s); });
+        connect(a, &QAction::triggered, this, [this, s, unitGroup] {
+            if (!unitsMayChange()) {
+                for (QAction* other : unitGroup->actions())
+                    other->setChecked(other->data().toInt() == int(m_units->GetSystem()));
+                return;
+            }
+            m_units->SetSystem(s);
+        });
     }
     QAction* radians = options->addAction(tr("Angles in radians"));
     radians->setCheckable(true);
-    connect(radians, &QAction::toggled, this, [this](bool on) {
+    connect(radians, &QAction::toggled, this, [this, radians](bool on) {
+        if (on != m_units->IsAngleInRadians() && !unitsMayChange()) {
+            const QSignalBlocker blocker(radians);
+            radians->setChecked(m_units->IsAngleInRadians());
+            return;
+        }
         m_units->SetAngleInRadians(on);
         // Open results repaint: which angle cells are red depends on the unit.
         for (QWidget* w : QApplication::topLevelWidgets())
@@ -191,6 +206,23 @@ void KwHostWindow::buildMenus()
     QAction* ids = options->addAction(tr("Show entity IDs"));
     ids->setCheckable(true);
     connect(ids, &QAction::toggled, m_view, &CFMView::SetShowIDs);
+}
+
+bool KwHostWindow::unitsMayChange()
+{
+    // An open editor or point table holds what the user typed as text in the units it was
+    // shown in, and its OK reads that text in the units of the moment: switching the units
+    // under it would change the values silently. The switch waits until they are closed.
+    int open = m_view->GetOpenDialogCount();
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && dynamic_cast<CKwNonlinearDialogBase*>(w))
+            ++open;
+    if (open == 0)
+        return true;
+    QMessageBox::information(this, windowTitle(),
+                             tr("Close the open editors and tables before changing the units: "
+                                "their values are shown and typed in the current units."));
+    return false;
 }
 
 void KwHostWindow::setLanguage(const QString& code)

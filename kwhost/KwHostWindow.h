@@ -40,6 +40,8 @@ private:
     void buildMenus();
     void onTreeActivated(QTreeWidgetItem* item);
     void setLanguage(const QString& code);
+    // False, with a message, while editors or point tables show values in the current units.
+    bool unitsMayChange();
     void refreshCaptions();
 
     std::unique_ptr<CKwFEModel> m_model;
