@@ -213,6 +213,22 @@ std::vector<int> groupedRows(int type)
     return rows;
 }
 
+// The heads "%s(Gij)" over the six columns of a stiffness matrix grid, then the label that
+// takes the matrix's unit; returns that label.
+QLabel* addMatrixHeads(QWidget* parent, QGridLayout* grid, int idBase)
+{
+    QLabel* head = nullptr;
+    for (int c = 0; c < 7; ++c) {
+        head = new QLabel(parent);
+        head->setProperty("kwData", true);
+        if (c < 6)
+            head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
+        KwSetControlId(head, idBase + c);
+        grid->addWidget(head, 0, c);
+    }
+    return head;
+}
+
 } // namespace
 
 // The property values of the material: every key has its value, unit and tool tip here
@@ -561,14 +577,7 @@ bool CKwMFCUIMaterial::ensureRows(int type)
                 KwSetControlId(cell, kMatrixIdBase + k++);
                 m_ui->matrixGrid->addWidget(cell, r + 1, c);
             }
-        for (int c = 0; c < 7; ++c) {
-            auto* head = new QLabel(parent);
-            head->setProperty("kwData", true);
-            if (c < 6)
-                head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
-            KwSetControlId(head, kMatrixHeadIdBase + c);
-            m_ui->matrixGrid->addWidget(head, 0, c);
-        }
+        addMatrixHeads(parent, m_ui->matrixGrid, kMatrixHeadIdBase);
         m_matrixMade = m_freshMatrix = made = true;
     }
     // Computed, not filled: nothing for the logic to load.
@@ -606,16 +615,7 @@ void CKwMFCUIMaterial::makeOrthotropicMatrix()
             m_orthoCells[std::size_t(k++)] = cell;
             grid->addWidget(cell, r + 1, c);
         }
-    for (int c = 0; c < 7; ++c) {
-        auto* head = new QLabel(group);
-        head->setProperty("kwData", true);
-        if (c < 6)
-            head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
-        KwSetControlId(head, kOrthoHeadIdBase + c);
-        grid->addWidget(head, 0, c);
-        if (c == 6)
-            m_orthoUnit = head;
-    }
+    m_orthoUnit = addMatrixHeads(group, grid, kOrthoHeadIdBase);
     m_orthoNote = new QLabel(KwPropText("Materials", "LabelMatrixNotPositiveDefinite",
                                         "No matrix: these constants give no positive-definite "
                                         "compliance."),
