@@ -171,13 +171,7 @@ CKwMFCUILoad::CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int, CFMView* vie
     m_ui->hideMembers->SetToolTips(
         {"Loads", "ToolTipHideStructuralMember", "Hide all bodies"},
         {"Loads", "ToolTipShowStructuralMember", "Show all bodies"});
-    connect(m_ui->hideMembers, &CKwHideMembersButton::membersShownChanged, this,
-            [this](bool shown) {
-                if (CFMView* v = GetFMView())
-                    v->HideBodies(CFMView::BodyStructuralMembers | CFMView::BodySolids,
-                                  shown ? 0 : 1);
-                update();
-            });
+    ConnectHideMembersButton(m_ui->hideMembers);
     connect(m_ui->advancedToggle, &QPushButton::clicked, this,
             &CKwMFCUILoad::ToggleAdvancedOptions);
     connect(m_ui->browse, &QPushButton::clicked, this, &CKwMFCUILoad::BrowseResultsFile);
@@ -217,9 +211,13 @@ bool CKwMFCUILoad::OnInitDialog()
     m_ui->locationBox->SetSingleSelection(true);
     m_ui->locationBox->SetFilter(kLocationByVertex);
     RegisterSelectionBox(m_ui->locationBox);
-    // Clicking into a box makes it the target of picks.
-    m_ui->selection->installEventFilter(this);
-    m_ui->locationBox->installEventFilter(this);
+    // Clicking into a box makes it the target of picks; the location box only while the
+    // load takes a location.
+    TargetOnClick(m_ui->selection, [this] {
+        SetValue(FieldPickTarget, PickEntities);
+        return true;
+    });
+    TargetOnClick(m_ui->locationBox, [this] { return SetValue(FieldPickTarget, PickLocation) != 0; });
     {
         const QSignalBlocker b1(m_ui->size), b2(m_ui->density);
         m_ui->size->setRange(1, 10);
@@ -233,19 +231,6 @@ bool CKwMFCUILoad::OnInitDialog()
                   m_ui->advancedToggle, {}, {});
     ToggleForm();
     return ok;
-}
-
-bool CKwMFCUILoad::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::FocusIn) {
-        if (watched == m_ui->locationBox && SetValue(FieldPickTarget, PickLocation))
-            SetActiveSelectionBox(m_ui->locationBox);
-        else if (watched == m_ui->selection) {
-            SetValue(FieldPickTarget, PickEntities);
-            SetActiveSelectionBox(m_ui->selection);
-        }
-    }
-    return CKwMFCUIBase::eventFilter(watched, event);
 }
 
 void CKwMFCUILoad::OnObjectDataLoaded()
@@ -477,11 +462,7 @@ void CKwMFCUILoad::ToggleAdvancedOptions()
 
 void CKwMFCUILoad::BrowseResultsFile()
 {
-    // The filter is kept in the form "name|pattern|name|pattern".
-    const QStringList parts = QString::fromLatin1(ResultsFileFilter()).split(QLatin1Char('|'));
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        filters << parts[i];
+    const QStringList filters = FileDialogFilters(QString::fromLatin1(ResultsFileFilter()));
     QFileDialog dlg(this, KwPropText("Loads", "LabelFlowEFDResultsFile", "Results File"));
     dlg.setAcceptMode(QFileDialog::AcceptOpen);
     dlg.setFileMode(QFileDialog::ExistingFile);

@@ -49,7 +49,6 @@ protected:
     bool OnInitDialog() override;
     int OnTypeRowChosen(int row) override;
     void OnTypeChanged(int type) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void showTypeExtras();

@@ -473,7 +473,7 @@ bool CKwMFCUIMaterial::OnInitDialog()
     // Shorter than that by hand, the panels would be squeezed.
     setMinimumHeight(minimumSizeHint().height() + extra);
     resize(width(), opened);
-    applyWidth(type);
+    ApplyTypeWidth(type);
     return ok;
 }
 
@@ -498,23 +498,31 @@ void CKwMFCUIMaterial::SetTextToCurrentLang()
     // The experimental data list names what "Define..." opens: never blank.
     if (m_ui->experimental->currentIndex() < 0 && m_ui->experimental->count() > 0)
         m_ui->experimental->setCurrentIndex(0);
-    // The text table lists the offered types; a stored type that is not offered follows them
-    // (see GetListedTypes). The type list's item rows stand in type code order.
+    syncTypeItems();
+    SelectTypeFromEntity();
+}
+
+void CKwMFCUIMaterial::syncTypeItems()
+{
+    // The text table lists the offered types; a stored or loaded type that is not offered
+    // follows them (see GetListedTypes). The type list's item rows stand in type code order.
     const std::vector<int> listed = GetListedTypes();
-    QComboBox* combo = m_ui->type;
-    if (combo->count() >= int(listed.size()))
-        return;
     std::vector<const KwTextRow*> items;
     for (const KwTextRow& row : kTexts)
         if (row.ctrlId == 1390 && row.to.target == T::Item)
             items.push_back(&row);
-    {
-        const QSignalBlocker block(combo);
-        for (int row = combo->count(); row < int(listed.size()); ++row)
-            if (listed[row] >= 0 && listed[row] < int(items.size()))
-                combo->addItem(KwRowText(*items[listed[row]]));
+    QComboBox* combo = m_ui->type;
+    const QSignalBlocker block(combo);
+    for (int row = 0; row < int(listed.size()); ++row) {
+        const int t = listed[row];
+        const QString text = t >= 0 && t < int(items.size()) ? KwRowText(*items[t]) : QString();
+        if (row >= combo->count())
+            combo->addItem(text);
+        else if (combo->itemText(row) != text)
+            combo->setItemText(row, text);
     }
-    SelectTypeFromEntity();
+    while (combo->count() > int(listed.size()))
+        combo->removeItem(combo->count() - 1);
 }
 
 std::array<QWidget*, 4> CKwMFCUIMaterial::makeRow(int gridRow, const QString& symbol,
@@ -821,10 +829,14 @@ void CKwMFCUIMaterial::SetKeyValueText(int key, const QString& text)
 
 void CKwMFCUIMaterial::OnObjectDataLoaded()
 {
+    // A material read from a file may bring a type the list does not offer.
+    syncTypeItems();
     CKwMFCUIBase::OnObjectDataLoaded();
     int type = 0;
-    if (GetValue(FieldType, type))
+    if (GetValue(FieldType, type)) {
         showRowsOfType(type);
+        ApplyTypeWidth(type);
+    }
 }
 
 bool CKwMFCUIMaterial::IsKeyShown(int key) const { return m_values->rowOf(key) >= 0; }
@@ -993,30 +1005,25 @@ int CKwMFCUIMaterial::extraUnitWidth() const
            spacingOr(m_ui->valuesGrid->horizontalSpacing());
 }
 
-void CKwMFCUIMaterial::applyWidth(int type)
+int CKwMFCUIMaterial::WidthForType(int type) const { return KwMaterialDialogWidth(type); }
+
+void CKwMFCUIMaterial::OnTypeLeaving(int)
 {
-    // Dialog units of the template, scaled for the screen's density; left, top, height kept.
-    const QScreen* s = screen();
-    const qreal scale = s ? s->logicalDotsPerInch() / 96.0 : 1.0;
-    const QRect g = geometry();
-    setGeometry(g.left(), g.top(), qRound(KwMaterialDialogWidth(type) * scale), g.height());
+    // The edit copy takes what the panels of the old type show before they change: the
+    // sub-choices as their controls stand, and the values typed in the old type's rows.
+    for (const auto& [field, combo] : {std::pair{int(FieldFailureTheory), m_ui->failure},
+                                       std::pair{int(FieldHyperelasticModel), m_ui->model}})
+        if (combo->currentIndex() >= 0)
+            SetValue(field, combo->currentIndex());
+    SetValue(FieldFatigue, m_ui->fatigue->isChecked() ? 1 : 0);
+    UpdateObjectData(false);
 }
 
 void CKwMFCUIMaterial::OnTypeChanged(int type)
 {
-    // The sub-choices are current in the edit copy before the panels change.
-    for (int field : {FieldFailureTheory, FieldHyperelasticModel, FieldFatigue}) {
-        int v = 0;
-        if (GetValue(field, v))
-            SetValue(field, v);
-    }
-    // What was typed reaches the edit copy before rows of the new type are made and filled.
-    UpdateObjectData(false);
     showRowsOfType(type);
-    applyWidth(type);
-    if (CFMView* view = GetFMView())
-        for (const QString& text : KwMaterialTypeAdvisories(type, GetAnalysis(), GetEditObject()))
-            view->ShowBubbleToolTipWarning(text, 0);
+    // Each advisory is a bubble of its own, shown one after the other.
+    ShowAdvisories(KwMaterialTypeAdvisories(type, GetAnalysis(), GetEditObject()));
 }
 
 void CKwMFCUIMaterial::onFatigue(bool on)
@@ -1030,13 +1037,15 @@ void CKwMFCUIMaterial::onFatigue(bool on)
 
 void CKwMFCUIMaterial::onPPFA(bool on)
 {
-    if (on)
-        ShowAdvisory("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses");
-    else
-        ShowAdvisory("Materials", "PPFATurnedOFF", "PPFA Calculation has been turned OFF for all analyses");
+    QStringList texts{
+        on ? KwErrText("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses")
+           : KwErrText("Materials", "PPFATurnedOFF",
+                       "PPFA Calculation has been turned OFF for all analyses")};
     if (on && !KwTakesNonlinearMaterialData(GetAnalysis()))
-        ShowAdvisory("Materials", "NonlinearAnalysisRequiredForPPFA",
-                     "PPFA data will not be applicable until a Nonlinear analysis has been selected.");
+        texts << KwErrText("Materials", "NonlinearAnalysisRequiredForPPFA",
+                           "PPFA data will not be applicable until a Nonlinear analysis has "
+                           "been selected.");
+    ShowAdvisories(texts);
 }
 
 void CKwMFCUIMaterial::OpenPointTable(int curve)
@@ -1110,7 +1119,7 @@ bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
     CKwOrthotropic3DDlg dlg(m, GetUnitSystem(), GetFMView(), this);
     if (dlg.DoModal() != KwMB::IDOK)
         return false;
-    LoadObjectData();
+    ReloadObjectData();
     return true;
 }
 
@@ -1128,6 +1137,5 @@ void CKwMFCUIMaterial::RefreshFromHost()
 {
     // The edit copy stays: what the user typed is kept, the controls show it afresh.
     UpdateObjectData(false);
-    LoadObjectData();
-    OnObjectDataLoaded();
+    ReloadObjectData();
 }

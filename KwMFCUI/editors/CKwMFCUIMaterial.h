@@ -81,10 +81,13 @@ protected:
     bool OnInitDialog() override;
     void SetTextToCurrentLang() override;
     void OnTypeChanged(int type) override;
+    void OnTypeLeaving(int oldType) override;
+    int WidthForType(int type) const override;
 
 private:
     void showRowsOfType(int type);
-    void applyWidth(int type);
+    // The type list's rows follow GetListedTypes.
+    void syncTypeItems();
     static bool hasStressStrainCurve(int type);
     static bool hasConductivityTable(int type);
     // Rows of the list of extra values below the table for a type, and the list's height.

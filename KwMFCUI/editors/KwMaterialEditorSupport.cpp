@@ -1,6 +1,7 @@
 #include "KwMaterialEditorSupport.h"
 
 #include "CKwAnalysis.h"
+#include "CKwMFCUIBase.h"
 #include "CKwMaterial.h"
 #include "CKwUIMaterial.h"
 #include "KwLangText.h"
@@ -92,10 +93,12 @@ QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
                              "has been selected.");
     if (isExplicit(analysis) && material) {
         namespace K = KwMaterialKeys;
+        // Thermal values the new type shows and holds; the reference temperature every
+        // material starts with is no thermal data.
         bool thermal = false;
-        for (int key : {int(K::KX), int(K::C), int(K::K11), int(K::K22), int(K::K33),
-                        int(K::K12), int(K::K13), int(K::K23)})
-            thermal = thermal || !IsMissingValue(material->GetValue(key));
+        for (int key : CKwMaterial::KeysForType(type))
+            if (key == K::KX || key == K::C || (key >= K::K11 && key <= K::K23))
+                thermal = thermal || !IsMissingValue(material->GetValue(key));
         if (thermal)
             out << KwErrText("Materials", "MaterialThermalNotSupported",
                              "Thermal material properties not supported in Explicit analyses.");
@@ -112,7 +115,7 @@ bool KwTakesNonlinearMaterialData(const CKwAnalysis* analysis)
 int KwMaterialDialogWidth(int type) { return type == CKwMaterial::Hyperelastic ? 692 : 667; }
 
 bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOnly,
-                          const KwMaterialFileChooser& chooser)
+                          const KwMaterialFileChooser& chooser, const KwMaterialPicker& picker)
 {
     if (!logic)
         return false;
@@ -130,12 +133,8 @@ bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOn
     if (chooser) {
         path = chooser(folder, filter, ext);
     } else {
-        // "Text (*.a)|*.a|" pairs become the file dialog's ";;"-separated filters.
-        QStringList qtFilters;
-        const QStringList parts = filter.split(QLatin1Char('|'), Qt::SkipEmptyParts);
-        for (int i = 0; i + 1 < parts.size(); i += 2)
-            qtFilters << parts[i];
-        QFileDialog dlg(parent, QString(), folder, qtFilters.join(QStringLiteral(";;")));
+        QFileDialog dlg(parent, QString(), folder);
+        dlg.setNameFilters(CKwMFCUIBase::FileDialogFilters(filter));
         dlg.setFileMode(QFileDialog::ExistingFile);
         dlg.setDefaultSuffix(ext);
         if (dlg.exec() == QDialog::Accepted && !dlg.selectedFiles().isEmpty())
@@ -144,5 +143,19 @@ bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOn
     if (path.isEmpty())
         return false;
     KwMaterialDatabase::RememberFolder(QDir::cleanPath(QFileInfo(path).absolutePath()));
-    return logic->LoadMaterialFromFile(path);
+    // A library holds many materials: the user chooses one by name and type. A refused file
+    // goes straight to the logic, which says why.
+    int which = 0;
+    const KwMaterialDatabase::ReadResult r = KwMaterialDatabase::ReadFile(path);
+    if (r.ok && r.materials.size() > 1) {
+        QList<KwMaterialEntry> entries;
+        entries.reserve(r.materials.size());
+        for (const CKwMaterial& m : r.materials)
+            entries.append({m.GetName(), m.GetMaterialType()});
+        which = picker ? picker(entries)
+                       : KwChooseMaterial(parent, entries, QFileInfo(path).fileName());
+        if (which < 0 || which >= entries.size())
+            return false;
+    }
+    return logic->LoadMaterialFromFile(path, which);
 }

@@ -66,9 +66,7 @@ public:
         if (status != 0)
             return status;
         m_pObject = nullptr;
-        m_edit = CreateNewObject();
-        LoadObjectData();
-        OnObjectDataLoaded();
+        ReplaceEditObject(CreateNewObject());
         return 1;
     }
     // Submits and goes on with a copy of what was just written.
@@ -79,12 +77,8 @@ public:
             return status;
         auto copy = std::make_unique<T>(*m_edit);
         m_pObject = nullptr;
-        m_edit = CreateNewObject();
-        const int id = m_edit->GetID();
-        *m_edit = *copy;
-        m_edit->SetID(id);
-        LoadObjectData();
-        OnObjectDataLoaded();
+        copy->SetID(CreateNewObject()->GetID());
+        ReplaceEditObject(std::move(copy));
         return 1;
     }
     long OnCancelUI() override
@@ -98,9 +92,8 @@ public:
     void Refresh() override
     {
         UpdateEditObject();
-        LoadObjectData();
         m_upToDate = true;
-        OnObjectDataLoaded();
+        ReloadObjectData();
     }
     // The host marks the editor stale when the entity changed underneath it.
     void MarkOutOfDate() { m_upToDate = false; }
@@ -113,6 +106,14 @@ public:
 protected:
     // A new entity with defaults and the next free id.
     virtual std::unique_ptr<T> CreateNewObject() = 0;
+    // Every replacement of the edit copy goes through here and ends in ReloadObjectData.
+    void ReplaceEditObject(std::unique_ptr<T> copy)
+    {
+        if (!copy)
+            return;
+        m_edit = std::move(copy);
+        ReloadObjectData();
+    }
 
     // Name and ID controls: filled from the edit copy, read back (the name trimmed).
     void LoadNameAndID(int nameCode, int idCode)
