@@ -2,11 +2,7 @@
 
 #include "CFMView.h"
 #include "CKwAnalysis.h"
-#include "CKwMaterialNonlinearDialog.h"
 #include "CKwOrthotropic3DDlg.h"
-#include "CKwTable.h"
-#include "CKwTableDialog.h"
-#include "CKwFunction.h"
 #include "CKwiCKAddin.h"
 #include "KwMessageBox.h"
 #include "KwNumbers.h"
@@ -15,13 +11,12 @@
 #include "KwMaterialEditorSupport.h"
 #include "KwMaterialKeys.h"
 #include "KwOrthotropicStiffness.h"
-#include "KwTextCellDelegate.h"
+#include "KwMaterialValueTable.h"
 #include "ui_CKwMFCUIMaterial.h"
 
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QTableView>
-#include <QAbstractTableModel>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -159,60 +154,6 @@ CKwMFCUIMaterial::PointTableHook& pointTableHook()
     return hook;
 }
 
-// The headings of the value table. The allowables of the orthotropic types carry the names
-// of their allowables groups.
-enum ValueHeading { HeadStiffness, HeadAllowables, HeadMatL8, HeadMatL12, HeadExpansion,
-                    HeadThermal, HeadingCount };
-constexpr KwTextRow kHeadings[HeadingCount] = {
-    {0, "Materials", "GroupStiffness", "Stiffness"},
-    {0, "Materials", "GroupAllowables", "Allowables"},
-    {0, "Materials", "GroupMatL8", "MATL8"},
-    {0, "Materials", "GroupMatL12", "MATL12"},
-    {0, "Materials", "LabelThermalExpansionCoef", "Thermal Expansion"},
-    {0, "Materials", "GroupThermal", "Thermal"},
-};
-
-int headingOf(int key, int type)
-{
-    switch (key) {
-    case K::SIGXT: case K::SIGXC: case K::SIGYLD: case K::SIGXY: case K::YLDPNT: case K::COHS:
-    case K::FANG: case K::XT: case K::YT: case K::ZT: case K::XC: case K::YC: case K::ZC:
-    case K::S: case K::S12: case K::S23: case K::S13: case K::F12: case K::F23: case K::F13:
-        return type == CKwMaterial::Orthotropic2D   ? HeadMatL8
-               : type == CKwMaterial::Orthotropic3D ? HeadMatL12
-                                                    : HeadAllowables;
-    case K::ALPX: case K::ALP1: case K::ALP2: case K::ALP3: case K::A1: case K::A2: case K::A3:
-    case K::A4: case K::A5: case K::A6:
-        return HeadExpansion;
-    case K::KX: case K::C: case K::REFT: case K::K11: case K::K22: case K::K33: case K::K12:
-    case K::K13: case K::K23:
-        return HeadThermal;
-    default:
-        return HeadStiffness;
-    }
-}
-
-// The rows of a type: its keys grouped under their headings, in heading order, the keys of a
-// group in the type's order. A heading row is stored as -1 - heading.
-std::vector<int> groupedRows(int type)
-{
-    const std::vector<int> keys = CKwMaterial::KeysForType(type);
-    std::vector<int> rows;
-    rows.reserve(keys.size() + HeadingCount);
-    for (int h = 0; h < HeadingCount; ++h) {
-        bool headed = false;
-        for (int key : keys) {
-            if (headingOf(key, type) != h)
-                continue;
-            if (!headed)
-                rows.push_back(-1 - h);
-            headed = true;
-            rows.push_back(key);
-        }
-    }
-    return rows;
-}
-
 // The heads "%s(Gij)" over the six columns of a stiffness matrix grid, then the label that
 // takes the matrix's unit; returns that label.
 QLabel* addMatrixHeads(QWidget* parent, QGridLayout* grid, int idBase)
@@ -231,141 +172,6 @@ QLabel* addMatrixHeads(QWidget* parent, QGridLayout* grid, int idBase)
 
 } // namespace
 
-// The property values of the material: every key has its value, unit and tool tip here
-// whether or not the current type shows it; the rows are the keys of the current type under
-// their headings.
-class KwMaterialValueModel : public QAbstractTableModel
-{
-public:
-    enum Column { Symbol, Label, Value, Unit, ColumnCount };
-    using QAbstractTableModel::QAbstractTableModel;
-
-    std::array<QString, K::Count> value, unit, tip, label;
-    std::array<QString, HeadingCount> heading;
-
-    int rowCount(const QModelIndex& parent = {}) const override
-    {
-        return parent.isValid() ? 0 : int(m_shown.size());
-    }
-    int columnCount(const QModelIndex& parent = {}) const override
-    {
-        return parent.isValid() ? 0 : ColumnCount;
-    }
-    // The key of a row; -1 for a heading or a row that is not there.
-    int keyAt(int row) const
-    {
-        return row >= 0 && row < rowCount() && m_shown[row] >= 0 ? m_shown[row] : -1;
-    }
-    int headingAt(int row) const
-    {
-        return row >= 0 && row < rowCount() && m_shown[row] < 0 ? -1 - m_shown[row] : -1;
-    }
-    int rowOf(int key) const
-    {
-        if (key < 0)
-            return -1;
-        const auto it = std::find(m_shown.begin(), m_shown.end(), key);
-        return it == m_shown.end() ? -1 : int(it - m_shown.begin());
-    }
-    QVariant data(const QModelIndex& index, int role) const override
-    {
-        if (const int h = headingAt(index.row()); h >= 0) {
-            if (role == Qt::DisplayRole && index.column() == Symbol)
-                return heading[h];
-            if (role == Qt::FontRole) {
-                QFont f;
-                f.setBold(true);
-                return f;
-            }
-            // Headings take no focus or selection, but read as text, not as a disabled cell.
-            if (role == Qt::ForegroundRole)
-                return QGuiApplication::palette().brush(QPalette::Active, QPalette::WindowText);
-            return {};
-        }
-        const int key = keyAt(index.row());
-        if (key < 0)
-            return {};
-        if (role == Qt::DisplayRole || role == Qt::EditRole) {
-            switch (index.column()) {
-            case Symbol: return K::Key(key);
-            case Label: return label[key];
-            case Value: return value[key];
-            case Unit: return unit[key];
-            default: return {};
-            }
-        }
-        if (role == Qt::ToolTipRole && index.column() == Value && !tip[key].isEmpty())
-            return tip[key];
-        // The values stand out as the column to type in.
-        if (role == Qt::BackgroundRole && index.column() == Value)
-            return QGuiApplication::palette().brush(QPalette::Base);
-        return {};
-    }
-    Qt::ItemFlags flags(const QModelIndex& index) const override
-    {
-        if (headingAt(index.row()) >= 0)
-            return Qt::NoItemFlags;
-        Qt::ItemFlags f = QAbstractTableModel::flags(index);
-        return index.column() == Value ? f | Qt::ItemIsEditable : f;
-    }
-    bool setData(const QModelIndex& index, const QVariant& v, int role) override
-    {
-        const int key = keyAt(index.row());
-        if (key < 0 || index.column() != Value || role != Qt::EditRole)
-            return false;
-        setText(value, key, v.toString());
-        return true;
-    }
-    void setText(std::array<QString, K::Count>& column, int key, const QString& text)
-    {
-        if (key < 0 || key >= K::Count || column[key] == text)
-            return;
-        column[key] = text;
-        const int row = rowOf(key);
-        if (row >= 0) {
-            const int c = &column == &value ? Value : &column == &unit ? Unit : Label;
-            emit dataChanged(index(row, c), index(row, c));
-        }
-    }
-    // True if the rows changed (the view then lays its heading spans anew).
-    bool show(std::vector<int> rows)
-    {
-        if (rows == m_shown)
-            return false;
-        beginResetModel();
-        m_shown = std::move(rows);
-        endResetModel();
-        return true;
-    }
-    void relabel()
-    {
-        for (int i = 0; i < K::Count; ++i)
-            label[i] = KwLabel(K::Label(i));
-        // The hyperelastic constants that share a label say more in their tool tips.
-        const QString order = KwPropText("Materials", "ToolTipNAND",
-                                         "Strain energy polynomial order");
-        tip[K::NA] = QStringLiteral("%1: %2").arg(
-            order, KwPropText("Materials", "ToolTipNA", "Distortional"));
-        tip[K::ND] = QStringLiteral("%1: %2").arg(
-            order, KwPropText("Materials", "ToolTipND", "Volumetric"));
-        const QString mu = KwPropText("Materials", "ToolTipMU",
-                                      "Shear moduli related to distortional deformation");
-        const QString alpha = KwPropText("Materials", "ToolTipALPHA",
-                                         "Exponent related to distortional deformation");
-        for (int i : {int(K::MU1), int(K::MU2), int(K::MU3)})
-            tip[i] = mu;
-        for (int i : {int(K::ALPHA1), int(K::ALPHA2), int(K::ALPHA3)})
-            tip[i] = alpha;
-        for (int h = 0; h < HeadingCount; ++h)
-            heading[h] = KwPropText(kHeadings[h].section, kHeadings[h].key, kHeadings[h].english);
-        if (!m_shown.empty())
-            emit dataChanged(index(0, Symbol), index(rowCount() - 1, Label));
-    }
-
-private:
-    std::vector<int> m_shown;
-};
-
 void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
 
 CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* material,
@@ -379,37 +185,7 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     // The extra values and the matrix are made when a type first shows them (see ensureRows).
     m_values = new KwMaterialValueModel(this);
     m_values->relabel();
-    m_valueView = new QTableView(m_ui->structural);
-    m_valueView->setModel(m_values);
-    m_valueView->setItemDelegate(new KwTextCellDelegate(m_valueView));
-    m_valueView->setObjectName(QStringLiteral("valueTable"));
-    m_valueView->horizontalHeader()->hide();
-    m_valueView->verticalHeader()->hide();
-    m_valueView->setShowGrid(false);
-    {
-        QPalette pal = m_valueView->palette();
-        pal.setColor(QPalette::Base, pal.color(QPalette::Window));
-        m_valueView->setPalette(pal);
-    }
-    m_valueView->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_valueView->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_valueView->setEditTriggers(QAbstractItemView::AllEditTriggers);
-    m_valueView->setWordWrap(false);
-    {
-        QHeaderView* h = m_valueView->horizontalHeader();
-        h->setSectionResizeMode(KwMaterialValueModel::Symbol, QHeaderView::Fixed);
-        h->setSectionResizeMode(KwMaterialValueModel::Label, QHeaderView::Stretch);
-        h->setSectionResizeMode(KwMaterialValueModel::Value, QHeaderView::Fixed);
-        h->setSectionResizeMode(KwMaterialValueModel::Unit, QHeaderView::Fixed);
-        const QFontMetrics fm(m_valueView->font());
-        h->resizeSection(KwMaterialValueModel::Symbol, fm.horizontalAdvance(QStringLiteral("SIGYLDW")));
-        h->resizeSection(KwMaterialValueModel::Value, fm.horizontalAdvance(QStringLiteral("0")) * 16);
-        h->resizeSection(KwMaterialValueModel::Unit, fm.horizontalAdvance(QStringLiteral("mW/(mm C)W")));
-        m_valueView->verticalHeader()->setDefaultSectionSize(fm.height() + 10);
-        // Ten rows in sight: a heading and the values of a group or two without scrolling.
-        m_valueView->setMinimumHeight(10 * (fm.height() + 10) + 2 * m_valueView->frameWidth());
-    }
-    m_valueView->setToolTip(QString());
+    m_valueView = KwMakeMaterialValueView(m_ui->structural, m_values);
     m_ui->structuralLayout->insertWidget(0, m_valueView, 1);
     m_extraRows.resize(kExtras);
     m_ui->valuesGrid->setColumnStretch(1, 1);
@@ -859,12 +635,7 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     m_freshMatrix = false;
     const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
     commitTypedValue();
-    if (m_values->show(groupedRows(type))) {
-        m_valueView->clearSpans();
-        for (int r = 0; r < m_values->rowCount(); ++r)
-            if (m_values->headingAt(r) >= 0)
-                m_valueView->setSpan(r, 0, 1, KwMaterialValueModel::ColumnCount);
-    }
+    KwShowMaterialRows(m_valueView, m_values, type);
     // The extra rows stand in the list below the table; the hyperelastic constants in their
     // grid.
     for (int e = 0; e < kExtras; ++e) {
@@ -1055,57 +826,7 @@ void CKwMFCUIMaterial::OpenPointTable(int curve)
         pointTableHook()(this, curve);
         return;
     }
-    if (curve < 0 || curve >= CKwMaterial::CurveCount || !GetEditObject())
-        return;
-    // The dialogs edit a host table; the material keeps its curves as plain point lists, so a
-    // table is made for the dialog and read back only when the dialog ends with OK.
-    using C = CKwMaterial;
-    const CKwTable::TableType kind = curve == C::StressStrain ? CKwTable::StressStrainCurve
-                                     : curve == C::ConductivityVsTemperature
-                                         ? CKwTable::TemperatureTable
-                                         : CKwTable::General;
-    static constexpr KwTextRow kCurveNames[C::CurveCount] = {
-        {0, "Materials", "CurveStressStrain", "Stress-Strain Curve"},
-        {0, "Materials", "SimpleTandC", "Simple Tension / Compression"},
-        {0, "Materials", "EquibiaxialTension", "Equibiaxial Tension"},
-        {0, "Materials", "SimpleShear", "Simple Shear"},
-        {0, "Materials", "PureVolumetricCompression", "Pure Volumetric Compression"},
-        {0, "Materials", "PureShear", "Pure Shear"},
-        {0, "Materials", "ThermalConductivityTable", "Thermal Conductivity"},
-    };
-    const KwTextRow& n = kCurveNames[curve];
-    CKwTable table(0, KwPropText(n.section, n.key, n.english), kind);
-    if (curve == C::ConductivityVsTemperature)
-        table.GetYFunction()->SetUnitType(KwUnitKind::ThermalConductivity);
-    else if (kind == CKwTable::General) // experimental data: strain against stress
-        table.GetYFunction()->SetUnitType(KwUnitKind::Stress);
-    const KwMaterialCurve& data = GetCurve(curve);
-    for (int i = 0; i < data.Size(); ++i)
-        table.AddPoint(data.x[i], i < int(data.y.size()) ? data.y[i] : MissingDouble);
-
-    bool accepted = false;
-    if (curve == C::StressStrain) {
-        CKwMaterialNonlinearDialog dlg(&table, GetUnitSystem(), GetFMView(),
-                                       GetEditObject()->GetName(), this);
-        accepted = dlg.DoModal() == KwMB::IDOK;
-    } else {
-        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table, this));
-        dlg->SetTable(GetFMView(), &table, GetUnitSystem(), GetEditObject());
-        accepted = dlg->DoModal() == KwMB::IDOK;
-    }
-    if (!accepted)
-        return;
-    KwMaterialCurve out;
-    const CKwFunction* x = table.GetXFunction();
-    const CKwFunction* y = table.GetYFunction();
-    const int count = std::min(x->GetSize(), y->GetSize());
-    out.x.reserve(count);
-    out.y.reserve(count);
-    for (int i = 0; i < count; ++i) {
-        out.x.push_back(x->GetValue(i));
-        out.y.push_back(y->GetValue(i));
-    }
-    SetCurve(curve, out);
+    KwEditMaterialCurve(this, this, curve, GetUnitSystem(), GetFMView());
 }
 
 bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()

@@ -1,7 +1,13 @@
 #include "KwMaterialEditorSupport.h"
 
 #include "CKwAnalysis.h"
+#include "CKwFunction.h"
 #include "CKwMFCUIBase.h"
+#include "CKwMaterialNonlinearDialog.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
+#include "KW_UOM.h"
+#include "KwMessageBox.h"
 #include "CKwMaterial.h"
 #include "CKwUIMaterial.h"
 #include "KwLangText.h"
@@ -158,4 +164,61 @@ bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOn
             return false;
     }
     return logic->LoadMaterialFromFile(path, which);
+}
+
+bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve, KW_UOM* units,
+                         CFMView* view)
+{
+    if (!logic || curve < 0 || curve >= CKwMaterial::CurveCount || !logic->GetEditObject())
+        return false;
+    // The dialogs edit a host table; the material keeps its curves as plain point lists, so a
+    // table is made for the dialog and read back only when the dialog ends with OK.
+    using C = CKwMaterial;
+    const CKwTable::TableType kind = curve == C::StressStrain ? CKwTable::StressStrainCurve
+                                     : curve == C::ConductivityVsTemperature
+                                         ? CKwTable::TemperatureTable
+                                         : CKwTable::General;
+    static constexpr KwTextRow kCurveNames[C::CurveCount] = {
+        {0, "Materials", "CurveStressStrain", "Stress-Strain Curve"},
+        {0, "Materials", "SimpleTandC", "Simple Tension / Compression"},
+        {0, "Materials", "EquibiaxialTension", "Equibiaxial Tension"},
+        {0, "Materials", "SimpleShear", "Simple Shear"},
+        {0, "Materials", "PureVolumetricCompression", "Pure Volumetric Compression"},
+        {0, "Materials", "PureShear", "Pure Shear"},
+        {0, "Materials", "ThermalConductivityTable", "Thermal Conductivity"},
+    };
+    const KwTextRow& n = kCurveNames[curve];
+    CKwTable table(0, KwPropText(n.section, n.key, n.english), kind);
+    if (curve == C::ConductivityVsTemperature)
+        table.GetYFunction()->SetUnitType(KwUnitKind::ThermalConductivity);
+    else if (kind == CKwTable::General) // experimental data: strain against stress
+        table.GetYFunction()->SetUnitType(KwUnitKind::Stress);
+    const KwMaterialCurve& data = logic->GetCurve(curve);
+    for (int i = 0; i < data.Size(); ++i)
+        table.AddPoint(data.x[i], i < int(data.y.size()) ? data.y[i] : MissingDouble);
+
+    bool accepted = false;
+    if (curve == C::StressStrain) {
+        CKwMaterialNonlinearDialog dlg(&table, units, view,
+                                       logic->GetEditObject()->GetName(), parent);
+        accepted = dlg.DoModal() == KwMB::IDOK;
+    } else {
+        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table, parent));
+        dlg->SetTable(view, &table, units, logic->GetEditObject());
+        accepted = dlg->DoModal() == KwMB::IDOK;
+    }
+    if (!accepted)
+        return false;
+    KwMaterialCurve out;
+    const CKwFunction* x = table.GetXFunction();
+    const CKwFunction* y = table.GetYFunction();
+    const int count = std::min(x->GetSize(), y->GetSize());
+    out.x.reserve(count);
+    out.y.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        out.x.push_back(x->GetValue(i));
+        out.y.push_back(y->GetValue(i));
+    }
+    logic->SetCurve(curve, out);
+    return true;
 }

@@ -10,7 +10,9 @@
 #include <QStringList>
 #include <functional>
 
+class CFMView;
 class CKwAnalysis;
+class KW_UOM;
 class CKwMaterial;
 class CKwUIMaterial;
 class QWidget;
@@ -60,3 +62,10 @@ KWMFCUI_EXPORT bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic,
                                          bool ownFilesOnly,
                                          const KwMaterialFileChooser& chooser = {},
                                          const KwMaterialPicker& picker = {});
+
+// Opens the point-table dialog of a material curve (CKwMaterial::Curve) on a table made from the
+// edit copy's curve, in `units`: the nonlinear material dialog for the stress-strain curve, the
+// table dialog for the others. Only the dialog's OK writes the points back into the edit copy;
+// returns whether it did.
+KWMFCUI_EXPORT bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve,
+                                        KW_UOM* units, CFMView* view);
