@@ -11,6 +11,7 @@
 #include "KwMaterialEditorSupport.h"
 #include "KwMaterialKeys.h"
 #include "KwOrthotropicStiffness.h"
+#include "KwMaterialPanels.h"
 #include "KwMaterialValueTable.h"
 #include "ui_CKwMFCUIMaterial.h"
 
@@ -154,22 +155,6 @@ CKwMFCUIMaterial::PointTableHook& pointTableHook()
     return hook;
 }
 
-// The heads "%s(Gij)" over the six columns of a stiffness matrix grid, then the label that
-// takes the matrix's unit; returns that label.
-QLabel* addMatrixHeads(QWidget* parent, QGridLayout* grid, int idBase)
-{
-    QLabel* head = nullptr;
-    for (int c = 0; c < 7; ++c) {
-        head = new QLabel(parent);
-        head->setProperty("kwData", true);
-        if (c < 6)
-            head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
-        KwSetControlId(head, idBase + c);
-        grid->addWidget(head, 0, c);
-    }
-    return head;
-}
-
 } // namespace
 
 void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
@@ -253,24 +238,13 @@ bool CKwMFCUIMaterial::OnInitDialog()
     return ok;
 }
 
-QString CKwMFCUIMaterial::aijToolTip(int extra)
-{
-    // The two constants of the common models have texts of their own; the others their symbol.
-    if (extra == CKwMaterial::A10)
-        return KwPropText("Materials", "ToolTipA10", "A10");
-    if (extra == CKwMaterial::A01)
-        return KwPropText("Materials", "ToolTipA01", "A01");
-    return CKwMaterial::ExtraKey(extra);
-}
-
 void CKwMFCUIMaterial::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
     m_values->relabel();
-    if (m_aijGrid)
-        for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
-            if (QWidget* cell = m_extraRows[e][2])
-                cell->setToolTip(aijToolTip(e));
+    for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
+        if (QLineEdit* cell = m_aij.cells[std::size_t(e)])
+            cell->setToolTip(KwAijToolTip(e));
     // The experimental data list names what "Define..." opens: never blank.
     if (m_ui->experimental->currentIndex() < 0 && m_ui->experimental->count() > 0)
         m_ui->experimental->setCurrentIndex(0);
@@ -351,17 +325,8 @@ bool CKwMFCUIMaterial::ensureRows(int type)
         made = true;
     }
     if (type == CKwMaterial::Anisotropic3D && !m_matrixMade) {
-        // The stiffness matrix, upper triangle: heads "%s(Gij)" over the columns.
-        QWidget* parent = m_ui->matrix;
-        int k = 0;
-        for (int r = 0; r < 6; ++r)
-            for (int c = r; c < 6; ++c) {
-                auto* cell = new QLineEdit(parent);
-                cell->setMinimumWidth(60);
-                KwSetControlId(cell, kMatrixIdBase + k++);
-                m_ui->matrixGrid->addWidget(cell, r + 1, c);
-            }
-        addMatrixHeads(parent, m_ui->matrixGrid, kMatrixHeadIdBase);
+        KwAddStiffnessGrid(m_ui->matrix, m_ui->matrixGrid, kMatrixIdBase, kMatrixHeadIdBase, 60,
+                           false);
         m_matrixMade = m_freshMatrix = made = true;
     }
     // Computed, not filled: nothing for the logic to load.
@@ -382,24 +347,12 @@ void CKwMFCUIMaterial::makeOrthotropicMatrix()
                                 this);
     KwSetControlId(group, kOrthoMatrixId);
     auto* grid = new QGridLayout(group);
-    QPalette shown = palette();
-    shown.setColor(QPalette::Base, shown.color(QPalette::Window));
-    // A line edit keeps its frame and two pixels either side of its text.
+    // Room for the widest number "%.5g" gives, sign and exponent included; a line edit keeps
+    // its frame and two pixels either side of its text.
     const int wide = fontMetrics().horizontalAdvance(QStringLiteral("-8.8888e+05 ")) +
                      2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 2);
-    int k = 0;
-    for (int r = 0; r < 6; ++r)
-        for (int c = r; c < 6; ++c) {
-            auto* cell = new QLineEdit(group);
-            cell->setReadOnly(true);
-            cell->setPalette(shown);
-            // Room for the widest number "%.5g" gives, sign and exponent included.
-            cell->setMinimumWidth(wide);
-            KwSetControlId(cell, kOrthoCellIdBase + k);
-            m_orthoCells[std::size_t(k++)] = cell;
-            grid->addWidget(cell, r + 1, c);
-        }
-    m_orthoUnit = addMatrixHeads(group, grid, kOrthoHeadIdBase);
+    m_orthoUnit = KwAddStiffnessGrid(group, grid, kOrthoCellIdBase, kOrthoHeadIdBase, wide, true,
+                                     &m_orthoCells);
     m_orthoNote = new QLabel(KwPropText("Materials", "LabelMatrixNotPositiveDefinite",
                                         "No matrix: these constants give no positive-definite "
                                         "compliance."),
@@ -447,73 +400,19 @@ void CKwMFCUIMaterial::showOrthotropicStiffness()
 
 void CKwMFCUIMaterial::makeAijGrid()
 {
-    if (m_aijGrid)
+    if (m_aij.widget)
         return;
-    m_aijGrid = new QWidget(m_ui->hyperelastic);
-    auto* grid = new QGridLayout(m_aijGrid);
-    grid->setContentsMargins(0, 0, 0, 0);
-    auto* title = new QLabel(KwPropText("Materials", "LabelDistortionalDeformationConstants",
-                                       "Distortional Deformation Constants(Aij)"),
-                             m_aijGrid);
-    KwSetControlId(title, kAijTitleId);
-    grid->addWidget(title, 0, 0, 1, 6);
-    // Heads: i down the side, j across the top.
-    auto* corner = new QLabel(QStringLiteral("i \\ j"), m_aijGrid);
-    corner->setProperty("kwData", true);
-    grid->addWidget(corner, 1, 0);
-    for (int n = 0; n <= 3; ++n) {
-        auto* across = new QLabel(QString::number(n), m_aijGrid);
-        auto* down = new QLabel(QString::number(n), m_aijGrid);
-        for (QLabel* head : {across, down}) {
-            head->setProperty("kwData", true);
-            head->setAlignment(Qt::AlignCenter);
-        }
-        grid->addWidget(across, 1, n + 1);
-        grid->addWidget(down, n + 2, 0);
-    }
-    auto* unit = new QLabel(m_aijGrid);
-    unit->setProperty("kwData", true);
-    KwSetControlId(unit, kExtraUnitIdBase + CKwMaterial::A10);
-    grid->addWidget(unit, 2, 5);
-    // The extras A10 ... A03 in their own order, each at (i, j) from its symbol.
+    m_aij = KwMakeAijGrid(m_ui->hyperelastic, kExtraIdBase, kExtraUnitIdBase + CKwMaterial::A10,
+                          kAijTitleId);
+    // The cells keep the extra values' ids: the logic fills and reads them by their codes.
     for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e) {
-        const QString symbol = CKwMaterial::ExtraKey(e);
-        const int i = symbol.at(1).digitValue();
-        const int j = symbol.at(2).digitValue();
-        auto* cell = new QLineEdit(m_aijGrid);
-        cell->setMinimumWidth(70);
-        cell->setToolTip(aijToolTip(e));
-        KwSetControlId(cell, kExtraIdBase + e);
-        grid->addWidget(cell, i + 2, j + 1);
-        m_extraRows[e] = {nullptr, nullptr, cell, e == CKwMaterial::A10 ? unit : nullptr};
+        m_extraRows[e] = {nullptr, nullptr, m_aij.cells[std::size_t(e)],
+                          e == CKwMaterial::A10 ? m_aij.unit : nullptr};
         m_freshExtras.push_back(e);
     }
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(2, 1);
-    grid->setColumnStretch(3, 1);
-    grid->setColumnStretch(4, 1);
-    m_ui->hyperGrid->addWidget(m_aijGrid, 2, 0, 1, 3);
-    connect(m_ui->model, &QComboBox::currentIndexChanged, this, [this] { enableAijCells(); });
-}
-
-void CKwMFCUIMaterial::enableAijCells()
-{
-    if (!m_aijGrid)
-        return;
-    // The constants each model is built from; Ogden takes its moduli and exponents instead.
-    using E = CKwMaterial::Extra;
-    static constexpr std::array<unsigned, CKwMaterial::HyperelasticModelCount> kUsed = {
-        1u << E::A10,                                        // Neo-Hookean
-        1u << E::A10 | 1u << E::A01,                         // Mooney-Rivlin
-        1u << E::A10 | 1u << E::A20 | 1u << E::A30,          // Yeoh
-        0u,                                                  // Ogden
-        (1u << (E::A03 + 1)) - 1,                            // Polynomial
-    };
-    const int model = m_ui->model->currentIndex();
-    const unsigned used = model >= 0 && model < int(kUsed.size()) ? kUsed[model] : 0u;
-    for (int e = E::A10; e <= E::A03; ++e)
-        if (QWidget* cell = m_extraRows[e][2])
-            cell->setEnabled((used >> e) & 1u);
+    m_ui->hyperGrid->addWidget(m_aij.widget, 2, 0, 1, 3);
+    connect(m_ui->model, &QComboBox::currentIndexChanged, this,
+            [this](int model) { KwEnableAijCells(m_aij, model); });
 }
 
 bool CKwMFCUIMaterial::isAbsentCode(int code) const
@@ -652,7 +551,7 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     if (listed > 0)
         m_ui->scroll->setFixedHeight(extraListHeight(listed));
     m_ui->scroll->setVisible(listed > 0);
-    enableAijCells();
+    KwEnableAijCells(m_aij, m_ui->model->currentIndex());
     m_ui->matrix->setVisible(type == CKwMaterial::Anisotropic3D);
     m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);
     m_ui->stressStrain->setVisible(hasStressStrainCurve(type));
@@ -724,7 +623,7 @@ int CKwMFCUIMaterial::heightOfTypePanels(int type) const
     if (type == CKwMaterial::Hyperelastic) {
         const int gap = spacingOr(m_ui->hyperGrid->verticalSpacing());
         h += spacing + m_ui->hyperelastic->sizeHint().height();
-        if (!m_aijGrid) // title, heads, four rows of constants
+        if (!m_aij.widget) // title, heads, four rows of constants
             h += gap + 2 * label + 4 * edit + 5 * gap;
     }
     if (type == CKwMaterial::Anisotropic3D)

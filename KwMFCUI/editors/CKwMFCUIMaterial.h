@@ -8,6 +8,7 @@
 #include "CKwMFCUIBase.h"
 #include "CKwUIMaterial.h"
 #include "KwMFCUIExport.h"
+#include "KwMaterialPanels.h"
 #include "KwModuleWindows.h"
 
 #include <array>
@@ -117,14 +118,11 @@ private:
     // The hyperelastic constants Aij as a grid (i down, j across) in the hyperelastic group;
     // the cells keep the extra values' control ids.
     void makeAijGrid();
-    static QString aijToolTip(int extra);
-    // Enables the constants the chosen hyperelastic model uses.
-    void enableAijCells();
     bool isAbsentCode(int code) const;
     bool isFreshCode(int code) const;
 
     std::unique_ptr<Ui::CKwMFCUIMaterial> m_ui;
-    QWidget* m_aijGrid = nullptr;
+    KwAijGrid m_aij;
     KwMaterialValueModel* m_values = nullptr;
     QTableView* m_valueView = nullptr;
     // Writes a value being typed in the table into it before the logic reads the table.

@@ -1,12 +1,13 @@
 #pragma once
 // The material editor's property values in one table: a model holding the value, unit, label
 // and tool tip of every key of the shared key table whatever the type, and showing as rows the
-// keys of the current type grouped under their headings. Built from the key table, so a key
-// added there gets its row, its label and its unit without any code here.
+// keys of the current type (CKwMaterial::KeysForType) grouped under their headings. Symbols,
+// labels and units come from the shared key table; no row is written out by hand.
 #include "KwLangText.h"
 #include "KwMaterialKeys.h"
 
 #include <QAbstractTableModel>
+#include <algorithm>
 #include <array>
 #include <vector>
 
