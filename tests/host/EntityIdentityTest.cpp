@@ -219,7 +219,7 @@ TEST(EntityAnalysis, subcaseThenChosenThenTheModelsFirst)
     expectAnalysisInContext<CKwUIMaterial>(host);
 }
 
-// The helpers the entity logics share for subcase lists and texts.
+// The helpers the entity logics share for subcases and texts.
 TEST(EntityLogicHelpers, subcaseRowsAndTexts)
 {
     kwtest::IsolateSettings();
@@ -246,27 +246,6 @@ TEST(EntityLogicHelpers, subcaseRowsAndTexts)
     CKwAnalysis empty(9, QStringLiteral("Empty"));
     EXPECT_EQ(KwEntityLogic::NewEntitySubcaseIds(nullptr, &empty), QList<int>{});
 
-    // The list shows every subcase and selects those of the ids, in list order.
-    struct ListDialog : public CKwUIRestraint
-    {
-        QStringList items;
-        std::vector<int> selected;
-        int SetControlItems(int, int count, const QString* s) override
-        {
-            items = QStringList(s, s + count);
-            return 1;
-        }
-        int SelectControlItems(int, int count, const int* rows) override
-        {
-            selected.assign(rows, rows + count);
-            return 1;
-        }
-    } list;
-    KwEntityLogic::FillSubcaseList(list, a, 13, 14, {last, 12345});
-    EXPECT_EQ(list.items.size(), n);
-    EXPECT_EQ(list.items.last(), subcases.last()->GetName());
-    EXPECT_EQ(list.selected, std::vector<int>{n - 1});
-
     const struct { const char* text; std::initializer_list<QString> args; const char* filled; }
         texts[] = {
             {"%s cannot carry %s.", {"Edge 1", "this"}, "Edge 1 cannot carry this."},
@@ -277,12 +256,10 @@ TEST(EntityLogicHelpers, subcaseRowsAndTexts)
     for (const auto& t : texts)
         EXPECT_EQ(KwEntityLogic::FillArgs(QString::fromLatin1(t.text), t.args),
                   QString::fromLatin1(t.filled));
+    // Shown values: nothing for a missing one, else display units.
     const KW_UOM mm(KW_UOM::MMNS);
     EXPECT_EQ(KwEntityLogic::FormatShown(MissingDouble, KwUnitKind::Length, &mm), QString());
     EXPECT_EQ(KwEntityLogic::FormatShown(0.0125, KwUnitKind::Length, &mm), "12.5");
-    EXPECT_EQ(KwEntityLogic::FormatShown(293.15, KwUnitKind::Temperature, &mm), "20");
-    EXPECT_EQ(KwEntityLogic::FormatShown(0.0125, KwUnitKind::Length, nullptr), "0.0125");
-    EXPECT_EQ(KwEntityLogic::FormatNumber(1.0 / 3.0), "0.3333333333");
 }
 
 } // namespace
