@@ -3,10 +3,12 @@
 #include "CKwMeshModel.h"
 #include "KW_UOM.h"
 #include "KwLangText.h"
+#include "KwNumbers.h"
 
 #include <QBrush>
 #include <QColor>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -29,6 +31,33 @@ constexpr CaptionRow kCaptions[CKwMeshQualityResultsModel::ColumnCount] = {
     {"LabelWarping", "Warping"},     {"LabelTaper", "Taper"},
     {"LabelJacobian", "Jacobian"},
 };
+
+constexpr double kRadToDeg = 180.0 / 3.14159265358979323846;
+
+// Room for any double in fixed notation with three decimals (309 digits at most).
+constexpr std::size_t kNumberBuffer = 352;
+
+// Writes a measure as its cell shows it: "%0.3f", or "%0.3E" when `exponent`. The same digits
+// as printf gives (both round the exact binary value), without the locale and without the
+// cost of a format string, which matters when a million rows are copied.
+char* writeValue(char* p, char* end, double v, bool exponent)
+{
+    const auto r = std::to_chars(p, end, v,
+                                 exponent ? std::chars_format::scientific
+                                          : std::chars_format::fixed,
+                                 3);
+    if (exponent)
+        std::replace(p, r.ptr, 'e', 'E');
+    return r.ptr;
+}
+
+// The shortest text that reads back as `v`: the full value behind a rounded cell.
+QString fullValueText(double v)
+{
+    char buf[kNumberBuffer];
+    const auto r = std::to_chars(buf, buf + sizeof buf, v);
+    return QString::fromLatin1(buf, static_cast<int>(r.ptr - buf));
+}
 
 } // namespace
 
@@ -79,14 +108,65 @@ const CKwUIMeshQualityResults::FailedElement& CKwMeshQualityResultsModel::Record
     return m_results->GetFailedElements()[r];
 }
 
+double CKwMeshQualityResultsModel::ShownValue(const CKwUIMeshQualityResults::FailedElement& rec,
+                                              int measure) const
+{
+    const double v = rec.value[measure];
+    if (!IsAngle(measure) || !std::isfinite(v))
+        return v;
+    return m_units ? m_units->GetDisplayValue(v, KwUnitKind::Angle) : v * kRadToDeg;
+}
+
+bool CKwMeshQualityResultsModel::UsesExponent(const CKwUIMeshQualityResults::FailedElement& rec,
+                                              int measure, double shown)
+{
+    // A sliver triangle's aspect ratio grows without bound; past four digits before the
+    // point the exponent form stays readable in the column.
+    return rec.family == Triangle && measure == AspectRatio && shown >= kTriangleExponentFrom;
+}
+
 bool CKwMeshQualityResultsModel::CellFails(int row, int column) const
 {
     if (row < 0 || row >= m_rows || column < ColumnAspectRatio || column >= ColumnCount ||
         !m_mesh)
         return false;
     const auto& rec = RecordAt(row);
-    return CKwUIMeshQualityResults::FailsCheck(*m_mesh, m_units, rec.family, measureOf(column),
-                                               rec.value[measureOf(column)]);
+    const int m = measureOf(column);
+    const double v = rec.value[m];
+    if (std::isnan(v)) // an empty cell
+        return false;
+    // A collapsed element's cell says so in words; it failed the check because it could not
+    // be measured.
+    if (std::isinf(v))
+        return CKwUIMeshQualityResults::FailsShownValue(*m_mesh, rec.family, m, v);
+    // The cell is judged by the number it shows, so a cell that reads like its limit is never
+    // red; the measured value itself may still lie beyond (see the tool tip).
+    return CKwUIMeshQualityResults::FailsShownValue(*m_mesh, rec.family, m,
+                                                    KwAtof(CellText(row, column)));
+}
+
+QString CKwMeshQualityResultsModel::CellToolTip(int row, int column) const
+{
+    if (row < 0 || row >= m_rows || column < ColumnAspectRatio || column >= ColumnCount ||
+        !m_mesh)
+        return QString();
+    const auto& rec = RecordAt(row);
+    const int m = measureOf(column);
+    const double shown = ShownValue(rec, m);
+    if (!std::isfinite(shown) ||
+        !CKwUIMeshQualityResults::FailsShownValue(*m_mesh, rec.family, m, shown) ||
+        CellFails(row, column))
+        return QString();
+    // Listed for this value, but its rounded text does not pass the limit: say why.
+    const double limit = CKwUIMeshQualityResults::LimitValue(
+        m_mesh->GetQualityLimit(CKwUIMeshQualityResults::CheckFor(rec.family, m)));
+    const QString text =
+        FailsBelow(m)
+            ? KwPropText("MeshQuality", "TipRoundedBelowLimit",
+                         "Measured %1, below the limit %2: the cell shows it rounded to %3.")
+            : KwPropText("MeshQuality", "TipRoundedAboveLimit",
+                         "Measured %1, above the limit %2: the cell shows it rounded to %3.");
+    return text.arg(fullValueText(shown), fullValueText(limit), CellText(row, column));
 }
 
 QString CKwMeshQualityResultsModel::CellText(int row, int column) const
@@ -99,20 +179,14 @@ QString CKwMeshQualityResultsModel::CellText(int row, int column) const
     if (column == ColumnType)
         return rec.family < 4 ? m_typeText[rec.family] : QString();
     const int m = measureOf(column);
-    double v = rec.value[m];
+    const double v = ShownValue(rec, m);
     if (std::isnan(v))
         return QString();
     if (std::isinf(v))
         return m_degenerate;
-    if (IsAngle(m) && m_units)
-        v = m_units->GetDisplayValue(v, KwUnitKind::Angle);
-    else if (IsAngle(m))
-        v = v * 180.0 / 3.14159265358979323846;
-    // A sliver triangle's aspect ratio grows without bound; past four digits before the
-    // point the exponent form stays readable in the column.
-    if (rec.family == Triangle && m == AspectRatio && v >= kTriangleExponentFrom)
-        return QString::asprintf("%0.3E", v);
-    return QString::asprintf("%0.3f", v);
+    char buf[kNumberBuffer];
+    const char* end = writeValue(buf, buf + sizeof buf, v, UsesExponent(rec, m, v));
+    return QString::fromLatin1(buf, static_cast<int>(end - buf));
 }
 
 QVariant CKwMeshQualityResultsModel::data(const QModelIndex& index, int role) const
@@ -127,6 +201,10 @@ QVariant CKwMeshQualityResultsModel::data(const QModelIndex& index, int role) co
         if (CellFails(index.row(), index.column()))
             return QBrush(QColor(0xFF, 0x00, 0x00));
         return QVariant();
+    case Qt::ToolTipRole: {
+        const QString tip = CellToolTip(index.row(), index.column());
+        return tip.isEmpty() ? QVariant() : QVariant(tip);
+    }
     case Qt::TextAlignmentRole:
         return index.column() >= ColumnAspectRatio
                    ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter))
@@ -137,7 +215,7 @@ QVariant CKwMeshQualityResultsModel::data(const QModelIndex& index, int role) co
             return rec.id;
         if (index.column() == ColumnType)
             return int(rec.family);
-        return double(rec.value[measureOf(index.column())]);
+        return rec.value[measureOf(index.column())];
     }
     default:
         return QVariant();
@@ -161,38 +239,49 @@ void CKwMeshQualityResultsModel::sort(int column, Qt::SortOrder order)
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const auto& recs = m_results->GetFailedElements();
     const bool desc = order == Qt::DescendingOrder;
-    // One 64-bit key per record: the value made orderable as an unsigned integer above, the
-    // record below (ties keep their order). Cells that do not apply stay last either way,
-    // collapsed elements count as the largest values.
-    std::vector<std::uint64_t> keys(recs.size());
+    // One 64-bit key per record: the value made orderable as an unsigned integer, and the
+    // record (ties keep their order). Cells that do not apply stay last either way, collapsed
+    // elements count as the largest values.
+    struct Key
+    {
+        std::uint64_t value;
+        std::uint32_t record;
+        bool operator<(const Key& o) const
+        {
+            return value != o.value ? value < o.value : record < o.record;
+        }
+    };
+    std::vector<Key> keys(recs.size());
+    constexpr std::uint64_t kSign = 0x8000000000000000ull;
+    constexpr std::uint64_t kLast = ~0ull;
     for (std::size_t i = 0; i < recs.size(); ++i) {
-        std::uint32_t k;
+        std::uint64_t k;
         if (column == ColumnId || column == ColumnType) {
             const int v = column == ColumnId ? recs[i].id : recs[i].family;
-            k = static_cast<std::uint32_t>(v) ^ 0x80000000u;
+            k = static_cast<std::uint64_t>(static_cast<std::int64_t>(v)) ^ kSign;
             if (desc)
                 k = ~k;
         } else {
-            const float v = recs[i].value[measureOf(column)];
+            const double v = recs[i].value[measureOf(column)];
             if (std::isnan(v)) {
-                k = 0xFFFFFFFFu;
+                k = kLast;
             } else {
-                std::uint32_t bits;
+                std::uint64_t bits;
                 std::memcpy(&bits, &v, sizeof bits);
-                k = (bits & 0x80000000u) ? ~bits : (bits | 0x80000000u);
+                k = (bits & kSign) ? ~bits : (bits | kSign);
                 if (desc)
                     k = ~k;
-                k = std::min(k, 0xFFFFFFFEu);
+                k = std::min(k, kLast - 1);
             }
         }
-        keys[i] = (static_cast<std::uint64_t>(k) << 32) | static_cast<std::uint32_t>(i);
+        keys[i] = {k, static_cast<std::uint32_t>(i)};
     }
     std::sort(keys.begin(), keys.end());
     const std::vector<int> oldOrder = m_order;
     m_order.resize(keys.size());
     std::vector<int> newRowOf(keys.size());
     for (std::size_t r = 0; r < keys.size(); ++r) {
-        const int rec = static_cast<int>(keys[r] & 0xFFFFFFFFu);
+        const int rec = static_cast<int>(keys[r].record);
         m_order[r] = rec;
         newRowOf[static_cast<std::size_t>(rec)] = static_cast<int>(r);
     }
@@ -218,13 +307,40 @@ QString CKwMeshQualityResultsModel::CopyText(std::vector<int> rows) const
         rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     }
     QString out;
+    // About 50 characters a row; one allocation up front instead of doubling through a
+    // million rows.
+    out.reserve(static_cast<qsizetype>(rows.size()) * 56 + 128);
     for (int c = 0; c < ColumnCount; ++c)
         out += m_caption[c] + (c + 1 < ColumnCount ? QLatin1Char('\t') : QLatin1Char('\n'));
+    // Each row's numbers are written into one buffer (id, then the five measures) and appended
+    // around the type text; the cell texts are the same as CellText makes.
+    char line[kNumberBuffer * ColumnCount];
+    char* const end = line + sizeof line;
     for (int r : rows) {
         if (r < 0 || r >= m_rows)
             continue;
-        for (int c = 0; c < ColumnCount; ++c)
-            out += CellText(r, c) + (c + 1 < ColumnCount ? QLatin1Char('\t') : QLatin1Char('\n'));
+        const auto& rec = RecordAt(r);
+        char* p = std::to_chars(line, end, rec.id).ptr;
+        *p++ = '\t';
+        out += QLatin1String(line, p - line);
+        if (rec.family < 4)
+            out += m_typeText[rec.family];
+        p = line;
+        for (int m = 0; m < MeasureCount; ++m) {
+            *p++ = '\t';
+            const double v = ShownValue(rec, m);
+            if (std::isnan(v))
+                continue;
+            if (std::isinf(v)) {
+                out += QLatin1String(line, p - line);
+                out += m_degenerate;
+                p = line;
+                continue;
+            }
+            p = writeValue(p, end, v, UsesExponent(rec, m, v));
+        }
+        *p++ = '\n';
+        out += QLatin1String(line, p - line);
     }
     return out;
 }
