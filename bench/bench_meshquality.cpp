@@ -118,6 +118,7 @@ BENCHMARK(BM_MeasureAndSelect)->Unit(benchmark::kMillisecond);
 void BM_OpenWindowFilled(benchmark::State& state)
 {
     CFMView view;
+    allFailed(); // the check itself is no part of the window
     double grownMB = 0;
     for (auto _ : state) {
         state.PauseTiming();

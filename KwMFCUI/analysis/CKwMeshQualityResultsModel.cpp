@@ -34,32 +34,48 @@ constexpr CaptionRow kCaptions[CKwMeshQualityResultsModel::ColumnCount] = {
 
 constexpr double kRadToDeg = 180.0 / 3.14159265358979323846;
 
-// Room for any double in fixed notation with three decimals (309 digits at most).
-constexpr std::size_t kNumberBuffer = 352;
-
-// Writes a measure as its cell shows it: "%0.3f", or "%0.3E" when `exponent`. The same digits
-// as printf gives (both round the exact binary value), without the locale and without the
-// cost of a format string, which matters when a million rows are copied.
-char* writeValue(char* p, char* end, double v, bool exponent)
-{
-    const auto r = std::to_chars(p, end, v,
-                                 exponent ? std::chars_format::scientific
-                                          : std::chars_format::fixed,
-                                 3);
-    if (exponent)
-        std::replace(p, r.ptr, 'e', 'E');
-    return r.ptr;
-}
-
 // The shortest text that reads back as `v`: the full value behind a rounded cell.
 QString fullValueText(double v)
 {
-    char buf[kNumberBuffer];
+    char buf[CKwMeshQualityResultsModel::kValueBuffer];
     const auto r = std::to_chars(buf, buf + sizeof buf, v);
     return QString::fromLatin1(buf, static_cast<int>(r.ptr - buf));
 }
 
 } // namespace
+
+char* CKwMeshQualityResultsModel::WriteValue(char* p, char* end, double v, bool exponent)
+{
+    // The same digits as QString::asprintf (the exact binary value rounded), faster: below a
+    // million, the thousandths are v * 1000 rounded. That product carries one rounding of at
+    // most 1.2e-7, so unless its fraction lies within 1e-6 of one half it rounds the same way
+    // as the exact binary value.
+    if (v == 0)
+        v = 0.0; // no sign on a zero, as QString::asprintf writes it
+    const double a = std::fabs(v);
+    if (!exponent && a < 1.0e6 && end - p >= 12) {
+        const double x = a * 1000.0;
+        const double whole = std::floor(x);
+        const double frac = x - whole;
+        if (std::fabs(frac - 0.5) > 1.0e-6) {
+            const auto n = static_cast<std::uint32_t>(whole) + (frac > 0.5 ? 1u : 0u);
+            if (std::signbit(v))
+                *p++ = '-';
+            p = std::to_chars(p, end, n / 1000).ptr;
+            const std::uint32_t r = n % 1000;
+            *p++ = '.';
+            *p++ = static_cast<char>('0' + r / 100);
+            *p++ = static_cast<char>('0' + r / 10 % 10);
+            *p++ = static_cast<char>('0' + r % 10);
+            return p;
+        }
+    }
+    // Near a half, for large numbers and in the exponent form, asprintf itself (ties away
+    // from zero, unlike to_chars).
+    const QByteArray text = QString::asprintf(exponent ? "%0.3E" : "%0.3f", v).toLatin1();
+    const auto n = std::min<std::ptrdiff_t>(text.size(), end - p);
+    return std::copy(text.constData(), text.constData() + n, p);
+}
 
 CKwMeshQualityResultsModel::CKwMeshQualityResultsModel(const CKwUIMeshQualityResults* results,
                                                        const CKwMeshModel* mesh,
@@ -184,8 +200,8 @@ QString CKwMeshQualityResultsModel::CellText(int row, int column) const
         return QString();
     if (std::isinf(v))
         return m_degenerate;
-    char buf[kNumberBuffer];
-    const char* end = writeValue(buf, buf + sizeof buf, v, UsesExponent(rec, m, v));
+    char buf[CKwMeshQualityResultsModel::kValueBuffer];
+    const char* end = WriteValue(buf, buf + sizeof buf, v, UsesExponent(rec, m, v));
     return QString::fromLatin1(buf, static_cast<int>(end - buf));
 }
 
@@ -312,35 +328,43 @@ QString CKwMeshQualityResultsModel::CopyText(std::vector<int> rows) const
     out.reserve(static_cast<qsizetype>(rows.size()) * 56 + 128);
     for (int c = 0; c < ColumnCount; ++c)
         out += m_caption[c] + (c + 1 < ColumnCount ? QLatin1Char('\t') : QLatin1Char('\n'));
-    // Each row's numbers are written into one buffer (id, then the five measures) and appended
-    // around the type text; the cell texts are the same as CellText makes.
-    char line[kNumberBuffer * ColumnCount];
-    char* const end = line + sizeof line;
+    // Each row is composed in UTF-16 in one line buffer and appended once; the numbers are
+    // written by WriteValue, as CellText writes them.
+    qsizetype longestText = m_degenerate.size();
+    for (const QString& t : m_typeText)
+        longestText = std::max(longestText, t.size());
+    std::vector<char16_t> line(static_cast<std::size_t>(
+        16 + (longestText + 1) * 6 + MeasureCount * static_cast<qsizetype>(kValueBuffer)));
+    char num[kValueBuffer];
+    char* const numEnd = num + sizeof num;
     for (int r : rows) {
         if (r < 0 || r >= m_rows)
             continue;
         const auto& rec = RecordAt(r);
-        char* p = std::to_chars(line, end, rec.id).ptr;
-        *p++ = '\t';
-        out += QLatin1String(line, p - line);
+        char16_t* q = line.data();
+        auto put = [&q](const char* b, const char* e) {
+            while (b != e)
+                *q++ = static_cast<unsigned char>(*b++);
+        };
+        auto putText = [&q](const QString& t) {
+            q = std::copy(t.utf16(), t.utf16() + t.size(), q);
+        };
+        put(num, std::to_chars(num, numEnd, rec.id).ptr);
+        *q++ = u'\t';
         if (rec.family < 4)
-            out += m_typeText[rec.family];
-        p = line;
+            putText(m_typeText[rec.family]);
         for (int m = 0; m < MeasureCount; ++m) {
-            *p++ = '\t';
+            *q++ = u'\t';
             const double v = ShownValue(rec, m);
             if (std::isnan(v))
                 continue;
-            if (std::isinf(v)) {
-                out += QLatin1String(line, p - line);
-                out += m_degenerate;
-                p = line;
-                continue;
-            }
-            p = writeValue(p, end, v, UsesExponent(rec, m, v));
+            if (std::isinf(v))
+                putText(m_degenerate);
+            else
+                put(num, WriteValue(num, numEnd, v, UsesExponent(rec, m, v)));
         }
-        *p++ = '\n';
-        out += QLatin1String(line, p - line);
+        *q++ = u'\n';
+        out.append(reinterpret_cast<const QChar*>(line.data()), q - line.data());
     }
     return out;
 }

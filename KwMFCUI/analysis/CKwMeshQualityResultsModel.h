@@ -7,6 +7,7 @@
 
 #include <QAbstractTableModel>
 #include <QString>
+#include <cstddef>
 #include <vector>
 
 class CKwMeshModel;
@@ -52,6 +53,13 @@ public:
     // order they are given in. An empty list copies every row.
     QString CopyText(std::vector<int> rows) const;
     const CKwUIMeshQualityResults::FailedElement& RecordAt(int row) const;
+
+    // Writes a finite measure as its cell shows it, "%0.3f" or (`exponent`) "%0.3E", the same
+    // digits as QString::asprintf, at `p` (at least 352 characters before `end`); returns
+    // the end of the text.
+    static char* WriteValue(char* p, char* end, double v, bool exponent);
+    // Room for any double in fixed notation with three decimals (309 digits at most).
+    static constexpr std::size_t kValueBuffer = 352;
 
 private:
     // A measure in the unit the cell shows (angles in the display angle unit).

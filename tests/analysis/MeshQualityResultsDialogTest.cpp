@@ -23,6 +23,8 @@
 #include <gtest/gtest.h>
 #include <array>
 #include <cmath>
+#include <random>
+#include <string>
 
 namespace {
 
@@ -330,6 +332,33 @@ TEST_F(MeshQualityResultsTest, copiedTextIsTheShownText)
         }
     }
     delete d;
+}
+
+// The fast writer of the cells and of the copy gives printf's digits: halves that are exact
+// in binary and those that only look like halves, signs, large numbers and the exponent form.
+TEST(MeshQualityValueText, writesTheDigitsOfPrintf)
+{
+    std::vector<double> values = {0.0,      -0.0,     0.0625,    0.0005,   0.0015,  2.0005,
+                                  1.0005,   0.9995,   -0.0001,   -2.5e-4,  999999.9995,
+                                  999999.9996, 1e6,   1234567.0625, 1e20,  5e300,   0.6,
+                                  0.59996,  2.0000001, 45.0,     1e-300,  0.1235,  -53.1335};
+    std::mt19937_64 rng(20);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    for (int i = 0; i < 200000; ++i) {
+        const double magnitude = std::pow(10.0, -4 + 11 * unit(rng));
+        values.push_back((i % 3 == 0 ? -1 : 1) * magnitude * unit(rng));
+        // Next to a half of a thousandth, where the product by 1000 may round either way.
+        const double half = (std::floor(unit(rng) * 1e8) + 0.5) / 1000.0;
+        values.push_back(std::nextafter(half, i % 2 ? 0.0 : 1e9));
+        values.push_back(half);
+    }
+    char buf[Model::kValueBuffer];
+    for (double v : values)
+        for (bool exponent : {false, true}) {
+            const std::string got(buf, Model::WriteValue(buf, buf + sizeof buf, v, exponent));
+            const QString want = QString::asprintf(exponent ? "%0.3E" : "%0.3f", v);
+            ASSERT_EQ(QString::fromStdString(got), want) << std::hexfloat << v;
+        }
 }
 
 TEST_F(MeshQualityResultsTest, okBuildsTheNamedGroupOnceAndClosesTheWindow)
