@@ -319,7 +319,8 @@ QString CKwMeshQualityResultsModel::CopyText(std::vector<int> rows) const
         for (int r = 0; r < m_rows; ++r)
             rows[static_cast<std::size_t>(r)] = r;
     } else {
-        std::sort(rows.begin(), rows.end());
+        if (!std::is_sorted(rows.begin(), rows.end()))
+            std::sort(rows.begin(), rows.end());
         rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     }
     QString out;

@@ -43,19 +43,20 @@ bool localCorners(const double* const p[], int n, V out[])
         }
     // Differences of coordinates beyond half the largest double would overflow: bring such
     // coordinates down first (exact but for parts far below the element's own size).
-    const int down = big > 0x1p1000 ? std::ilogb(big) : 0;
+    const double down = big > 0x1p1000 ? std::ldexp(1.0, -std::ilogb(big)) : 1.0;
+    const V o{p[0][0] * down, p[0][1] * down, p[0][2] * down};
     double span = 0;
     for (int i = 0; i < n; ++i) {
-        out[i] = {std::ldexp(p[i][0], -down) - std::ldexp(p[0][0], -down),
-                  std::ldexp(p[i][1], -down) - std::ldexp(p[0][1], -down),
-                  std::ldexp(p[i][2], -down) - std::ldexp(p[0][2], -down)};
+        out[i] = V{p[i][0] * down, p[i][1] * down, p[i][2] * down} - o;
         span = std::max({span, std::fabs(out[i].x), std::fabs(out[i].y), std::fabs(out[i].z)});
     }
     if (span > 0) {
+        // A power of two as a factor (one multiplication a coordinate); beyond the range of
+        // normal factors, in two steps.
         const int e = std::ilogb(span);
+        const double f1 = std::ldexp(1.0, -e / 2), f2 = std::ldexp(1.0, -e - (-e / 2));
         for (int i = 0; i < n; ++i)
-            out[i] = {std::ldexp(out[i].x, -e), std::ldexp(out[i].y, -e),
-                      std::ldexp(out[i].z, -e)};
+            out[i] = {out[i].x * f1 * f2, out[i].y * f1 * f2, out[i].z * f1 * f2};
     }
     return true;
 }
