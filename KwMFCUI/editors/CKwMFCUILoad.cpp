@@ -230,11 +230,23 @@ bool CKwMFCUILoad::OnInitDialog()
     SetFormToggle({{m_ui->mainPart, {}, {}}, {m_ui->ok, {}, {}}, {m_ui->cancel, {}, {}}},
                   m_ui->advancedToggle, {}, {});
     ToggleForm();
+    // A new load opens with the general prompt; the type's own prompt takes over once the
+    // user chooses a type.
+    m_openingPrompt = GetNewObject() != nullptr;
+    showOpeningPrompt();
     return ok;
+}
+
+void CKwMFCUILoad::showOpeningPrompt()
+{
+    if (m_openingPrompt)
+        SetControlToolTip(CodeEntities, KwPropText("Constraints", "TooltipSelectedEntities",
+                                                   "Select face, edge, or vertex"));
 }
 
 void CKwMFCUILoad::OnObjectDataLoaded()
 {
+    m_openingPrompt = false; // a reload (next, duplicate, refresh) shows the type's prompt
     CKwMFCUIBase::OnObjectDataLoaded();
     showTypeExtras();
 }
@@ -249,12 +261,17 @@ void CKwMFCUILoad::SetTextToCurrentLang()
         SelectTypeFromEntity();
         showTypeExtras();
     }
+    showOpeningPrompt();
 }
 
 int CKwMFCUILoad::OnTypeRowChosen(int row)
 {
     // A heading cannot stay chosen: the row below it is taken.
-    return IsHeadingRow(row) ? row + 1 : row;
+    const int taken = IsHeadingRow(row) ? row + 1 : row;
+    // The advisories come before the base compares the type with the stored one: a heading
+    // that hands on to the stored type warns like any other choice of it.
+    adviseOn(TypeOfRow(taken));
+    return taken;
 }
 
 void CKwMFCUILoad::showTypeExtras()
@@ -351,7 +368,7 @@ void CKwMFCUILoad::onLocationMode()
     }
 }
 
-void CKwMFCUILoad::OnTypeChanged(int type)
+void CKwMFCUILoad::adviseOn(int type)
 {
     const CKwAnalysis* analysis = GetAnalysis();
     const int code = analysis ? analysis->GetAnalysisTypeCode() : 0;
@@ -379,6 +396,11 @@ void CKwMFCUILoad::OnTypeChanged(int type)
     if (isExplicit && type == CKwLoad::FromOutput)
         ShowAdvisory("Loads", "FromOutputLoadNotSupportedExplicit",
                      "'From Output' load not supported in Explicit analyses.");
+}
+
+void CKwMFCUILoad::OnTypeChanged(int)
+{
+    m_openingPrompt = false;
     showTypeExtras();
 }
 
@@ -427,24 +449,21 @@ bool CKwMFCUILoad::EditTableData(int use)
         showTypeExtras();
         return false;
     }
+    KeepTableForCancel(id, use); // the table dialog writes into the model's table
     return openTableDialog(table) == KwMB::IDOK;
 }
 
 int CKwMFCUILoad::defineNewTable(int use)
 {
-    // A new, empty table of this use, kept only when its dialog ends with OK.
-    CKwFEModel* model = GetModel();
-    CKwLoad* l = GetEditObject();
-    if (!model || !l)
+    // A new, empty table of this use, kept only when its dialog ends with OK and then only
+    // as long as the load editor is not cancelled.
+    if (!GetModel() || !GetEditObject())
         return 0;
-    const int count = static_cast<int>(KwTableLookup::List(model, use).size());
-    const int id = KwTableLookup::Add(
-        model, use, KwPropText("Loads", "DropDownNewTable", "New Table") +
-                        QStringLiteral(" %1").arg(count + 1));
-    CKwTable* table = KwTableLookup::Find(model, id, use);
+    const int id = AddNewTable(use);
+    CKwTable* table = KwTableLookup::Find(GetModel(), id, use);
     const bool kept = table && openTableDialog(table) == KwMB::IDOK;
     if (!kept)
-        KwTableLookup::Remove(model, id);
+        DropNewTable(id);
     LoadTableItems();
     if (kept) {
         SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);

@@ -51,6 +51,9 @@ protected:
     void OnTypeChanged(int type) override;
 
 private:
+    // The advisories of a type about to be chosen; the choice stands.
+    void adviseOn(int type);
+    void showOpeningPrompt();
     void showTypeExtras();
     void onSubtype(int row);
     void onTableRow(int use, int row);
@@ -60,4 +63,5 @@ private:
     void onLocationMode();
 
     std::unique_ptr<Ui::CKwMFCUILoad> m_ui;
+    bool m_openingPrompt = false;
 };

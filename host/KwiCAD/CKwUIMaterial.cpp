@@ -77,10 +77,14 @@ const KW_UOM* CKwUIMaterial::GetUnits() const
     return m_pView ? m_pView->GetUnitHolder() : nullptr;
 }
 
+QList<CKwMaterial*>* CKwUIMaterial::GetModelList() const
+{
+    return GetModel() ? &GetModel()->m_materials : nullptr;
+}
+
 std::unique_ptr<CKwMaterial> CKwUIMaterial::CreateNewObject()
 {
-    CKwFEModel* model = GetModel();
-    const int id = model ? CKwFEModel::NextId(model->m_materials) : 1;
+    const int id = NextFreeID();
     auto m = std::make_unique<CKwMaterial>(id, QStringLiteral("Material %1").arg(id));
     // Room temperature is the reference most data sheets are given at.
     m->SetValue(K::REFT, 293.15);
@@ -171,8 +175,7 @@ int CKwUIMaterial::ValidateObjectData()
     const CKwMaterial* m = GetEditObject();
     if (!m)
         return 0;
-    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_materials : nullptr,
-                           {"Materials", "Enter a name for the material.",
+    if (!ValidateNameAndID({"Materials", "Enter a name for the material.",
                             "Another material already uses this ID."}))
         return 0;
     if (m_badCode != 0) {
@@ -207,14 +210,6 @@ int CKwUIMaterial::ValidateObjectData()
         return 0;
     }
     return 1;
-}
-
-void CKwUIMaterial::AddNewObjects()
-{
-    CKwFEModel* model = GetModel();
-    if (!model || !GetEditObject())
-        return;
-    AppendEditCopy(model->m_materials);
 }
 
 QString CKwUIMaterial::GetPageTitleString() const

@@ -52,7 +52,6 @@ public:
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
     int ValidateObjectData() override;
-    void AddNewObjects() override;
     QString GetPageTitleString() const override;
 
     int GetValue(int field, int& value) override;
@@ -83,6 +82,7 @@ public:
 
 protected:
     std::unique_ptr<CKwMaterial> CreateNewObject() override;
+    QList<CKwMaterial*>* GetModelList() const override;
 
 private:
     // The first control text that was not a number: its code and its text.

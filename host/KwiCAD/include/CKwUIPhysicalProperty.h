@@ -29,7 +29,6 @@ public:
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
     int ValidateObjectData() override;
-    void AddNewObjects() override;
     QString GetPageTitleString() const override;
 
     int GetValue(int field, int& value) override;
@@ -51,6 +50,7 @@ public:
 
 protected:
     std::unique_ptr<CKwPhysicalProperty> CreateNewObject() override;
+    QList<CKwPhysicalProperty*>* GetModelList() const override;
 
 private:
     bool m_badThickness = false;
