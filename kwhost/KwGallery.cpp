@@ -20,6 +20,10 @@
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -30,17 +34,43 @@ namespace {
 
 QString fileFor(const QString& dir, unsigned kind, const QString& title, int index)
 {
-    QString slug = title;
-    slug.remove(QStringLiteral("..."));
-    slug = slug.trimmed().toLower();
-    for (QChar& c : slug)
-        if (!c.isLetterOrNumber())
-            c = QLatin1Char('-');
-    QString name = QStringLiteral("kind%1-%2").arg(kind, 2, 10, QLatin1Char('0')).arg(slug);
-    if (index > 0)
-        name += QStringLiteral("-%1").arg(index + 1);
-    return QDir(dir).filePath(name + QStringLiteral(".png"));
+    return QDir(dir).filePath(KwGalleryFileName(kind, title, index));
 }
+
+// Inspects the windows another part of the gallery photographs itself: each top-level dialog,
+// once per showing, when it is first painted (the grab paints it).
+class PaintInspector : public QObject
+{
+public:
+    explicit PaintInspector(const KwGalleryInspector& inspect) : m_inspect(inspect)
+    {
+        if (m_inspect)
+            qApp->installEventFilter(this);
+    }
+    ~PaintInspector() override { qApp->removeEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        auto* w = qobject_cast<QWidget*>(o);
+        if (!w || !w->isWindow() || !dynamic_cast<CKwDlgBase*>(w))
+            return false;
+        if (e->type() == QEvent::Hide)
+            m_seen.remove(w);
+        if (e->type() != QEvent::Paint || m_seen.contains(w))
+            return false;
+        m_seen.insert(w);
+        const QString cls = QString::fromLatin1(w->metaObject()->className());
+        const int n = ++m_counts[cls];
+        m_inspect(0, w, QStringLiteral("%1-%2").arg(cls).arg(n));
+        return false;
+    }
+
+private:
+    const KwGalleryInspector& m_inspect;
+    QSet<QWidget*> m_seen;
+    QHash<QString, int> m_counts;
+};
 
 bool isNotAvailableBox(QWidget* w)
 {
@@ -57,6 +87,25 @@ void closeDialog(QWidget* w)
 
 } // namespace
 
+QString KwGalleryFileName(unsigned kind, const QString& title, int index)
+{
+    QString slug;
+    for (const QChar c : title.toLower()) {
+        if (c.isLetterOrNumber())
+            slug += c;
+        else if (!slug.isEmpty() && !slug.endsWith(QLatin1Char('-')))
+            slug += QLatin1Char('-');
+    }
+    while (slug.endsWith(QLatin1Char('-')))
+        slug.chop(1);
+    QString name = QStringLiteral("kind%1").arg(kind, 2, 10, QLatin1Char('0'));
+    if (!slug.isEmpty())
+        name += QLatin1Char('-') + slug;
+    if (index > 0)
+        name += QStringLiteral("-%1").arg(index + 1);
+    return name + QStringLiteral(".png");
+}
+
 KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                                 const KwGalleryInspector& inspect)
 {
@@ -64,6 +113,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     QDir().mkpath(directory);
     host->show();
     QApplication::processEvents();
+    if (inspect)
+        inspect(0, host, QStringLiteral("host-window.png"));
     host->grab().save(QDir(directory).filePath(QStringLiteral("host-window.png")));
     result.written << QDir(directory).filePath(QStringLiteral("host-window.png"));
 
@@ -83,9 +134,9 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                 return;
             if (!isNotAvailableBox(modal) || k.kind == 83) {
                 QApplication::processEvents();
-                if (inspect)
-                    inspect(k.kind, modal);
                 const QString f = fileFor(directory, k.kind, k.title, shot++);
+                if (inspect)
+                    inspect(k.kind, modal, QFileInfo(f).fileName());
                 modal->grab().save(f);
                 result.written << f;
                 result.titles << modal->windowTitle();
@@ -102,9 +153,9 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                 continue;
             if (w->objectName() == QLatin1String("ResultToolbar"))
                 continue;
-            if (inspect)
-                inspect(k.kind, w);
             const QString f = fileFor(directory, k.kind, k.title, shot++);
+            if (inspect)
+                inspect(k.kind, w, QFileInfo(f).fileName());
             w->grab().save(f);
             result.written << f;
             result.titles << w->windowTitle();
@@ -124,7 +175,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     const auto shoot = [&](QWidget* w, const char* file) {
         QApplication::processEvents();
         if (inspect)
-            inspect(0, w);
+            inspect(0, w, QString::fromLatin1(file));
         const QString f = QDir(directory).filePath(QString::fromLatin1(file));
         w->grab().save(f);
         result.written << f;
@@ -138,7 +189,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
             if (auto* toggle = KwControl<QPushButton>(d, 7479)) {
                 toggle->click();
-                shoot(d, "kind00-load--short-form-.png");
+                shoot(d, "kind00-load-short-form.png");
             }
             closeDialog(d);
             QApplication::processEvents();
@@ -182,6 +233,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         QApplication::processEvents();
         for (QWidget* w : QApplication::topLevelWidgets()) {
             if (w->isVisible() && w->property("templateId").toUInt() == 7300 + s.id) {
+                if (inspect)
+                    inspect(s.id, w, QString::fromLatin1(s.file));
                 const QString f = QDir(directory).filePath(QString::fromLatin1(s.file));
                 w->grab().save(f);
                 result.written << f;
@@ -202,13 +255,15 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         dlg.show();
         QApplication::processEvents();
         if (inspect)
-            inspect(0, &dlg);
+            inspect(0, &dlg, QStringLiteral("direct-stress-strain.png"));
         QString f = QDir(directory).filePath(QStringLiteral("direct-stress-strain.png"));
         dlg.grab().save(f);
         result.written << f;
         dlg.OnShowXYPlot();
         QApplication::processEvents();
         if (QDialog* plot = dlg.PlotWindow()) {
+            if (inspect)
+                inspect(0, plot, QStringLiteral("direct-stress-strain-plot.png"));
             f = QDir(directory).filePath(QStringLiteral("direct-stress-strain-plot.png"));
             plot->grab().save(f);
             result.written << f;
@@ -216,7 +271,10 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         dlg.hide();
         break;
     }
-    KwSectionGallery(host, directory, result.written, result.titles);
+    {
+        const PaintInspector sections(inspect);
+        KwSectionGallery(host, directory, result.written, result.titles);
+    }
     // Plain dialogs that an editor opens: shown on a sample material, photographed, closed.
     {
         CKwMaterial material(1, QStringLiteral("Carbon/Epoxy"));
@@ -231,7 +289,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         QTimer::singleShot(0, &dlg, [&] {
             QApplication::processEvents();
             if (inspect)
-                inspect(2, &dlg);
+                inspect(2, &dlg, QStringLiteral("tmpl305-3d-orthotropic-definition.png"));
             const QString f =
                 QDir(directory).filePath(QStringLiteral("tmpl305-3d-orthotropic-definition.png"));
             dlg.grab().save(f);
@@ -240,6 +298,15 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             dlg.OnCancel();
         });
         dlg.DoModal();
+    }
+
+    // The kinds that opened nothing are a list for the curious, not for the console.
+    QFile list(QDir(directory).filePath(QString::fromLatin1(kKwGalleryUnavailableFile)));
+    if (result.unavailable.isEmpty()) {
+        list.remove();
+    } else if (list.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        list.write(result.unavailable.join(QLatin1Char('\n')).toUtf8());
+        list.write("\n");
     }
     return result;
 }
