@@ -25,6 +25,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMessageBox>
+#include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
 #include <QSet>
@@ -35,6 +36,16 @@ namespace {
 QString fileFor(const QString& dir, unsigned kind, const QString& title, int index)
 {
     return QDir(dir).filePath(KwGalleryFileName(kind, title, index));
+}
+
+// Photographs a window into `file`; the inspector looks at it as photographed (the grab has
+// done every layout still pending).
+void photograph(QWidget* w, const QString& file, unsigned kind, const KwGalleryInspector& inspect)
+{
+    const QPixmap picture = w->grab();
+    if (inspect)
+        inspect(kind, w, QFileInfo(file).fileName());
+    picture.save(file);
 }
 
 // Inspects the windows another part of the gallery photographs itself: each top-level dialog,
@@ -113,9 +124,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     QDir().mkpath(directory);
     host->show();
     QApplication::processEvents();
-    if (inspect)
-        inspect(0, host, QStringLiteral("host-window.png"));
-    host->grab().save(QDir(directory).filePath(QStringLiteral("host-window.png")));
+    photograph(host, QDir(directory).filePath(QStringLiteral("host-window.png")), 0, inspect);
     result.written << QDir(directory).filePath(QStringLiteral("host-window.png"));
 
     for (const KwHostKind& k : KwHostKinds()) {
@@ -135,9 +144,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             if (!isNotAvailableBox(modal) || k.kind == 83) {
                 QApplication::processEvents();
                 const QString f = fileFor(directory, k.kind, k.title, shot++);
-                if (inspect)
-                    inspect(k.kind, modal, QFileInfo(f).fileName());
-                modal->grab().save(f);
+                photograph(modal, f, k.kind, inspect);
                 result.written << f;
                 result.titles << modal->windowTitle();
                 sawWindow = true;
@@ -154,9 +161,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             if (w->objectName() == QLatin1String("ResultToolbar"))
                 continue;
             const QString f = fileFor(directory, k.kind, k.title, shot++);
-            if (inspect)
-                inspect(k.kind, w, QFileInfo(f).fileName());
-            w->grab().save(f);
+            photograph(w, f, k.kind, inspect);
             result.written << f;
             result.titles << w->windowTitle();
             sawWindow = true;
@@ -174,10 +179,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     // A window photographed on its own, under a fixed file name.
     const auto shoot = [&](QWidget* w, const char* file) {
         QApplication::processEvents();
-        if (inspect)
-            inspect(0, w, QString::fromLatin1(file));
         const QString f = QDir(directory).filePath(QString::fromLatin1(file));
-        w->grab().save(f);
+        photograph(w, f, 0, inspect);
         result.written << f;
         result.titles << w->windowTitle();
     };
@@ -233,10 +236,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         QApplication::processEvents();
         for (QWidget* w : QApplication::topLevelWidgets()) {
             if (w->isVisible() && w->property("templateId").toUInt() == 7300 + s.id) {
-                if (inspect)
-                    inspect(s.id, w, QString::fromLatin1(s.file));
                 const QString f = QDir(directory).filePath(QString::fromLatin1(s.file));
-                w->grab().save(f);
+                photograph(w, f, s.id, inspect);
                 result.written << f;
             }
         }
@@ -254,18 +255,14 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         dlg.Create();
         dlg.show();
         QApplication::processEvents();
-        if (inspect)
-            inspect(0, &dlg, QStringLiteral("direct-stress-strain.png"));
         QString f = QDir(directory).filePath(QStringLiteral("direct-stress-strain.png"));
-        dlg.grab().save(f);
+        photograph(&dlg, f, 0, inspect);
         result.written << f;
         dlg.OnShowXYPlot();
         QApplication::processEvents();
         if (QDialog* plot = dlg.PlotWindow()) {
-            if (inspect)
-                inspect(0, plot, QStringLiteral("direct-stress-strain-plot.png"));
             f = QDir(directory).filePath(QStringLiteral("direct-stress-strain-plot.png"));
-            plot->grab().save(f);
+            photograph(plot, f, 0, inspect);
             result.written << f;
         }
         dlg.hide();
@@ -288,11 +285,9 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         CKwOrthotropic3DDlg dlg(&material, nullptr, host->View());
         QTimer::singleShot(0, &dlg, [&] {
             QApplication::processEvents();
-            if (inspect)
-                inspect(2, &dlg, QStringLiteral("tmpl305-3d-orthotropic-definition.png"));
             const QString f =
                 QDir(directory).filePath(QStringLiteral("tmpl305-3d-orthotropic-definition.png"));
-            dlg.grab().save(f);
+            photograph(&dlg, f, 2, inspect);
             result.written << f;
             result.titles << dlg.windowTitle();
             dlg.OnCancel();

@@ -118,6 +118,9 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     });
     auto* split = new QSplitter(this);
     m_tree = new QTreeWidget(split);
+    // Long names scroll rather than being cut short.
+    m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tree->header()->setStretchLastSection(false);
     m_view = new CFMView(m_model.get(), split);
     m_view->SetUnitHolder(m_units.get());
     m_view->SetFrameWindow(this);
@@ -197,23 +200,19 @@ void KwHostWindow::buildMenus()
     }
     QMenu* run = analysis->addMenu(QString());
     caption(run->menuAction(), "MenuRunAnalysis", "Run analysis");
-    const QString name = m_model->m_analyses.isEmpty() ? m_model->GetName()
-                                                       : m_model->m_analyses.first()->GetName();
-    const auto busy = [this] {
-        statusBar()->showMessage(
-            KwHostText("StatusAlreadyRunning", "A solution is already running."), 3000);
+    // The run is named after the model's first analysis, in the language of the moment.
+    const auto start = [this](KwSolverRun::Kind kind) {
+        const QString name = m_model->m_analyses.isEmpty()
+                                 ? m_model->GetName()
+                                 : analysisName(m_model->m_analyses.first());
+        if (!m_run->Start(kind, name))
+            statusBar()->showMessage(
+                KwHostText("StatusAlreadyRunning", "A solution is already running."), 3000);
     };
     caption(run->addAction(QString(), this,
-                           [this, name, busy] {
-                               if (!m_run->Start(KwSolverRun::Kind::NonlinearStatic, name))
-                                   busy();
-                           }),
+                           [start] { start(KwSolverRun::Kind::NonlinearStatic); }),
             "MenuRunNonlinearStatic", "Nonlinear static");
-    caption(run->addAction(QString(), this,
-                           [this, name, busy] {
-                               if (!m_run->Start(KwSolverRun::Kind::Transient, name))
-                                   busy();
-                           }),
+    caption(run->addAction(QString(), this, [start] { start(KwSolverRun::Kind::Transient); }),
             "MenuRunTransient", "Transient");
     caption(run->addAction(QString(), this, [this] { m_run->Stop(); }), "MenuRunStop", "Stop");
     connect(m_run, &KwSolverRun::finished, this, [this] {

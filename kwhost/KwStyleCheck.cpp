@@ -26,16 +26,20 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QStyleOptionComboBox>
+#include <QStyleOptionViewItem>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTextEdit>
 #include <QToolButton>
 #include <QTreeView>
 #include <QSet>
+#include <QtMath>
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <functional>
 #include <map>
+#include <set>
 #include <tuple>
 
 namespace {
@@ -436,6 +440,75 @@ private:
         }
     }
 
+    // Cells whose text the view cuts short (it elides what does not fit): one finding per
+    // column, over the rows on screen (and the expanded branches of a tree).
+    void elidedCells(const Node& n, QAbstractItemView* view, QHeaderView* header, int columns)
+    {
+        // A stretching last column is painted to the viewport's right edge, whatever size its
+        // header holds between two paints.
+        int stretched = -1;
+        if (header && header->stretchLastSection())
+            for (int v = header->count() - 1; v >= 0 && stretched < 0; --v)
+                if (!header->isSectionHidden(header->logicalIndex(v)))
+                    stretched = header->logicalIndex(v);
+        const QAbstractItemModel* model = view->model();
+        const int pad = 2 * (view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 1);
+        auto* tree = qobject_cast<QTreeView*>(view);
+        std::set<int> reported;
+        int seen = 0;
+        std::function<void(const QModelIndex&)> walk = [&](const QModelIndex& parent) {
+            const int rows = model->rowCount(parent);
+            for (int r = 0; r < rows && seen < 500; ++r, ++seen) {
+                for (int c = 0; c < columns; ++c) {
+                    if (reported.count(c))
+                        continue;
+                    const QModelIndex i = model->index(r, c, parent);
+                    QRect rect = view->visualRect(i);
+                    if (c == stretched)
+                        rect.setRight(std::max(rect.right(), view->viewport()->width() - 1));
+                    if (rect.isEmpty() || !view->viewport()->rect().intersects(rect))
+                        continue;
+                    const QString text = i.data(Qt::DisplayRole).toString();
+                    if (text.isEmpty())
+                        continue;
+                    QFont font = view->font();
+                    if (const QVariant f = i.data(Qt::FontRole); f.isValid())
+                        font = f.value<QFont>();
+                    // The room the style gives the text, as it paints the cell.
+                    QStyleOptionViewItem opt;
+                    opt.initFrom(view);
+                    opt.rect = rect;
+                    opt.text = text;
+                    opt.font = font;
+                    opt.fontMetrics = QFontMetrics(font);
+                    opt.features |= QStyleOptionViewItem::HasDisplay;
+                    if (i.data(Qt::DecorationRole).isValid()) {
+                        opt.features |= QStyleOptionViewItem::HasDecoration;
+                        opt.decorationSize = view->iconSize().isValid() ? view->iconSize()
+                                                                        : QSize(16, 16);
+                    }
+                    if (i.data(Qt::CheckStateRole).isValid())
+                        opt.features |= QStyleOptionViewItem::HasCheckIndicator;
+                    const int room =
+                        view->style()->subElementRect(QStyle::SE_ItemViewItemText, &opt, view).width() -
+                        pad;
+                    // Fractions of a pixel count: the view elides a text that overflows by less.
+                    const qreal needed = QFontMetricsF(font).horizontalAdvance(text);
+                    if (needed > room) {
+                        reported.insert(c);
+                        add(KwStyleRule::TextWider, QStringLiteral("%1/col%2").arg(n.name).arg(c),
+                            QStringLiteral("cell \"%1\" needs %2 px, has %3")
+                                .arg(text.left(40)).arg(qCeil(needed)).arg(room));
+                    }
+                }
+                const QModelIndex first = model->index(r, 0, parent);
+                if (tree && tree->isExpanded(first))
+                    walk(first);
+            }
+        };
+        walk(view->rootIndex());
+    }
+
     void views()
     {
         for (const Node& n : m_nodes) {
@@ -449,6 +522,7 @@ private:
             else if (auto* t = qobject_cast<QTreeView*>(view))
                 header = t->isHeaderHidden() ? nullptr : t->header();
             const int columns = model->columnCount(view->rootIndex());
+            elidedCells(n, view, header, columns);
             if (header && header->isVisible()) {
                 const QFontMetrics fm(header->font());
                 const int margin = header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);

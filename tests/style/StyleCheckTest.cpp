@@ -33,6 +33,7 @@ struct Faults
     bool longCaption = false;       // a check box too narrow for its text
     bool narrowHeader = false;      // a column narrower than its head
     bool leftNumbers = false;       // numbers left-aligned in the table
+    bool elidedCell = false;        // a cell's text cut short by its column
     QString sliderLabel = QStringLiteral("Density:");
 };
 
@@ -86,7 +87,9 @@ Fixture build(const Faults& f)
     table->setObjectName(QStringLiteral("table"));
     table->setHorizontalHeaderLabels({QStringLiteral("Step"), QStringLiteral("Force")});
     for (int r = 0; r < 3; ++r) {
-        auto* step = new QTableWidgetItem(QString::number(r + 1));
+        auto* step = new QTableWidgetItem(f.elidedCell && r == 1
+                                              ? QStringLiteral("second step, held for a while")
+                                              : QString::number(r + 1));
         auto* force = new QTableWidgetItem(KwStyle::EditableNumber(1500.25 * (r + 1)));
         if (!f.leftNumbers) {
             step->setTextAlignment(KwStyle::NumberAlignment);
@@ -98,7 +101,7 @@ Fixture build(const Faults& f)
     if (f.narrowHeader) {
         table->setHorizontalHeaderLabels(
             {QStringLiteral("Step"), QStringLiteral("Force per unit length of the edge")});
-        table->setColumnWidth(1, 40);
+        table->setColumnWidth(1, 60);
         table->horizontalHeader()->setStretchLastSection(false);
     } else {
         KwStyle::FitHeaders(table);
@@ -171,6 +174,7 @@ TEST(StyleCheck, eachRuleCatchesItsFault)
         {"head wider than column", [](Faults& f) { f.narrowHeader = true; },
          "header-wider table/col1"},
         {"numbers on the left", [](Faults& f) { f.leftNumbers = true; }, "number-left table/col0"},
+        {"cell cut short", [](Faults& f) { f.elidedCell = true; }, "text-wider table/col0"},
     };
     for (const Case& c : cases) {
         Faults f;
