@@ -112,7 +112,7 @@ QString nameOf(const QWidget* w, const QString& parentName, const QList<QWidget*
         .arg(index);
 }
 
-void collect(QWidget* root, QWidget* w, const QString& name, bool scrolled, QList<Node>& out)
+void collect(QWidget* root, QWidget* w, const QString& name, QList<Node>& out)
 {
     const QList<QWidget*> kids = designedChildren(w);
     for (QWidget* c : kids) {
@@ -121,9 +121,8 @@ void collect(QWidget* root, QWidget* w, const QString& name, bool scrolled, QLis
         const QString n = nameOf(c, name, kids);
         const bool inArea = qobject_cast<QScrollArea*>(w) != nullptr;
         out.push_back({c, w, n, inArea});
-        collect(root, c, n, inArea, out);
+        collect(root, c, n, out);
     }
-    Q_UNUSED(scrolled);
 }
 
 QRect rectIn(const QWidget* w, const QWidget* root)
@@ -250,7 +249,7 @@ public:
                                               ? QString::fromLatin1(root->metaObject()->className())
                                               : root->objectName(),
                            false});
-        collect(root, root, m_nodes.front().name, false, m_nodes);
+        collect(root, root, m_nodes.front().name, m_nodes);
         for (const QString& e : options.colonExceptions)
             m_exceptions.insert(plainText(e).trimmed());
     }
