@@ -72,7 +72,17 @@ void CKwUIRestraint::LoadObjectData()
         return;
     LoadNameAndID(CodeName, CodeID);
     if (CKwFEModel* model = GetModel()) {
-        const QStringList cs = model->m_coordinateSystems;
+        // The built-in global systems are named in the user's language; systems the user
+        // defined keep their own names.
+        QStringList cs = model->m_coordinateSystems;
+        static const char* const builtIn[][2] = {
+            {"CoordSysGlobalRectangular", "Global Rectangular"},
+            {"CoordSysGlobalCylindrical", "Global Cylindrical"},
+            {"CoordSysGlobalSpherical", "Global Spherical"}};
+        for (QString& name : cs)
+            for (const auto& b : builtIn)
+                if (name == QLatin1String(b[1]))
+                    name = prop("General", b[0], b[1]);
         SetControlItems(CodeCoordSystems, static_cast<int>(cs.size()), cs.constData());
     }
     KwEntityLogic::FillSubcaseList(*this, GetAnalysis(), CodeSubcaseItems, CodeSubcaseSelection,

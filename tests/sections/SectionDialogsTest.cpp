@@ -402,7 +402,7 @@ TEST_F(SectionDialogsTest, speaksGerman)
     Dlg* d = open(&p, &mm);
     EXPECT_EQ(d->windowTitle(), QStringLiteral("Querschnittsdefinition"));
     EXPECT_EQ(KwGetControlText(d, Dlg::IDC_CHECK_TAPERED), QStringLiteral("Verjüngter Balken"));
-    EXPECT_EQ(KwGetControlText(d, Dlg::IDC_DRAW_ENDA), QStringLiteral("Ende zeichnen A"));
+    EXPECT_EQ(KwGetControlText(d, Dlg::IDC_DRAW_ENDA), QStringLiteral("Ansicht Ende A"));
     delete d;
     double v[KwSectionValue::Count] = {};
     const QString r = CSectionProp::BuildReport(v, 0, 0, mm, 0);
