@@ -2,6 +2,7 @@
 
 #include "CKwCtrlListHeader.h"
 #include "CKwNonlinearDialogBase.h"
+#include "KwLargeAllocator.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -10,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QStringEncoder>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
@@ -146,13 +148,26 @@ void CKwNonLinearEditList::PasteFromClipboard()
     const int row = LowestSelectedRow();
     if (row < 0)
         return;
-    // The clipboard is read as 8-bit text.
-    const QByteArray text = md->text().toLocal8Bit();
-    if (text.isEmpty())
+    // The clipboard is read as 8-bit text, converted into a block that is mapped in huge
+    // pages: a fresh heap block of the size of a large paste costs more in page faults than
+    // the conversion itself.
+    const QString wide = md->text();
+    if (wide.isEmpty())
         return;
+    QStringEncoder toLocal(QStringConverter::System);
+    const qsizetype room = toLocal.requiredSpace(wide.size());
+    KwLargeAllocator<char> alloc;
+    char* bytes = alloc.allocate(std::size_t(room));
+    const std::size_t n = std::size_t(toLocal.appendToBuffer(bytes, wide) - bytes);
+    struct Release
+    {
+        KwLargeAllocator<char>& alloc;
+        char* p;
+        std::size_t size;
+        ~Release() { alloc.deallocate(p, size); }
+    } release{alloc, bytes, std::size_t(room)};
     QString first;
-    m_pOwner->PasteToCell(std::string_view(text.constData(), std::size_t(text.size())), row, 0,
-                          &first);
+    m_pOwner->PasteToCell(std::string_view(bytes, n), row, 0, &first);
 }
 
 void CKwNonLinearEditList::DeleteSelectedRows()

@@ -30,6 +30,7 @@
 #include <cstdint>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -150,6 +151,7 @@ CKwNonlinearDialogBase::CKwNonlinearDialogBase()
 CKwNonlinearDialogBase::~CKwNonlinearDialogBase()
 {
     m_List.SetOwner(nullptr);
+    delete m_plotWindow.data();
     delete m_pXFunction;
     delete m_pYFunction;
 }
@@ -355,15 +357,10 @@ double CKwNonlinearDialogBase::GetItemValue(int row, int col)
 
 double CKwNonlinearDialogBase::TableUpdateValue(int row, int col, int unitType)
 {
-    const std::string_view raw = m_List.Model()->cellView(row, col);
     double v = 0;
-    // A plain number reads as the view reads it; the rest goes through the view itself.
-    if (!KwTableText::hasBlank(raw) && KwTableText::plainNumber(raw, &v) && std::isfinite(v))
-        return (m_pUnits && unitType != -1) ? m_pUnits->ToInternalValue(v, unitType) : v;
-    const QString t = withoutBlanks(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
-    if (t.isEmpty())
+    if (ReadCell(m_List.Model()->cellView(row, col), unitType, &v) != CellRead::Number)
         return MissingDouble;
-    return CFMView::GetDoubleFromString(m_pUnits, t, unitType, 1);
+    return (m_pUnits && unitType != -1) ? m_pUnits->ToInternalValue(v, unitType) : v;
 }
 
 double CKwNonlinearDialogBase::TextBoxUpdateValue(QLineEdit* edit, int unitType)
@@ -380,12 +377,9 @@ bool CKwNonlinearDialogBase::ValidateTableValue(int row, int col, int unitType)
 {
     const std::string_view raw = m_List.Model()->cellView(row, col);
     double v = 0;
-    if (raw.empty() ||
-        (!KwTableText::hasBlank(raw) && KwTableText::plainNumber(raw, &v) && std::isfinite(v)))
+    if (ReadCell(raw, unitType, &v) != CellRead::NotANumber)
         return true;
     const QString t = withoutBlanks(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
-    if (t.isEmpty() || CFMView::IsValidNumberString(t, unitType))
-        return true;
     const KW_UOM fallback;
     ShowTableMessage((m_pUnits ? m_pUnits : &fallback)->GetErrorMessageForUnit(t, unitType));
     return false;
@@ -574,6 +568,14 @@ void CKwNonlinearDialogBase::SetMenuItemText(unsigned id, QMenu* menu, const QSt
             a->setText(text);
 }
 
+CKwFunction* CKwNonlinearDialogBase::UnitsOf(const CKwFunction* f, int unitType)
+{
+    auto* shell = new CKwFunction;
+    shell->Initialize();
+    shell->SetUnitType(f ? f->GetUnitType() : unitType);
+    return shell;
+}
+
 void CKwNonlinearDialogBase::SetFunctions(CKwFunction* x, CKwFunction* y)
 {
     if (x != m_pXFunction)
@@ -586,21 +588,34 @@ void CKwNonlinearDialogBase::SetFunctions(CKwFunction* x, CKwFunction* y)
 
 void CKwNonlinearDialogBase::LoadFunctions()
 {
-    KwPointTableModel* m = m_List.Model();
-    const int n = m_pXFunction && m_pYFunction
-                      ? std::min(m_pXFunction->GetSize(), m_pYFunction->GetSize())
-                      : 0;
-    const bool bulk = n > 64;
-    if (bulk)
-        m->beginBulk();
-    m->reserve(std::size_t(n) + 1, std::size_t(n) * 16);
-    for (int i = 0; i < n; ++i) {
-        addRow(m_nRowCount, {}, {});
-        LoadTableValues(i, 0, m_pXFunction->GetUnitType(), m_pXFunction->GetValue(i));
-        LoadTableValues(i, 1, m_pYFunction->GetUnitType(), m_pYFunction->GetValue(i));
+    LoadFunctions(m_pXFunction, m_pYFunction);
+}
+
+void CKwNonlinearDialogBase::LoadFunctions(const CKwFunction* x, const CKwFunction* y)
+{
+    const int n = x && y ? std::min(x->GetSize(), y->GetSize()) : 0;
+    if (n <= 0)
+        return;
+    // Display values now, text later: the list formats what it paints, and the rest is
+    // formatted before anything reads it (see KwPointTableModel::insertNumberRows).
+    KwPointTableModel::Numbers values(std::size_t(n) * 2);
+    const CKwFunction* fn[2] = {x, y};
+    for (int c = 0; c < 2; ++c) {
+        const int unitType = fn[c]->GetUnitType();
+        const bool convert = unitType != -1 && m_pUnits;
+        const double* in = fn[c]->Values().data();
+        for (int i = 0; i < n; ++i) {
+            const double v = in[i];
+            values[std::size_t(i) * 2 + std::size_t(c)] =
+                IsMissingValue(v) ? std::numeric_limits<double>::quiet_NaN()
+                                  : (convert ? m_pUnits->GetDisplayValue(v, unitType) : v);
+        }
     }
-    if (bulk)
-        m->endBulk();
+    m_List.Model()->insertNumberRows(m_nRowCount, std::move(values), [](double v, char* out) {
+        return formatG10(v, out);
+    });
+    m_nRowCount += n;
+    ResizeList();
 }
 
 QMenu* CKwNonlinearDialogBase::CreateEditMenu(QWidget* parent, const char* section)
@@ -644,25 +659,84 @@ QMenu* CKwNonlinearDialogBase::CreateEditMenu(QWidget* parent, const char* secti
     return menu;
 }
 
-bool CKwNonlinearDialogBase::IsNumberInput(const QString& text, int unitType) const
+CKwNonlinearDialogBase::CellRead CKwNonlinearDialogBase::ReadCell(std::string_view utf8,
+                                                                  int unitType, double* value)
 {
-    // A short plain decimal number is one for the view too; only other text is asked of it
-    // (this keeps a paste of a million rows from a round of allocations per cell).
-    if (text.size() > 0 && text.size() < 48) {
+    if (utf8.empty())
+        return CellRead::Empty;
+    // A plain decimal number is read here: what the view reads it as, without the round trip
+    // through a QString that a million cells could not afford.
+    double v = 0;
+    if (!KwTableText::hasBlank(utf8) && KwTableText::plainNumber(utf8, &v) && std::isfinite(v)) {
+        *value = v;
+        return CellRead::Number;
+    }
+    return ReadCell(QString::fromUtf8(utf8.data(), qsizetype(utf8.size())), unitType, value);
+}
+
+CKwNonlinearDialogBase::CellRead CKwNonlinearDialogBase::ReadCell(const QString& text,
+                                                                  int unitType, double* value)
+{
+    // Short ASCII text takes the 8-bit path above (every number a person types or pastes).
+    if (!text.isEmpty() && text.size() < 48) {
         char buf[48];
-        bool plain = true;
-        for (qsizetype i = 0; i < text.size() && plain; ++i) {
+        bool ascii = true;
+        for (qsizetype i = 0; i < text.size() && ascii; ++i) {
             const char16_t c = text[i].unicode();
-            plain = c > ' ' && c < 128;
+            ascii = c < 128;
             buf[i] = char(c);
         }
         double v = 0;
-        if (plain && KwTableText::plainNumber(std::string_view(buf, std::size_t(text.size())), &v) &&
-            std::isfinite(v))
-            return true;
+        const std::string_view s(buf, std::size_t(text.size()));
+        if (ascii && !KwTableText::hasBlank(s) && KwTableText::plainNumber(s, &v) &&
+            std::isfinite(v)) {
+            *value = v;
+            return CellRead::Number;
+        }
     }
     const QString t = withoutBlanks(text);
-    return t.isEmpty() || CFMView::IsValidNumberString(t, unitType);
+    if (t.isEmpty())
+        return CellRead::Empty;
+    if (!CFMView::IsValidNumberString(t, unitType))
+        return CellRead::NotANumber;
+    *value = KwAtof(t);
+    return CellRead::Number;
+}
+
+CKwNonlinearDialogBase::CellInput CKwNonlinearDialogBase::CheckCellInput(const QString& text,
+                                                                         int unitType,
+                                                                         bool nonNegative,
+                                                                         int showMessage) const
+{
+    double v = 0;
+    const CellRead read = ReadCell(text, unitType, &v);
+    if (read == CellRead::NotANumber) {
+        if (showMessage) {
+            const KW_UOM fallback;
+            ShowTableMessage(
+                (m_pUnits ? m_pUnits : &fallback)->GetErrorMessageForUnit(text.trimmed(), unitType));
+        }
+        return CellInput::NotANumber;
+    }
+    if (nonNegative && read == CellRead::Number && v < 0)
+        return CellInput::Negative;
+    return CellInput::Accepted;
+}
+
+int CKwNonlinearDialogBase::DropBlankRows()
+{
+    KwPointTableModel* m = m_List.Model();
+    std::vector<int> blank;
+    for (int r = 0; r < m_nRowCount; ++r)
+        if (KwTableText::trimmed(m->cellView(r, 0)).empty() &&
+            KwTableText::trimmed(m->cellView(r, 1)).empty())
+            blank.push_back(r);
+    if (blank.empty())
+        return 0;
+    m->removeRowsAt(blank);
+    m_nRowCount -= int(blank.size());
+    ResizeList();
+    return int(blank.size());
 }
 
 void CKwNonlinearDialogBase::ShowTableMessage(const QString& text) const
@@ -673,25 +747,41 @@ void CKwNonlinearDialogBase::ShowTableMessage(const QString& text) const
         KwMessageBoxW(m_List.window(), text, QString(), KwMB::OK | KwMB::ICONWARNING);
 }
 
-void CKwNonlinearDialogBase::ShowCurveWindow(QWidget* owner, QPointer<QDialog>& window,
-                                             const QString& title, const QString& closeText)
+QString CKwNonlinearDialogBase::CurvePlotTitle() const
 {
-    if (!window) {
-        window = new QDialog(owner);
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        auto* lay = new QVBoxLayout(window);
-        auto* chart = new KwChart(window);
+    return m_List.window()->windowTitle();
+}
+
+QDialog* CKwNonlinearDialogBase::PlotWindow() const
+{
+    return m_plotWindow.data();
+}
+
+KwChart* CKwNonlinearDialogBase::PlotChart() const
+{
+    return m_plotWindow ? m_plotWindow->findChild<KwChart*>() : nullptr;
+}
+
+void CKwNonlinearDialogBase::OnShowXYPlot()
+{
+    const QString title = CurvePlotTitle();
+    if (!m_plotWindow) {
+        m_plotWindow = new QDialog(m_List.window());
+        m_plotWindow->setAttribute(Qt::WA_DeleteOnClose);
+        auto* lay = new QVBoxLayout(m_plotWindow);
+        auto* chart = new KwChart(m_plotWindow);
         chart->setObjectName(QStringLiteral("curveChart"));
         lay->addWidget(chart, 1);
-        auto* close = new QPushButton(closeText, window);
+        auto* close = new QPushButton(KwPropText("General", "ButtonClose", "Close"), m_plotWindow);
         close->setAutoDefault(false);
-        QObject::connect(close, &QPushButton::clicked, window, &QDialog::close);
+        QObject::connect(close, &QPushButton::clicked, m_plotWindow.data(), &QDialog::close);
         auto* row = new QHBoxLayout;
         row->addStretch(1);
         row->addWidget(close);
         lay->addLayout(row);
-        window->resize(560, 400);
+        m_plotWindow->resize(560, 400);
     }
+    QDialog* window = m_plotWindow.data();
     window->setWindowTitle(title);
     auto* chart = window->findChild<KwChart*>(QStringLiteral("curveChart"));
     const KwPointTableModel* m = m_List.Model();
@@ -699,8 +789,9 @@ void CKwNonlinearDialogBase::ShowCurveWindow(QWidget* owner, QPointer<QDialog>& 
     x.reserve(std::size_t(m_nRowCount));
     y.reserve(std::size_t(m_nRowCount));
     for (int r = 0; r < m_nRowCount; ++r) {
-        const double vx = GetItemValue(r, 0), vy = GetItemValue(r, 1);
-        if (IsMissingValue(vx) || IsMissingValue(vy))
+        double vx = 0, vy = 0;
+        if (ReadCell(m->cellView(r, 0), -1, &vx) != CellRead::Number ||
+            ReadCell(m->cellView(r, 1), -1, &vy) != CellRead::Number)
             continue;
         x.push_back(vx);
         y.push_back(vy);
