@@ -2,7 +2,6 @@
 
 #include "CKwCtrlListHeader.h"
 #include "CKwNonlinearDialogBase.h"
-#include "KwLargeAllocator.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -11,7 +10,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QStringEncoder>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
@@ -148,26 +146,13 @@ void CKwNonLinearEditList::PasteFromClipboard()
     const int row = LowestSelectedRow();
     if (row < 0)
         return;
-    // The clipboard is read as 8-bit text, converted into a block that is mapped in huge
-    // pages: a fresh heap block of the size of a large paste costs more in page faults than
-    // the conversion itself.
-    const QString wide = md->text();
-    if (wide.isEmpty())
+    // The clipboard's text is pasted as it comes, without a converted copy (a fresh block of
+    // the size of a large paste cost more in page faults than the rest of the paste).
+    const QString text = md->text();
+    if (text.isEmpty())
         return;
-    QStringEncoder toLocal(QStringConverter::System);
-    const qsizetype room = toLocal.requiredSpace(wide.size());
-    KwLargeAllocator<char> alloc;
-    char* bytes = alloc.allocate(std::size_t(room));
-    const std::size_t n = std::size_t(toLocal.appendToBuffer(bytes, wide) - bytes);
-    struct Release
-    {
-        KwLargeAllocator<char>& alloc;
-        char* p;
-        std::size_t size;
-        ~Release() { alloc.deallocate(p, size); }
-    } release{alloc, bytes, std::size_t(room)};
     QString first;
-    m_pOwner->PasteToCell(std::string_view(bytes, n), row, 0, &first);
+    m_pOwner->PasteToCell(text, row, 0, &first);
 }
 
 void CKwNonLinearEditList::DeleteSelectedRows()

@@ -86,7 +86,7 @@ public:
 
     // --- paste ---
     void PasteToCell(const QString& text, int row, int col, QString* first);
-    // The same on 8-bit text (the clipboard's), without a detour through UTF-16.
+    // The same on 8-bit text, without a detour through UTF-16.
     void PasteToCell(std::string_view text, int row, int col, QString* first);
 
     // --- labels ---
@@ -155,5 +155,8 @@ protected:
 private:
     friend class CKwNonLinearEditList;
     void addRow(int index, std::string_view x, std::string_view y);
+    // The paste on 8-bit or UTF-16 text, one pass either way.
+    template <class Ch>
+    void pasteText(std::basic_string_view<Ch> text, int row, int col, QString* first);
     void formatInto(int row, int col, int unitType, double value);
 };
