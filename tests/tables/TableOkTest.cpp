@@ -16,7 +16,9 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -37,20 +39,21 @@ struct OpenTable
             table.AddPoint(0.01, 2e8);
             auto* m = new CKwMaterialNonlinearDialog(&table, &units, host.view.get());
             base = m;
-            dialog.reset(m);
+            dialog = m;
         } else {
             table.AddPoint(0, 0);
             table.AddPoint(1, 2);
             CKwTableDialog* t = CKwTableDialog::NewFor(&table);
             t->SetTable(host.view.get(), &table, &units);
             base = t;
-            dialog.reset(t);
+            dialog = t;
         }
-        static_cast<CKwMFCDialog*>(dialog.get())->Create();
+        static_cast<CKwMFCDialog*>(dialog.data())->Create();
         dialog->show();
         dialog->activateWindow();
-        (void)QTest::qWaitForWindowActive(dialog.get());
+        (void)QTest::qWaitForWindowActive(dialog.data());
     }
+    ~OpenTable() { delete dialog.data(); }
     CKwNonLinearEditList& list() { return base->GetList(); }
     QRect cell(int row, int col) { return list().visualRect(list().Model()->index(row, col)); }
     QLineEdit* editor() { return list().viewport()->findChild<QLineEdit*>(); }
@@ -67,7 +70,7 @@ struct OpenTable
         const int id = table.GetTableType() == CKwTable::StressStrainCurve
                            ? int(CKwMaterialNonlinearDialog::IDC_BUTTON_OK)
                            : int(CKwTableDialog::IDC_BUTTON_OK);
-        KwControl<QPushButton>(dialog.get(), id)->click();
+        KwControl<QPushButton>(dialog.data(), id)->click();
         QApplication::processEvents();
     }
     std::vector<double> column(bool x) const
@@ -82,7 +85,8 @@ struct OpenTable
     KW_UOM units;
     CKwTable table;
     CKwNonlinearDialogBase* base = nullptr;
-    std::unique_ptr<QWidget> dialog;
+    // Guarded: OK of a modeless dialog deletes it later.
+    QPointer<QWidget> dialog;
 };
 
 const CKwTable::TableType kAllKinds[] = {CKwTable::General, CKwTable::TimeCurve,
@@ -252,7 +256,7 @@ TEST(TableLabels, columnHeadsAndBoxLabelsCarryTheUnits)
         EXPECT_EQ(m->headerData(1, Qt::Horizontal).toString().toStdString(), h.y);
         if (h.kind == CKwTable::StressStrainCurve) {
             auto label = [&](int id) {
-                return KwControl<QLabel>(t.dialog.get(), id)->text().toStdString();
+                return KwControl<QLabel>(t.dialog.data(), id)->text().toStdString();
             };
             EXPECT_EQ(label(CKwMaterialNonlinearDialog::IDC_LABEL_STRAIN), "Strain:");
             EXPECT_EQ(label(CKwMaterialNonlinearDialog::IDC_LABEL_STRESS),
@@ -333,10 +337,91 @@ TEST(TableRows, compressDropsPointsExactlyTheToleranceApart)
     t.list().DeleteSelectedRows();
     for (const char* x : {"2e-15", "1e-15", "0"})
         t.base->Add(QString::fromLatin1(x), QString::fromLatin1(x));
-    KwControl<QPushButton>(t.dialog.get(), CKwTableDialog::IDC_SORT)->click();
+    KwControl<QPushButton>(t.dialog.data(), CKwTableDialog::IDC_SORT)->click();
     ASSERT_EQ(t.base->GetRowCount(), 2);
     EXPECT_EQ(t.list().Model()->cellText(0, 1), QStringLiteral("0"));
     EXPECT_EQ(t.list().Model()->cellText(1, 1), QStringLiteral("2e-15"));
+}
+
+TEST(TableOpen, storedPointsBecomeTextWhenTheyAreNeeded)
+{
+    // A stored table opens with its rows as numbers: painted rows are formatted for the paint,
+    // idle time formats slices, and anything that reads or changes cells formats all first.
+    kwtest::Host host;
+    constexpr int n = 50000;
+    KW_UOM units(KW_UOM::MMNS);
+    CKwTable table(4, QStringLiteral("Big"), CKwTable::General);
+    table.GetYFunction()->SetUnitType(KwUnitKind::Stress);
+    for (int i = 0; i < n; ++i)
+        table.AddPoint(i * 0.5, i % 7 == 0 ? MissingDouble : i * 1e6);
+    // What a row shows: X as it is, Y in MPa, a missing Y empty.
+    const auto shown = [](int i, int col) {
+        if (col == 0)
+            return CKwNonlinearDialogBase::FormatValue(i * 0.5);
+        return i % 7 == 0 ? QString() : CKwNonlinearDialogBase::FormatValue(i * 1.0);
+    };
+    const struct
+    {
+        const char* change;
+    } changes[] = {{"read"}, {"delete"}, {"edit"}, {"insert"}, {"ok"}};
+    for (const auto& c : changes) {
+        const std::string what = c.change;
+        QPointer<CKwTableDialog> d(CKwTableDialog::NewFor(&table));
+        const auto cleanup = qScopeGuard([&d] { delete d.data(); });
+        d->SetTable(host.view.get(), &table, &units);
+        d->Create();
+        KwPointTableModel* m = d->GetList().Model();
+        ASSERT_EQ(d->GetRowCount(), n);
+        ASSERT_EQ(m->rows(), n + 1);
+        EXPECT_EQ(m->pendingRows(), n) << what;
+        for (int r : {0, 7, 8, n - 1})
+            for (int col = 0; col < 2; ++col)
+                EXPECT_EQ(m->data(m->index(r, col)).toString(), shown(r, col)) << what << r;
+        QApplication::processEvents(); // one idle slice
+        EXPECT_GT(m->pendingRows(), 0) << what;
+        EXPECT_LT(m->pendingRows(), n) << what;
+        std::vector<int> expect(n); // the original row each row holds afterwards
+        for (int i = 0; i < n; ++i)
+            expect[std::size_t(i)] = i;
+        if (what == "read") {
+            EXPECT_EQ(m->cellText(n - 2, 0), shown(n - 2, 0));
+        } else if (what == "delete") {
+            d->GetList().SelectRow(40000);
+            d->GetList().DeleteSelectedRows();
+            expect.erase(expect.begin() + 40000);
+        } else if (what == "edit") {
+            m->setCellText(45000, 1, QStringLiteral("12.5"));
+        } else if (what == "insert") {
+            d->InsertRow(30000, QStringLiteral("-1"), QStringLiteral("-2"));
+            expect.insert(expect.begin() + 30000, -1);
+        } else {
+            d->OnOK();
+        }
+        EXPECT_EQ(m->pendingRows(), 0) << what;
+        ASSERT_EQ(d->GetRowCount(), int(expect.size())) << what;
+        ASSERT_EQ(m->rows(), d->GetRowCount() + 1) << what;
+        for (int r = 0; r < d->GetRowCount(); r += 997) {
+            const int i = expect[std::size_t(r)];
+            if (i < 0)
+                continue;
+            EXPECT_EQ(m->cellText(r, 0), shown(i, 0)) << what << " row " << r;
+            if (!(what == "edit" && r == 45000))
+                EXPECT_EQ(m->cellText(r, 1), shown(i, 1)) << what << " row " << r;
+        }
+        EXPECT_EQ(m->cellText(30000, 0),
+                  expect[30000] < 0 ? QStringLiteral("-1") : shown(expect[30000], 0))
+            << what;
+        EXPECT_EQ(m->cellText(45000, 1),
+                  what == "edit" ? QStringLiteral("12.5") : shown(expect[45000], 1))
+            << what;
+        if (what == "ok") {
+            // Back in internal units, missing stays missing.
+            ASSERT_EQ(table.GetPointCount(), n);
+            EXPECT_DOUBLE_EQ(table.GetYFunction()->GetValue(12345), 12345e6);
+            EXPECT_TRUE(IsMissingValue(table.GetYFunction()->GetValue(14)));
+            EXPECT_EQ(table.GetYFunction()->GetUnitType(), KwUnitKind::Stress);
+        }
+    }
 }
 
 } // namespace
