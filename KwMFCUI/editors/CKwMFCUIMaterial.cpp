@@ -347,7 +347,7 @@ void CKwMFCUIMaterial::makeOrthotropicMatrix()
                                 this);
     KwSetControlId(group, kOrthoMatrixId);
     auto* grid = new QGridLayout(group);
-    // Room for the widest number "%.5g" gives, sign and exponent included; a line edit keeps
+    // Room for the widest number a cell shows, sign and exponent included; a line edit keeps
     // its frame and two pixels either side of its text.
     const int wide = fontMetrics().horizontalAdvance(QStringLiteral("-8.8888e+05 ")) +
                      2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 2);
@@ -388,7 +388,12 @@ void CKwMFCUIMaterial::showOrthotropicStiffness()
         for (int c = r; c < 6; ++c) {
             const double v = s.status == KwOrthotropicStiffness::Ok ? s.At(r, c) : MissingDouble;
             QLineEdit* cell = m_orthoCells[std::size_t(k++)];
-            const QString text = K::FormatValue(v, KwUnitKind::Stress, units);
+            // Computed, not typed: five digits tell the stiffnesses apart and keep the grid
+            // narrow; the constants they come from keep all their digits in the table.
+            const QString text =
+                IsMissingValue(v) ? QString()
+                                  : QString::asprintf("%.5g", (units ? units : &si)->GetDisplayValue(
+                                                                  v, KwUnitKind::Stress));
             if (cell->text() != text) {
                 cell->setText(text);
                 cell->setCursorPosition(0);

@@ -156,6 +156,9 @@ void CKwOrthotropic3DDlg::OnOK()
     for (std::size_t r = 0; r < rows.size(); ++r) {
         const int key = rows[r];
         const QString text = m_edits[r]->text().trimmed();
+        // A field left as it was shown keeps its value to the last digit.
+        if (text == K::FormatValue(copy.GetValue(key), K::UnitKind(key), units()))
+            continue;
         if (text.isEmpty()) {
             copy.SetValue(key, MissingDouble);
             continue;

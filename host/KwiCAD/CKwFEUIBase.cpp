@@ -56,6 +56,11 @@ QString FormatShown(double internalValue, int unitKind, const KW_UOM* units)
     return FormatNumber(units ? units->GetDisplayValue(internalValue, unitKind) : internalValue);
 }
 
+bool ShowsUnchanged(const QString& text, const QString& shown)
+{
+    return text.trimmed() == shown;
+}
+
 QString FillArgs(QString text, std::initializer_list<QString> args)
 {
     qsizetype from = 0;

@@ -524,7 +524,7 @@ void CKwUILoad::loadTypeDependent(bool keepTypedValues)
 void CKwUILoad::readNumber(int code, int unitKind, double* target)
 {
     QString text;
-    if (!GetControlText(code, text))
+    if (!GetControlText(code, text) || KwEntityLogic::ShowsUnchanged(text, shown(*target, unitKind)))
         return;
     int status = KW_UOM::ParseOk;
     QString seen;

@@ -129,6 +129,8 @@ void CKwUIMaterial::UpdateObjectData(bool)
         if (!GetControlText(code, text))
             return;
         text = text.trimmed();
+        if (KwEntityLogic::ShowsUnchanged(text, K::FormatValue(*out, kind, units)))
+            return;
         if (text.isEmpty()) {
             *out = MissingDouble;
             return;

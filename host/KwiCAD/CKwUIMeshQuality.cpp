@@ -42,9 +42,17 @@ constexpr CheckText kCheckTexts[CKwMeshModel::QualityCheckCount] = {
     {"GroupTetrahedra", "Tetrahedra", "LabelJacobian", "Jacobian"},
 };
 
+// A limit is a float: its shortest text of at most ten digits that reads back as the same
+// float, so that a typed 184220.5 shows as typed and 1e-7 does not show its float's tail.
 QString limitText(float limit)
 {
-    return QString::asprintf("%.6g", static_cast<double>(limit));
+    const double v = static_cast<double>(limit);
+    for (int digits = 6; digits < 10; ++digits) {
+        const QString text = QString::asprintf("%.*g", digits, v);
+        if (static_cast<float>(text.toDouble()) == limit)
+            return text;
+    }
+    return QString::asprintf("%.10g", v);
 }
 
 } // namespace
@@ -157,7 +165,8 @@ void CKwUIMeshQuality::UpdateObjectData(bool)
         const auto check = static_cast<Q>(c);
         m_readStatus[c] = 0;
         QString text;
-        if (!GetControlText(CodeLimitFirst + c, text))
+        if (!GetControlText(CodeLimitFirst + c, text)
+            || KwEntityLogic::ShowsUnchanged(text, limitText(p->GetQualityLimit(check))))
             continue;
         const int kind = UnitKindOf(check);
         int status = KW_UOM::ParseOk;

@@ -89,6 +89,9 @@ void CKwUIPhysicalProperty::UpdateObjectData(bool)
     UpdateNameAndID(CodeName, CodeID);
     if (GetControlText(CodeThickness, text)) {
         text = text.trimmed();
+        if (KwEntityLogic::ShowsUnchanged(
+                text, formatValue(p->m_thickness, KwUnitKind::Length, *GetUnits())))
+            return;
         // A text that is no number leaves the thickness as it was and is refused on submit.
         m_badThickness = !text.isEmpty() && !IsNumber(text);
         if (text.isEmpty())
@@ -246,7 +249,10 @@ bool CKwUIPhysicalProperty::SetShellOptionTexts(const QString (&texts)[ShellOpti
     for (int i = 0; i < ShellOptionCount; ++i) {
         const QString t = texts[i].trimmed();
         QString problem;
-        if (!IsNumber(t))
+        if (KwEntityLogic::ShowsUnchanged(t, GetShellOptionText(i)))
+            values[i] = i == ShellOffset ? p->m_shellOffset
+                      : i == ShellBendingRatio ? p->m_bendingRatio : p->m_shearRatio;
+        else if (!IsNumber(t))
             problem = GetUnits()->GetErrorMessageForUnit(ShellOptionUnitKind(i));
         else
             values[i] = GetUnits()->ToInternalValue(KwAtof(t), ShellOptionUnitKind(i));

@@ -103,8 +103,10 @@ void CKwUIRestraint::UpdateObjectData(bool)
     UpdateNameAndID(CodeName, CodeID);
     if (GetControlText(CodeTemperature, text)) {
         const KW_UOM* units = m_pView ? m_pView->GetUnitHolder() : nullptr;
-        r->m_temperature =
-            CFMView::GetDoubleFromString(units, text, KwUnitKind::Temperature, units ? 1 : 0);
+        if (!KwEntityLogic::ShowsUnchanged(
+                text, KwEntityLogic::FormatShown(r->m_temperature, KwUnitKind::Temperature, units)))
+            r->m_temperature = CFMView::GetDoubleFromString(units, text, KwUnitKind::Temperature,
+                                                            units ? 1 : 0);
     }
 }
 

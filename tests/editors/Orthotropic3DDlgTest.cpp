@@ -60,7 +60,7 @@ TEST_F(Orthotropic3D, showsAndTakesValuesInTheViewsUnits)
 {
     ASSERT_EQ(CKwOrthotropic3DDlg::Rows().size(), 24u);
     const int status = run([&](CKwOrthotropic3DDlg& d) {
-        EXPECT_EQ(d.Edit(row(K::E1))->text(), "1.81e+05"); // MPa
+        EXPECT_EQ(d.Edit(row(K::E1))->text(), "181000"); // MPa
         EXPECT_EQ(d.Edit(row(K::NUYZ))->text(), "0.49");
         EXPECT_EQ(d.Edit(row(K::E2))->text(), "");
         EXPECT_EQ(KwControl<QLabel>(&d, CKwOrthotropic3DDlg::kUnitIdBase + row(K::XT))->text(),

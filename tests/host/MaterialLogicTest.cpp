@@ -80,11 +80,11 @@ TEST(MaterialKeys, startupTableKeepsItsOrderLabelsAndSpellings)
     EXPECT_TRUE(K::Key(66).isEmpty());
 }
 
-TEST(MaterialKeys, valuesShowWithFiveDigitsInDisplayUnits)
+TEST(MaterialKeys, valuesShowWithTenDigitsInDisplayUnits)
 {
     const KW_UOM mm(KW_UOM::MMNS);
-    EXPECT_EQ(K::FormatValue(2.05e11, K::UnitKind(K::EX), &mm), "2.05e+05");
-    EXPECT_EQ(K::FormatValue(0.123456789, K::UnitKind(K::NUXY), &mm), "0.12346");
+    EXPECT_EQ(K::FormatValue(2.05e11, K::UnitKind(K::EX), &mm), "205000");
+    EXPECT_EQ(K::FormatValue(0.123456789, K::UnitKind(K::NUXY), &mm), "0.123456789");
     EXPECT_EQ(K::FormatValue(293.15, K::UnitKind(K::REFT), &mm), "20");
     EXPECT_EQ(K::FormatValue(MissingDouble, K::UnitKind(K::EX), &mm), "");
     // Without a unit system: SI, angles in degrees as the table labels them.
@@ -115,7 +115,7 @@ TEST_F(MaterialLogic, fillsControlsInDisplayUnitsAndReadsThemBack)
     CKwMaterial* steel = host.model->m_materials.first();
     logic.OnCreate(host.view.get(), steel, nullptr);
     logic.LoadObjectData();
-    EXPECT_EQ(logic.value("EX"), "2e+05"); // MPa in the host's mm-N-MPa system
+    EXPECT_EQ(logic.value("EX"), "200000"); // MPa in the host's mm-N-MPa system
     EXPECT_EQ(logic.value("DENS"), "7.9e-09");
     EXPECT_EQ(logic.texts[CKwUIMaterial::CodeUnitFirst + K::EX], "MPa");
     EXPECT_EQ(logic.value("GXY"), "");

@@ -33,6 +33,10 @@ KWICAD_EXPORT QList<int> NewEntitySubcaseIds(const CKwSubCase* subcase,
 KWICAD_EXPORT QString FormatNumber(double value);
 // An internal value in the display unit of `unitKind` (SI without units); empty when missing.
 KWICAD_EXPORT QString FormatShown(double internalValue, int unitKind, const KW_UOM* units);
+// Whether a field still shows the text it was filled with. Ten digits do not always hold a
+// value (123456789.25, or a value after its unit's conversion): a field the user left alone
+// keeps the stored value exactly instead of the number its text reads as.
+KWICAD_EXPORT bool ShowsUnchanged(const QString& text, const QString& shown);
 // Fills the "%s" of a message in order; surplus arguments are dropped, and a "%s" inside an
 // argument is never filled again.
 KWICAD_EXPORT QString FillArgs(QString text, std::initializer_list<QString> args);

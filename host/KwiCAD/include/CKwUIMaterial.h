@@ -2,7 +2,7 @@
 // Logic of the material editor. It fills the dialog only through control codes (name, ID,
 // description, one value edit and one unit label per property key, the extra values and the
 // stiffness matrix cells) and takes the type and the sub-choices through the value interface.
-// Values travel as text in the view's units ("%.5g") and are kept internally in SI. It
+// Values travel as text in the view's units ("%.10g") and are kept internally in SI. It
 // validates with its own field messages, loads a material from a database file into the edit
 // copy (all or nothing) and writes the material into the model on submit.
 #include "CKwFEUIBase.h"
@@ -61,7 +61,7 @@ public:
     // Internal value; MissingDouble when unset or for an unknown key.
     double GetPropertyValue(const QString& key) const;
     bool SetPropertyValue(const QString& key, double internalValue);
-    // The value as the dialog shows it ("%.5g" in display units), empty when unset.
+    // The value as the dialog shows it ("%.10g" in display units), empty when unset.
     QString GetPropertyText(const QString& key) const;
     // Takes a shown value; an empty text unsets it. False (nothing stored) for an unknown key
     // or a text that is not a number.

@@ -43,9 +43,9 @@ KWICAD_EXPORT QString Label(int index);
 // table without a unit system (or for a kind the system does not convert).
 KWICAD_EXPORT QString UnitLabel(int index, const KW_UOM* units);
 
-// How a property value is shown: "%.5g" after conversion to display units; a missing value
-// is an empty text.
+// How a property value is shown: "%.10g" after conversion to display units, as every editable
+// number; a missing value is an empty text.
 KWICAD_EXPORT QString FormatValue(double internalValue, int unitKind, const KW_UOM* units);
-inline constexpr const char* ValueFormat = "%.5g";
+inline constexpr const char* ValueFormat = "%.10g";
 
 } // namespace KwMaterialKeys

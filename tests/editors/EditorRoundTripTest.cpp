@@ -1,0 +1,153 @@
+// Every entity editor opened on a stored entity whose values have more digits than a field
+// shows, or turn awkward in the display unit, and closed with OK untouched: the stored entity
+// keeps every value to the last bit.
+#include "CFMView.h"
+#include "CKwFEModel.h"
+#include "CKwLoad.h"
+#include "CKwMaterial.h"
+#include "CKwMeshModel.h"
+#include "CKwMeshQualityResultsDialog.h"
+#include "CKwPhysicalProperty.h"
+#include "CKwRestraint.h"
+#include "KwControls.h"
+#include "KwMaterialKeys.h"
+#include "KwTestSupport.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <functional>
+#include <ostream>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+namespace K = KwMaterialKeys;
+using M = CKwMeshModel;
+
+// What an editor is opened on, and the values of it that OK must leave alone.
+struct Case
+{
+    const char* editor;
+    unsigned kind;
+    std::function<void*(CKwFEModel&)> prepare; // sets the awkward values, returns the entity
+    std::function<std::vector<double>(CKwFEModel&)> values;
+};
+
+void PrintTo(const Case& c, std::ostream* os) { *os << c.editor; }
+
+const double kWide = 123456789.25; // eleven digits
+const double kOdd = 184220.5;
+const double kTiny = 1e-7;
+
+const Case kCases[] = {
+    {"remote force", 0,
+     [](CKwFEModel& m) -> void* {
+         CKwLoad* l = m.m_loads[2];
+         l->m_magnitude = kOdd;
+         l->m_location = {kTiny, kWide, kOdd};
+         l->m_direction = {kOdd, kTiny, kWide};
+         return l;
+     },
+     [](CKwFEModel& m) {
+         const CKwLoad* l = m.m_loads[2];
+         return std::vector<double>{l->m_magnitude, l->m_location[0], l->m_location[1],
+                                    l->m_location[2], l->m_direction[0], l->m_direction[1],
+                                    l->m_direction[2]};
+     }},
+    {"convection", 0,
+     [](CKwFEModel& m) -> void* {
+         CKwLoad* l = m.m_loads[3];
+         l->m_ambientTemperature = kOdd;
+         l->m_convectionCoefficient = kWide;
+         return l;
+     },
+     [](CKwFEModel& m) {
+         const CKwLoad* l = m.m_loads[3];
+         return std::vector<double>{l->m_ambientTemperature, l->m_convectionCoefficient};
+     }},
+    {"constraint", 1,
+     [](CKwFEModel& m) -> void* {
+         m.m_restraints[0]->m_temperature = kWide;
+         return m.m_restraints[0];
+     },
+     [](CKwFEModel& m) { return std::vector<double>{m.m_restraints[0]->m_temperature}; }},
+    {"material", 2,
+     [](CKwFEModel& m) -> void* {
+         CKwMaterial* mat = m.m_materials[1];
+         mat->SetValue(K::EX, kOdd * 1e6); // shown in MPa: 184220.5
+         mat->SetValue(K::NUXY, kTiny);
+         mat->SetValue(K::DENS, kWide);
+         return mat;
+     },
+     [](CKwFEModel& m) {
+         std::vector<double> out;
+         for (int i = 0; i < K::Count; ++i)
+             out.push_back(m.m_materials[1]->GetValue(i));
+         return out;
+     }},
+    {"physical property", 34,
+     [](CKwFEModel& m) -> void* {
+         m.m_properties[0]->m_thickness = kWide;
+         return m.m_properties[0];
+     },
+     [](CKwFEModel& m) { return std::vector<double>{m.m_properties[0]->m_thickness}; }},
+    {"mesh quality", 9,
+     [](CKwFEModel& m) -> void* {
+         m.m_mesh->SetQualityLimit(M::QuadAspectRatio, float(kOdd));
+         m.m_mesh->SetQualityLimit(M::QuadSkew, float(kTiny));
+         m.m_mesh->SetQualityLimit(M::QuadWarpage, float(kWide));
+         m.m_mesh->SetQualityLimit(M::TriaJacobian, float(kTiny));
+         return static_cast<CKwFEBase*>(m.m_mesh);
+     },
+     [](CKwFEModel& m) {
+         std::vector<double> out;
+         for (int c = 0; c < M::QualityCheckCount; ++c)
+             out.push_back(m.m_mesh->GetQualityLimit(static_cast<M::QualityCheck>(c)));
+         return out;
+     }},
+};
+
+class EditorRoundTrip : public ::testing::TestWithParam<Case>
+{
+protected:
+    void SetUp() override { kwtest::IsolateSettings(); }
+    void TearDown() override
+    {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (dynamic_cast<CKwMeshQualityResultsDialog*>(w))
+                delete w;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    kwtest::Host host;
+};
+
+TEST_P(EditorRoundTrip, okOnAnUntouchedEditorKeepsEveryStoredValue)
+{
+    const Case& c = GetParam();
+    DialogLaunchRequest r = host.Request(c.kind);
+    r.object = c.prepare(*host.model);
+    r.analysis = host.model->m_analyses.at(0);
+    const std::vector<double> before = c.values(*host.model);
+    LaunchDialog(&r);
+    QWidget* d = host.view->GetOpenDialog();
+    ASSERT_NE(d, nullptr);
+    KwControl<QPushButton>(d, 1)->click();
+    EXPECT_EQ(host.view->GetOpenDialog(), nullptr)
+        << "OK refused: " << qPrintable(host.view->GetLastBubbleText());
+    const std::vector<double> after = c.values(*host.model);
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(after[i], before[i]) << c.editor << ", value " << i;
+}
+
+INSTANTIATE_TEST_SUITE_P(Editors, EditorRoundTrip, ::testing::ValuesIn(kCases),
+                         [](const ::testing::TestParamInfo<Case>& info) {
+                             std::string name = info.param.editor;
+                             for (char& ch : name)
+                                 if (ch == ' ')
+                                     ch = '_';
+                             return name;
+                         });
+
+} // namespace
