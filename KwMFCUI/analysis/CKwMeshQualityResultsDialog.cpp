@@ -6,6 +6,7 @@
 #include "KwLangText.h"
 #include "KwMessageBox.h"
 #include "KwMethodLogger.h"
+#include "KwStyle.h"
 #include "ui_CKwMeshQualityResultsDialog.h"
 
 #include <QAction>
@@ -109,6 +110,8 @@ void CKwMeshQualityResultsDialog::SetTextToCurrentLang()
     if (m_model) {
         m_model->RetranslateTexts();
         m_ui->summary->setText(GetSummaryText());
+        // The heads are longer in some languages than the columns' first widths.
+        KwStyle::FitHeaders(m_ui->list);
     }
 }
 

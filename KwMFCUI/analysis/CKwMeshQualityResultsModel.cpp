@@ -4,6 +4,7 @@
 #include "KW_UOM.h"
 #include "KwLangText.h"
 #include "KwNumbers.h"
+#include "KwStyle.h"
 
 #include <QBrush>
 #include <QColor>
@@ -222,9 +223,9 @@ QVariant CKwMeshQualityResultsModel::data(const QModelIndex& index, int role) co
         return tip.isEmpty() ? QVariant() : QVariant(tip);
     }
     case Qt::TextAlignmentRole:
-        return index.column() >= ColumnAspectRatio
-                   ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter))
-                   : QVariant(int(Qt::AlignLeft | Qt::AlignVCenter));
+        // The element type is a word; the ID and the measures are numbers.
+        return index.column() == ColumnType ? QVariant(int(KwStyle::TextAlignment))
+                                            : QVariant(int(KwStyle::NumberAlignment));
     case RawValueRole: {
         const auto& rec = RecordAt(index.row());
         if (index.column() == ColumnId)

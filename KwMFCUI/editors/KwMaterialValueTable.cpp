@@ -1,6 +1,7 @@
 #include "KwMaterialValueTable.h"
 
 #include "CKwMaterial.h"
+#include "KwStyle.h"
 #include "KwTextCellDelegate.h"
 
 #include <QFont>
@@ -141,6 +142,8 @@ QVariant KwMaterialValueModel::data(const QModelIndex& index, int role) const
         default: return {};
         }
     }
+    if (role == Qt::TextAlignmentRole && index.column() == Value)
+        return QVariant(int(KwStyle::NumberAlignment));
     if (role == Qt::ToolTipRole && index.column() == Value && !tip[key].isEmpty())
         return tip[key];
     // The values stand out as the column to type in.

@@ -1,6 +1,7 @@
 #include "CKwMsgDialog.h"
 
 #include "KwLangText.h"
+#include "KwStyle.h"
 #include "ui_CKwMsgDialog.h"
 
 CKwMsgDialog::CKwMsgDialog(const QList<int>& ids, QWidget* parent)
@@ -20,6 +21,8 @@ bool CKwMsgDialog::OnInitDialog()
     for (int id : std::as_const(m_ids))
         lines << QString::asprintf("%d", id);
     m_ui->ids->addItems(lines);
+    for (int i = 0; i < m_ui->ids->count(); ++i)
+        m_ui->ids->item(i)->setTextAlignment(KwStyle::NumberAlignment);
     return CKwMFCDialog::OnInitDialog();
 }
 
