@@ -7,6 +7,7 @@
 #include "KW_UOM.h"
 #include "KwControls.h"
 #include "KwMessageBox.h"
+#include "KwStyle.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
 #include "KwTableLookup.h"
@@ -15,6 +16,9 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <algorithm>
 #include <tuple>
 #include <vector>
 
@@ -168,6 +172,17 @@ CKwMFCUILoad::CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int, CFMView* vie
     SetTypePanels(panelTable(), CodeEntities);
     SetSubcaseList(1535, CodeSubcaseSelection);
     SetUnitSystem(units);
+    KwStyle::ApplyDialogLayout(m_ui->outer);
+    KwStyle::ApplyGroupLayout(m_ui->specBox);
+    KwStyle::ApplyFormGrid(m_ui->topGrid);
+    for (QGridLayout* grid :
+         {m_ui->panelMagnitudeGrid, m_ui->panelDirectionGrid, m_ui->panelDistributionGrid,
+          m_ui->panelAmbientGrid, m_ui->panelConvectionGrid, m_ui->panelRadiationGrid,
+          m_ui->panelLocationGrid, m_ui->panelResultsGrid}) {
+        grid->setContentsMargins(0, 0, 0, 0);
+        grid->setHorizontalSpacing(KwStyle::ColumnSpacing);
+        grid->setVerticalSpacing(KwStyle::RowSpacing);
+    }
     m_ui->hideMembers->SetToolTips(
         {"Loads", "ToolTipHideStructuralMember", "Hide all bodies"},
         {"Loads", "ToolTipShowStructuralMember", "Show all bodies"});
@@ -342,6 +357,30 @@ void CKwMFCUILoad::showTypeExtras()
         SetValue(FieldPickTarget, PickEntities);
         SetActiveSelectionBox(m_ui->selection);
     }
+    alignSpecColumns();
+}
+
+void CKwMFCUILoad::alignSpecColumns()
+{
+    QGridLayout* const grids[] = {m_ui->panelMagnitudeGrid, m_ui->panelDirectionGrid,
+                                  m_ui->panelAmbientGrid,   m_ui->panelConvectionGrid,
+                                  m_ui->panelRadiationGrid, m_ui->panelLocationGrid,
+                                  m_ui->panelResultsGrid};
+    int width = 0;
+    for (QGridLayout* grid : grids) {
+        if (grid->parentWidget()->isHidden())
+            continue;
+        for (int i = 0; i < grid->count(); ++i) {
+            int row = 0, column = 0, rows = 0, columns = 0;
+            grid->getItemPosition(i, &row, &column, &rows, &columns);
+            auto* label = qobject_cast<QLabel*>(grid->itemAt(i)->widget());
+            // A label over the whole width (the location's heading) is no row label.
+            if (label && column == 0 && columns == 1 && !label->isHidden())
+                width = std::max(width, label->sizeHint().width());
+        }
+    }
+    for (QGridLayout* grid : grids)
+        grid->setColumnMinimumWidth(0, width);
 }
 
 void CKwMFCUILoad::onLocationMode()

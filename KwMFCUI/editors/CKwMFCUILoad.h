@@ -55,6 +55,9 @@ private:
     void adviseOn(int type);
     void showOpeningPrompt();
     void showTypeExtras();
+    // The panels of "Load Definition" are grids of their own: their labels get one width, so
+    // that the fields of every shown panel start at the same x.
+    void alignSpecColumns();
     void onSubtype(int row);
     void onTableRow(int use, int row);
     // "Define New Table" and the combo's "New Table": the id of the table kept, 0 on cancel.
