@@ -1,7 +1,7 @@
 #pragma once
-// A button that shows a colour: the stored colour fills it, a three-dimensional frame (light
-// top and left, shadow bottom and right) surrounds it. A click opens the colour chooser seeded
-// with the stored colour and the user's custom colours, which are kept for the next use.
+// A button that shows a colour: a push button whose face holds a framed patch of the stored
+// colour, with the colour's name as its tool tip. A click opens the colour chooser seeded with
+// the stored colour and the user's custom colours, which are kept for the next use.
 // Colours are 0x00BBGGRR values.
 #include "KwMFCUIExport.h"
 
@@ -18,6 +18,9 @@ public:
 
     static QColor ToQColor(unsigned colorRef);
     static unsigned FromQColor(const QColor& color);
+    // The colour's name in the current language for the colours that have one (black, red,
+    // dark blue, ...), else its "#RRGGBB" code.
+    static QString ColorName(unsigned colorRef);
 
     // Runs the colour chooser (modal). A chosen colour is stored and reported; the custom
     // colours are saved whether or not one was chosen.
@@ -29,6 +32,8 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // The tool tip is named again when it shows, so that it follows a change of language.
+    bool event(QEvent* event) override;
 
 private:
     unsigned m_color = 0x00FF0000;

@@ -25,23 +25,6 @@ struct Expected
 };
 
 const Expected kExpected[] = {
-    // The load editor: the coordinates row of a remote force or a hydrostatic load starts its
-    // three fields left of the magnitude's field (its label is shorter and it sits in a grid
-    // of its own); in German the hydrostatic panel's labels push a third start.
-    {"kind00-load-remote-force.png", "field-columns groupSpecs", Both},
-    {"kind00-load-hydrostatic.png", "field-columns groupSpecs", Both},
-    // The material editor's value column shows numbers left-aligned.
-    {"kind02-material.png", "number-left valueTable/col2", Both},
-    {"kind02-material-orthotropic-3d.png", "number-left valueTable/col2", Both},
-    {"kind02-material-hyperelastic.png", "number-left valueTable/col2", Both},
-    // The invalid IDs warning lists its IDs left-aligned.
-    {"kind70-warning-invalid-ids.png", "number-left ids/col0", Both},
-    // The failed elements window: element IDs left-aligned; in German the heads of the aspect
-    // ratio, warpage and taper columns are wider than their columns.
-    {"meshquality-failed-elements.png", "number-left list/col0", Both},
-    {"meshquality-failed-elements.png", "header-wider list/col2", De},
-    {"meshquality-failed-elements.png", "header-wider list/col4", De},
-    {"meshquality-failed-elements.png", "header-wider list/col5", De},
     // The cross-section definition (all six pictures): the shape combo (1277 "Shape:") and the
     // reference point combo (1314) start at different x in the dialog's left column.
     {"CKwDefineCrossSectionDlg-1", "field-columns KwDialog327", Both},
