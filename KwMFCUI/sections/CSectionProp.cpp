@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -102,6 +103,15 @@ CSectionProp::CSectionProp(QWidget* parent, const QList<QList<SymMatrixUtils::Po
     pl->addWidget(m_edit);
     lay->addWidget(section);
     lay->addWidget(props, 1);
+    // The report only informs: one button closes it.
+    auto* close = new QPushButton(this);
+    KwSetControlId(close, IDC_CLOSE);
+    close->setDefault(true);
+    connect(close, &QPushButton::clicked, this, [this] { OnOK(); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(close);
+    pl->addLayout(buttons);
 }
 
 void CSectionProp::SetTextToCurrentLang()
@@ -109,6 +119,7 @@ void CSectionProp::SetTextToCurrentLang()
     setWindowTitle(KwPropText(kPP, "LabelSectionProp", "Section Properties"));
     KwSetControlText(this, IDC_GROUP_SECTION, KwPropText(kPP, "LabelSection", "Section"));
     KwSetControlText(this, IDC_GROUP_PROPERTIES, KwPropText(kPP, "LabelProperties", "Properties"));
+    KwSetControlText(this, IDC_CLOSE, KwPropText("General", "ButtonClose", "Close"));
 }
 
 QString CSectionProp::BuildReport(const double* d, double pierceZ, double pierceY,
@@ -190,25 +201,10 @@ bool CSectionProp::OnInitDialog()
     KW_UOM fallback;
     m_report = BuildReport(m_data.data(), m_pierceZ, m_pierceY, m_units ? *m_units : fallback, m_form);
     m_edit->setFont(QFont(QStringLiteral("Arial Unicode MS"), 9));
-    // The report keeps its tab runs (copies of it line up in a fixed-width editor); on screen
-    // the values stand in one column: one tab each, stopped just past the widest label.
-    const QFontMetricsF fm(m_edit->font());
-    qreal widest = 0;
-    QStringList shown;
-    for (const QString& line : m_report.split(QStringLiteral("\r\n"))) {
-        const qsizetype tab = line.indexOf(QLatin1Char('\t'));
-        if (tab < 0) {
-            shown << line;
-            continue;
-        }
-        qsizetype value = tab;
-        while (value < line.size() && line.at(value) == QLatin1Char('\t'))
-            ++value;
-        widest = std::max(widest, fm.horizontalAdvance(line.left(tab)));
-        shown << line.left(tab) + QLatin1Char('\t') + line.mid(value);
-    }
-    m_edit->setTabStopDistance(std::ceil(widest) + fm.horizontalAdvance(QStringLiteral("  ")));
-    m_edit->setPlainText(shown.join(QLatin1Char('\n')));
+    // The report goes in as built; its tab runs were laid out for tab stops every eight
+    // average characters, as a plain multi-line edit has them.
+    m_edit->setTabStopDistance(8 * QFontMetricsF(m_edit->font()).averageCharWidth());
+    m_edit->setPlainText(m_report);
     adjustSize();
     RestorePlacement();
     return true;
