@@ -7,6 +7,7 @@
 
 #include <QFontMetricsF>
 #include <QGroupBox>
+#include <QHash>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPainterPath>
@@ -201,9 +202,33 @@ bool CSectionProp::OnInitDialog()
     KW_UOM fallback;
     m_report = BuildReport(m_data.data(), m_pierceZ, m_pierceY, m_units ? *m_units : fallback, m_form);
     m_edit->setFont(QFont(QStringLiteral("Arial Unicode MS"), 9));
-    // The report goes in as built; its tab runs were laid out for tab stops every eight
-    // average characters, as a plain multi-line edit has them.
-    m_edit->setTabStopDistance(8 * QFontMetricsF(m_edit->font()).averageCharWidth());
+    // The report goes in as built, tab runs and all. Its runs were laid out for one font's tab
+    // stops; for ours, the distance is chosen at which the most values start in one column.
+    const QFontMetricsF fm(m_edit->font());
+    const qreal unit = fm.averageCharWidth();
+    qreal best = 8 * unit;
+    int bestCount = 0;
+    for (int chars = 4; chars <= 24; ++chars) {
+        const qreal stop = chars * unit;
+        QHash<int, int> columns;
+        for (const QString& line : m_report.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts)) {
+            const qsizetype tab = line.indexOf(QLatin1Char('\t'));
+            if (tab < 0)
+                continue;
+            qsizetype runEnd = tab;
+            while (runEnd < line.size() && line.at(runEnd) == QLatin1Char('\t'))
+                ++runEnd;
+            const qreal label = fm.horizontalAdvance(line.left(tab));
+            const int column = int(std::floor(label / stop)) + int(runEnd - tab);
+            ++columns[column];
+        }
+        for (int count : std::as_const(columns))
+            if (count > bestCount) {
+                bestCount = count;
+                best = stop;
+            }
+    }
+    m_edit->setTabStopDistance(best);
     m_edit->setPlainText(m_report);
     adjustSize();
     RestorePlacement();
