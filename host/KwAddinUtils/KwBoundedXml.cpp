@@ -77,14 +77,15 @@ R::Refusal scan(qsizetype n, At at)
 // reader knows keeps the markup characters as single ASCII bytes.
 bool isWide(const QByteArray& data)
 {
-    const auto e = QStringConverter::encodingForData(data);
+    // A byte order mark, or (without one) the document's first '<' in two or four bytes.
+    const auto e = QStringConverter::encodingForData(data, u'<');
     return e && *e != QStringConverter::Utf8 && *e != QStringConverter::Latin1 &&
            *e != QStringConverter::System;
 }
 
 QString wideText(const QByteArray& data)
 {
-    QStringDecoder d(*QStringConverter::encodingForData(data));
+    QStringDecoder d(*QStringConverter::encodingForData(data, u'<'));
     return d.decode(data);
 }
 

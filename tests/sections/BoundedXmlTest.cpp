@@ -61,6 +61,12 @@ TEST(BoundedXml, countsWhatTheStreamReaderWillSee)
     const QByteArray wideFlat = toUtf16(QString::fromLatin1(withAttributes(B::MaxAttributes + 1)));
     const QByteArray wideOk = toUtf16(QStringLiteral("<r a='1'><b/></r>"));
     EXPECT_EQ(B::Check(wideDeep), B::TooDeep);
+    // Without a byte order mark too; closing tags and empty elements are seen as such.
+    QStringEncoder toUtf16BE(QStringEncoder::Utf16BE);
+    const QByteArray bare = toUtf16BE(QStringLiteral("<r>") + QStringLiteral("<a/>").repeated(50) +
+                                      QString::fromLatin1(nested(B::MaxDepth - 1)) +
+                                      QStringLiteral("</r>"));
+    EXPECT_EQ(B::Check(bare), B::NotRefused);
     EXPECT_EQ(B::Check(wideFlat), B::TooManyAttributes);
     B reader(wideOk);
     ASSERT_TRUE(reader.stream().readNextStartElement());
