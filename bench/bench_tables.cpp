@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QImage>
+#include <QKeyEvent>
 #include <QTableWidget>
 #include <benchmark/benchmark.h>
 
@@ -18,8 +19,10 @@
 #include <malloc.h>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -140,28 +143,170 @@ BENCHMARK(BM_PasteMillionRowsVsFromChars)
     ->Iterations(3)
     ->Repetitions(5);
 
-void BM_SortAndCompressMillionRows(benchmark::State& state)
+// What the user waits for on Ctrl+V: the clipboard read as text, the paste, and the first
+// paint of the dialog with the new rows, against a bare parse of the same numbers, both
+// measured in the same repetition.
+void BM_UserCtrlVMillionRowsVsFromChars(benchmark::State& state)
 {
-    // Reverse order with every X ten times: a full sort and a compress to a tenth each time.
-    std::string rev;
-    rev.reserve(std::size_t(kRows) * 20);
-    for (int i = kRows; i > 0; --i)
-        rev += std::to_string((i / 10) * 10) + "\t" + std::to_string(i) + "\r\n";
-    int after = 0;
+    const std::string& text = pasteText();
+    // Another program's copy: the clipboard holds the text before the user presses Ctrl+V.
+    QApplication::clipboard()->setText(QString::fromLatin1(text.data(), qsizetype(text.size())));
+    double userMs = 0, parseMs = 0, paintMs = 0;
     for (auto _ : state) {
         state.PauseTiming();
         auto t = std::make_unique<TableUnderTest>();
-        t->dlg->PasteToCell(std::string_view(rev), 0, 0, nullptr);
+        t->dlg->resize(600, 500);
+        t->dlg->show();
+        QApplication::processEvents();
+        t->dlg->GetList().SelectRow(0);
+        t->dlg->GetList().setFocus();
+        state.ResumeTiming();
+        auto t0 = Clock::now();
+        QKeyEvent ctrlV(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
+        QApplication::sendEvent(&t->dlg->GetList(), &ctrlV);
+        const double tk = Clock::now();
+        t->dlg->repaint();
+        paintMs += msSince(tk);
+        userMs += msSince(t0);
+
+        t0 = Clock::now();
+        benchmark::DoNotOptimize(fromCharsParse(text));
+        parseMs += msSince(t0);
+        if (t->dlg->GetRowCount() != kRows)
+            state.SkipWithError("rows lost");
+        state.PauseTiming();
+        t.reset();
+        state.ResumeTiming();
+    }
+    state.counters["ctrl_v_ms"] = userMs / double(state.iterations());
+    state.counters["paint_ms"] = paintMs / double(state.iterations());
+    state.counters["from_chars_ms"] = parseMs / double(state.iterations());
+    state.counters["ratio"] = userMs / parseMs;
+}
+BENCHMARK(BM_UserCtrlVMillionRowsVsFromChars)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3)
+    ->Repetitions(5);
+
+// X of every row read back: the sort must have sorted.
+bool ascendingX(CKwTableDialog& dlg)
+{
+    const KwPointTableModel* m = dlg.GetList().Model();
+    double prev = -std::numeric_limits<double>::infinity();
+    for (int r = 0; r < dlg.GetRowCount(); ++r) {
+        const double x = dlg.GetItemValue(r, 0);
+        if (!(x >= prev))
+            return false;
+        prev = x;
+    }
+    return m->rows() == dlg.GetRowCount() + 1;
+}
+
+// Range 0: reverse order with every X ten times (a full sort and a compress to a tenth);
+// range 1: a million distinct X, shuffled, so that nothing is dropped and every row moves.
+void BM_SortAndCompressMillionRows(benchmark::State& state)
+{
+    const bool unique = state.range(0) == 1;
+    std::string text;
+    text.reserve(std::size_t(kRows) * 24);
+    std::vector<int> order(kRows);
+    for (int i = 0; i < kRows; ++i)
+        order[std::size_t(i)] = kRows - i;
+    if (unique) {
+        unsigned seed = 12345;
+        for (int i = kRows - 1; i > 0; --i) {
+            seed = seed * 1103515245u + 12345u;
+            std::swap(order[std::size_t(i)], order[std::size_t((seed >> 8) % unsigned(i + 1))]);
+        }
+    }
+    char buf[64];
+    for (const int i : order) {
+        const double x = unique ? i * 0.001 : double((i / 10) * 10);
+        auto r = std::to_chars(buf, buf + 32, x, std::chars_format::general, 10);
+        *r.ptr++ = '\t';
+        r = std::to_chars(r.ptr, buf + 64, i);
+        text.append(buf, r.ptr);
+        text.append("\r\n");
+    }
+    int after = 0;
+    bool sorted = true;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto t = std::make_unique<TableUnderTest>();
+        t->dlg->PasteToCell(std::string_view(text), 0, 0, nullptr);
         state.ResumeTiming();
         t->dlg->SortAndCompressTable(1);
         state.PauseTiming();
         after = t->dlg->GetRowCount();
+        sorted = sorted && ascendingX(*t->dlg);
         t.reset();
         state.ResumeTiming();
     }
+    if (!sorted)
+        state.SkipWithError("not sorted");
+    if (after != (unique ? kRows : kRows / 10 + 1))
+        state.SkipWithError("wrong number of rows kept");
     state.counters["rows_after"] = after;
 }
-BENCHMARK(BM_SortAndCompressMillionRows)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_SortAndCompressMillionRows)
+    ->ArgName("unique_x")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+
+// Opening a table dialog on a stored table of a million points, up to its first paint. The
+// first opening of the process is reported apart: it also pays for first touching memory.
+void BM_OpenDialogOnMillionPointTable(benchmark::State& state)
+{
+    KW_UOM units(KW_UOM::MMNS);
+    CKwTable table(2, QStringLiteral("Stored"), CKwTable::TimeCurve);
+    {
+        auto* x = new CKwFunction;
+        auto* y = new CKwFunction;
+        x->Initialize();
+        y->Initialize();
+        x->SetSize(kRows);
+        y->SetSize(kRows);
+        x->SetUnitType(KwUnitKind::Time);
+        y->SetUnitType(KwUnitKind::Dimensionless);
+        for (int i = 0; i < kRows; ++i) {
+            x->SetValue(i, i * 0.001);
+            y->SetValue(i, 200.0 * std::sin(i * 1e-4) + 210.0);
+        }
+        table.SetFunctions(x, y);
+    }
+    static double firstMs = -1;
+    double totalMs = 0, textMs = 0;
+    for (auto _ : state) {
+        const auto t0 = Clock::now();
+        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table));
+        dlg->SetTable(nullptr, &table, &units);
+        dlg->Create();
+        dlg->show();
+        dlg->repaint();
+        const double ms = msSince(t0);
+        totalMs += ms;
+        if (firstMs < 0)
+            firstMs = ms;
+        if (dlg->GetRowCount() != kRows)
+            state.SkipWithError("rows lost");
+        state.PauseTiming();
+        // What idle time does after the paint, in slices: every row turned into text.
+        const auto t1 = Clock::now();
+        benchmark::DoNotOptimize(dlg->GetList().Model()->cellView(kRows - 1, 1));
+        textMs += msSince(t1);
+        dlg.reset();
+        state.ResumeTiming();
+    }
+    state.counters["open_ms"] = totalMs / double(state.iterations());
+    state.counters["first_open_ms"] = firstMs;
+    state.counters["all_text_after_ms"] = textMs / double(state.iterations());
+}
+BENCHMARK(BM_OpenDialogOnMillionPointTable)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3)
+    ->Repetitions(3);
 
 void BM_UpdateListDataMillionRows(benchmark::State& state)
 {
@@ -242,6 +387,8 @@ void BM_OneRowChangesMillionRows(benchmark::State& state)
 }
 BENCHMARK(BM_OneRowChangesMillionRows)->Unit(benchmark::kMillisecond)->Iterations(50);
 
+// Range 0: a signal in time order; range 1: the same points in shuffled order (a table that
+// was never sorted), which cannot be reduced in runs.
 void BM_ChartMillionPoints(benchmark::State& state)
 {
     KwChart chart;
@@ -250,6 +397,15 @@ void BM_ChartMillionPoints(benchmark::State& state)
     for (int i = 0; i < kRows; ++i) {
         x[std::size_t(i)] = i * 0.001;
         y[std::size_t(i)] = std::sin(i * 1e-3) + 0.1 * std::sin(i * 0.37);
+    }
+    if (state.range(0) == 1) {
+        unsigned seed = 777;
+        for (int i = kRows - 1; i > 0; --i) {
+            seed = seed * 1103515245u + 12345u;
+            const std::size_t j = (seed >> 8) % unsigned(i + 1);
+            std::swap(x[std::size_t(i)], x[j]);
+            std::swap(y[std::size_t(i)], y[j]);
+        }
     }
     chart.AddSeries(QStringLiteral("signal"));
     chart.SetSeriesData(0, std::move(x), std::move(y));
@@ -261,7 +417,12 @@ void BM_ChartMillionPoints(benchmark::State& state)
         chart.render(&image);
     state.counters["segments"] = chart.LastSegmentCount();
 }
-BENCHMARK(BM_ChartMillionPoints)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_ChartMillionPoints)
+    ->ArgName("shuffled")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
 
 } // namespace
 

@@ -20,7 +20,12 @@
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
 #include <QMessageBox>
+#include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
 #include <QSet>
@@ -30,17 +35,53 @@ namespace {
 
 QString fileFor(const QString& dir, unsigned kind, const QString& title, int index)
 {
-    QString slug = title;
-    slug.remove(QStringLiteral("..."));
-    slug = slug.trimmed().toLower();
-    for (QChar& c : slug)
-        if (!c.isLetterOrNumber())
-            c = QLatin1Char('-');
-    QString name = QStringLiteral("kind%1-%2").arg(kind, 2, 10, QLatin1Char('0')).arg(slug);
-    if (index > 0)
-        name += QStringLiteral("-%1").arg(index + 1);
-    return QDir(dir).filePath(name + QStringLiteral(".png"));
+    return QDir(dir).filePath(KwGalleryFileName(kind, title, index));
 }
+
+// Photographs a window into `file`; the inspector looks at it as photographed (the grab has
+// done every layout still pending).
+void photograph(QWidget* w, const QString& file, unsigned kind, const KwGalleryInspector& inspect)
+{
+    const QPixmap picture = w->grab();
+    if (inspect)
+        inspect(kind, w, QFileInfo(file).fileName());
+    picture.save(file);
+}
+
+// Inspects the windows another part of the gallery photographs itself: each top-level dialog,
+// once per showing, when it is first painted (the grab paints it).
+class PaintInspector : public QObject
+{
+public:
+    explicit PaintInspector(const KwGalleryInspector& inspect) : m_inspect(inspect)
+    {
+        if (m_inspect)
+            qApp->installEventFilter(this);
+    }
+    ~PaintInspector() override { qApp->removeEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        auto* w = qobject_cast<QWidget*>(o);
+        if (!w || !w->isWindow() || !dynamic_cast<CKwDlgBase*>(w))
+            return false;
+        if (e->type() == QEvent::Hide)
+            m_seen.remove(w);
+        if (e->type() != QEvent::Paint || m_seen.contains(w))
+            return false;
+        m_seen.insert(w);
+        const QString cls = QString::fromLatin1(w->metaObject()->className());
+        const int n = ++m_counts[cls];
+        m_inspect(0, w, QStringLiteral("%1-%2").arg(cls).arg(n));
+        return false;
+    }
+
+private:
+    const KwGalleryInspector& m_inspect;
+    QSet<QWidget*> m_seen;
+    QHash<QString, int> m_counts;
+};
 
 bool isNotAvailableBox(QWidget* w)
 {
@@ -57,6 +98,25 @@ void closeDialog(QWidget* w)
 
 } // namespace
 
+QString KwGalleryFileName(unsigned kind, const QString& title, int index)
+{
+    QString slug;
+    for (const QChar c : title.toLower()) {
+        if (c.isLetterOrNumber())
+            slug += c;
+        else if (!slug.isEmpty() && !slug.endsWith(QLatin1Char('-')))
+            slug += QLatin1Char('-');
+    }
+    while (slug.endsWith(QLatin1Char('-')))
+        slug.chop(1);
+    QString name = QStringLiteral("kind%1").arg(kind, 2, 10, QLatin1Char('0'));
+    if (!slug.isEmpty())
+        name += QLatin1Char('-') + slug;
+    if (index > 0)
+        name += QStringLiteral("-%1").arg(index + 1);
+    return name + QStringLiteral(".png");
+}
+
 KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                                 const KwGalleryInspector& inspect)
 {
@@ -64,7 +124,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     QDir().mkpath(directory);
     host->show();
     QApplication::processEvents();
-    host->grab().save(QDir(directory).filePath(QStringLiteral("host-window.png")));
+    photograph(host, QDir(directory).filePath(QStringLiteral("host-window.png")), 0, inspect);
     result.written << QDir(directory).filePath(QStringLiteral("host-window.png"));
 
     for (const KwHostKind& k : KwHostKinds()) {
@@ -83,10 +143,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                 return;
             if (!isNotAvailableBox(modal) || k.kind == 83) {
                 QApplication::processEvents();
-                if (inspect)
-                    inspect(k.kind, modal);
                 const QString f = fileFor(directory, k.kind, k.title, shot++);
-                modal->grab().save(f);
+                photograph(modal, f, k.kind, inspect);
                 result.written << f;
                 result.titles << modal->windowTitle();
                 sawWindow = true;
@@ -102,10 +160,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                 continue;
             if (w->objectName() == QLatin1String("ResultToolbar"))
                 continue;
-            if (inspect)
-                inspect(k.kind, w);
             const QString f = fileFor(directory, k.kind, k.title, shot++);
-            w->grab().save(f);
+            photograph(w, f, k.kind, inspect);
             result.written << f;
             result.titles << w->windowTitle();
             sawWindow = true;
@@ -123,10 +179,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     // A window photographed on its own, under a fixed file name.
     const auto shoot = [&](QWidget* w, const char* file) {
         QApplication::processEvents();
-        if (inspect)
-            inspect(0, w);
         const QString f = QDir(directory).filePath(QString::fromLatin1(file));
-        w->grab().save(f);
+        photograph(w, f, 0, inspect);
         result.written << f;
         result.titles << w->windowTitle();
     };
@@ -138,7 +192,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
             if (auto* toggle = KwControl<QPushButton>(d, 7479)) {
                 toggle->click();
-                shoot(d, "kind00-load--short-form-.png");
+                shoot(d, "kind00-load-short-form.png");
             }
             closeDialog(d);
             QApplication::processEvents();
@@ -183,7 +237,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         for (QWidget* w : QApplication::topLevelWidgets()) {
             if (w->isVisible() && w->property("templateId").toUInt() == 7300 + s.id) {
                 const QString f = QDir(directory).filePath(QString::fromLatin1(s.file));
-                w->grab().save(f);
+                photograph(w, f, s.id, inspect);
                 result.written << f;
             }
         }
@@ -201,22 +255,23 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         dlg.Create();
         dlg.show();
         QApplication::processEvents();
-        if (inspect)
-            inspect(0, &dlg);
         QString f = QDir(directory).filePath(QStringLiteral("direct-stress-strain.png"));
-        dlg.grab().save(f);
+        photograph(&dlg, f, 0, inspect);
         result.written << f;
         dlg.OnShowXYPlot();
         QApplication::processEvents();
         if (QDialog* plot = dlg.PlotWindow()) {
             f = QDir(directory).filePath(QStringLiteral("direct-stress-strain-plot.png"));
-            plot->grab().save(f);
+            photograph(plot, f, 0, inspect);
             result.written << f;
         }
         dlg.hide();
         break;
     }
-    KwSectionGallery(host, directory, result.written, result.titles);
+    {
+        const PaintInspector sections(inspect);
+        KwSectionGallery(host, directory, result.written, result.titles);
+    }
     // Plain dialogs that an editor opens: shown on a sample material, photographed, closed.
     {
         CKwMaterial material(1, QStringLiteral("Carbon/Epoxy"));
@@ -230,16 +285,23 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         CKwOrthotropic3DDlg dlg(&material, nullptr, host->View());
         QTimer::singleShot(0, &dlg, [&] {
             QApplication::processEvents();
-            if (inspect)
-                inspect(2, &dlg);
             const QString f =
                 QDir(directory).filePath(QStringLiteral("tmpl305-3d-orthotropic-definition.png"));
-            dlg.grab().save(f);
+            photograph(&dlg, f, 2, inspect);
             result.written << f;
             result.titles << dlg.windowTitle();
             dlg.OnCancel();
         });
         dlg.DoModal();
+    }
+
+    // The kinds that opened nothing are a list for the curious, not for the console.
+    QFile list(QDir(directory).filePath(QString::fromLatin1(kKwGalleryUnavailableFile)));
+    if (result.unavailable.isEmpty()) {
+        list.remove();
+    } else if (list.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        list.write(result.unavailable.join(QLatin1Char('\n')).toUtf8());
+        list.write("\n");
     }
     return result;
 }

@@ -1,4 +1,5 @@
 #include "KwHostKinds.h"
+#include "KwHostText.h"
 
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
@@ -82,6 +83,18 @@ QList<KwHostKind> KwHostKinds()
         {87, QStringLiteral("Tech Preview..."), gen},
         {44, QStringLiteral("About..."), gen},
     };
+}
+
+QString KwHostKindText(const KwHostKind& k)
+{
+    const QString key = k.variant ? QStringLiteral("Kind%1v%2").arg(k.kind).arg(k.variant)
+                                  : QStringLiteral("Kind%1").arg(k.kind);
+    return KwHostText(key, k.title);
+}
+
+QString KwHostGroupText(const QString& group)
+{
+    return KwHostText(QStringLiteral("Menu") + group, group);
 }
 
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,

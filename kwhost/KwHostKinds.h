@@ -13,13 +13,18 @@ class KW_UOM;
 struct KwHostKind
 {
     unsigned kind;
-    QString title;   // menu text
+    QString title;   // menu text in English (also names the kind's gallery pictures)
     QString group;   // menu the entry goes under
     int variant = 0; // which sample object the request carries (see KwMakeRequest)
 };
 
 // Every kind the library's dispatch knows, in menu order.
 QList<KwHostKind> KwHostKinds();
+
+// The kind's menu text in the current language (key "Kind<kind>" or "Kind<kind>v<variant>").
+QString KwHostKindText(const KwHostKind& kind);
+// A menu's name ("Editors", "Analysis", ...) in the current language.
+QString KwHostGroupText(const QString& group);
 
 // A request for `kind` on the sample model as the host would send it: the entity to edit (the
 // first of its family), the view, an analysis with results where the kind shows results, the

@@ -23,6 +23,7 @@
 #include "CKwiCKAddin.h"
 #include "KW_UOM.h"
 #include "KwHostKinds.h"
+#include "KwHostText.h"
 #include "KwMFCUIEntry.h"
 #include "KwRegistry.h"
 #include "KwSolverRun.h"
@@ -41,6 +42,60 @@
 #include <QTreeWidgetItemIterator>
 
 namespace {
+// The name of the button that closed a message box, from the request's answer (0 OK, 1 Cancel,
+// 2 Abort, 3 Retry, 4 Ignore, 5 Yes, 6 No); empty for other answers (7: the box was closed).
+QString KwAnswerText(unsigned answer)
+{
+    const int result = int(answer) + 1;
+    struct Button
+    {
+        int code;
+        const char* key;
+        const char* english;
+    };
+    static const Button buttons[] = {{1, "ButtonOk", "OK"},         {2, "ButtonCancel", "Cancel"},
+                                     {3, "ButtonAbort", "Abort"},   {4, "ButtonRetry", "Retry"},
+                                     {5, "ButtonIgnore", "Ignore"}, {6, "ButtonYes", "Yes"},
+                                     {7, "ButtonNo", "No"}};
+    for (const Button& b : buttons)
+        if (b.code == result)
+            return CKwXMLUtils::GetInternationalPropPageItemText(
+                QStringLiteral("General"), QString::fromLatin1(b.key),
+                QString::fromLatin1(b.english));
+    return {};
+}
+
+struct AnalysisType
+{
+    int code;
+    const char* key;
+    const char* english;
+};
+const AnalysisType kAnalysisTypes[] = {
+    {CKwAnalysis::LinearStatic, "AnalysisLinearStatic", "Linear Static"},
+    {CKwAnalysis::Modal, "AnalysisModal", "Modal"},
+    {CKwAnalysis::NonlinearStatic, "AnalysisNonlinearStatic", "Nonlinear Static"},
+    {CKwAnalysis::NonlinearTransient, "AnalysisNonlinearTransient", "Nonlinear Transient"},
+    {CKwAnalysis::ResponseSpectrum, "AnalysisResponseSpectrum", "Response Spectrum"},
+    {CKwAnalysis::ExplicitDynamics, "AnalysisExplicitDynamics", "Explicit Dynamics"},
+    {CKwAnalysis::Fatigue, "AnalysisFatigue", "Fatigue"},
+};
+
+// An analysis still named after its type (as a new analysis is) shows its type's name in the
+// current language; a name the user gave stays as it is. `named` tells which it was.
+QString analysisName(const CKwAnalysis* a, bool* named = nullptr)
+{
+    for (const AnalysisType& t : kAnalysisTypes)
+        if (t.code == a->GetAnalysisTypeCode() && a->GetName() == QLatin1String(t.english)) {
+            if (named)
+                *named = false;
+            return KwHostText(t.key, t.english);
+        }
+    if (named)
+        *named = true;
+    return a->GetName();
+}
+
 enum ItemRole { KindRole = Qt::UserRole + 1, ObjectRole, HostActionRole };
 // Tree items the demo host opens itself rather than through a launch kind.
 constexpr int kStressStrainItem = 1036;
@@ -58,12 +113,14 @@ KwHostWindow::KwHostWindow(QWidget* parent)
 {
     TheApplication = m_addin.get();
     m_addin->SetHelpHandler([this](const QString& topic) {
-        statusBar()->showMessage(tr("Help topic requested: %1").arg(topic), 5000);
+        statusBar()->showMessage(
+            KwHostText("StatusHelpTopic", "Help topic requested: %1").arg(topic), 5000);
     });
-    setWindowTitle(tr("KwHost - %1").arg(m_model->GetName()));
     auto* split = new QSplitter(this);
     m_tree = new QTreeWidget(split);
-    m_tree->setHeaderLabel(tr("Model"));
+    // Long names scroll rather than being cut short.
+    m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tree->header()->setStretchLastSection(false);
     m_view = new CFMView(m_model.get(), split);
     m_view->SetUnitHolder(m_units.get());
     m_view->SetFrameWindow(this);
@@ -87,7 +144,8 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     RebuildTree();
     m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });
     resize(1100, 700);
-    statusBar()->showMessage(tr("Ready"));
+    refreshCaptions();
+    statusBar()->showMessage(KwHostText("StatusReady", "Ready"));
 }
 
 KwHostWindow::~KwHostWindow()
@@ -103,19 +161,24 @@ KwHostWindow::~KwHostWindow()
 
 void KwHostWindow::buildMenus()
 {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("E&xit"), QKeySequence::Quit, this, &QWidget::close);
+    QMenu* file = menuBar()->addMenu(QString());
+    caption(file->menuAction(), "MenuFile", "&File");
+    caption(file->addAction(QString(), QKeySequence::Quit, this, &QWidget::close), "MenuExit",
+            "E&xit");
 
     QMap<QString, QMenu*> groups;
     for (const QString& g : {QStringLiteral("Editors"), QStringLiteral("Analysis"),
                              QStringLiteral("Results"), QStringLiteral("Mesh"),
-                             QStringLiteral("General")})
-        groups.insert(g, menuBar()->addMenu(g));
+                             QStringLiteral("General")}) {
+        QMenu* menu = menuBar()->addMenu(QString());
+        caption(menu->menuAction(), [g] { return KwHostGroupText(g); });
+        groups.insert(g, menu);
+    }
     for (const KwHostKind& k : KwHostKinds()) {
         const unsigned kind = k.kind;
         const int variant = k.variant;
-        QAction* a = groups.value(k.group)->addAction(
-            QStringLiteral("%1  [%2]").arg(k.title).arg(kind));
+        QAction* a = groups.value(k.group)->addAction(QString());
+        caption(a, [k] { return QStringLiteral("%1  [%2]").arg(KwHostKindText(k)).arg(k.kind); });
         connect(a, &QAction::triggered, this,
                 [this, kind, variant] { Launch(kind, false, variant); });
     }
@@ -124,40 +187,50 @@ void KwHostWindow::buildMenus()
     analysis->addSeparator();
     // The analysis the editors are opened for: their advisories (explicit, nonlinear, fatigue,
     // response spectrum) depend on it.
-    QMenu* current = analysis->addMenu(tr("Current analysis"));
+    QMenu* current = analysis->addMenu(QString());
+    caption(current->menuAction(), "MenuCurrentAnalysis", "Current analysis");
     m_analysisGroup = new QActionGroup(this);
     for (CKwAnalysis* a : m_model->m_analyses) {
-        QAction* item = current->addAction(a->GetName());
+        QAction* item = current->addAction(QString());
+        caption(item, [a] { return analysisName(a); });
         item->setCheckable(true);
         item->setChecked(a == m_current);
         m_analysisGroup->addAction(item);
         connect(item, &QAction::triggered, this, [this, a] { SetCurrentAnalysis(a); });
     }
-    QMenu* run = analysis->addMenu(tr("Run analysis"));
-    const QString name = m_model->m_analyses.isEmpty() ? m_model->GetName()
-                                                       : m_model->m_analyses.first()->GetName();
-    run->addAction(tr("Nonlinear static"), this, [this, name] {
-        if (!m_run->Start(KwSolverRun::Kind::NonlinearStatic, name))
-            statusBar()->showMessage(tr("A solution is already running."), 3000);
+    QMenu* run = analysis->addMenu(QString());
+    caption(run->menuAction(), "MenuRunAnalysis", "Run analysis");
+    // The run is named after the model's first analysis, in the language of the moment.
+    const auto start = [this](KwSolverRun::Kind kind) {
+        const QString name = m_model->m_analyses.isEmpty()
+                                 ? m_model->GetName()
+                                 : analysisName(m_model->m_analyses.first());
+        if (!m_run->Start(kind, name))
+            statusBar()->showMessage(
+                KwHostText("StatusAlreadyRunning", "A solution is already running."), 3000);
+    };
+    caption(run->addAction(QString(), this,
+                           [start] { start(KwSolverRun::Kind::NonlinearStatic); }),
+            "MenuRunNonlinearStatic", "Nonlinear static");
+    caption(run->addAction(QString(), this, [start] { start(KwSolverRun::Kind::Transient); }),
+            "MenuRunTransient", "Transient");
+    caption(run->addAction(QString(), this, [this] { m_run->Stop(); }), "MenuRunStop", "Stop");
+    connect(m_run, &KwSolverRun::finished, this, [this] {
+        statusBar()->showMessage(KwHostText("StatusSolutionFinished", "Solution finished."),
+                                 5000);
     });
-    run->addAction(tr("Transient"), this, [this, name] {
-        if (!m_run->Start(KwSolverRun::Kind::Transient, name))
-            statusBar()->showMessage(tr("A solution is already running."), 3000);
-    });
-    run->addAction(tr("Stop"), this, [this] { m_run->Stop(); });
-    connect(m_run, &KwSolverRun::finished, this,
-            [this] { statusBar()->showMessage(tr("Solution finished."), 5000); });
 
     QMenu* mesh = groups.value(QStringLiteral("Mesh"));
     mesh->addSeparator();
-    mesh->addAction(tr("Check mesh quality (current limits)"), this,
-                    [this] { OpenMeshQualityResults(); });
-    mesh->addAction(tr("Clear highlight"), this, [this] {
-        m_view->ClearMeshHighlight();
-    });
+    caption(mesh->addAction(QString(), this, [this] { OpenMeshQualityResults(); }),
+            "MenuCheckMeshQuality", "Check mesh quality (current limits)");
+    caption(mesh->addAction(QString(), this, [this] { m_view->ClearMeshHighlight(); }),
+            "MenuClearHighlight", "Clear highlight");
 
-    QMenu* options = menuBar()->addMenu(tr("&Options"));
-    QMenu* lang = options->addMenu(tr("Language"));
+    QMenu* options = menuBar()->addMenu(QString());
+    caption(options->menuAction(), "MenuOptions", "&Options");
+    QMenu* lang = options->addMenu(QString());
+    caption(lang->menuAction(), "MenuLanguage", "Language");
     m_langGroup = new QActionGroup(this);
     for (const QString& code : CKwXMLUtils::GetAvailableLanguages()) {
         QAction* a = lang->addAction(CKwXMLUtils::GetLanguageDisplayName(code));
@@ -167,10 +240,14 @@ void KwHostWindow::buildMenus()
         m_langGroup->addAction(a);
         connect(a, &QAction::triggered, this, [this, code] { setLanguage(code); });
     }
-    QMenu* units = options->addMenu(tr("Units"));
+    QMenu* units = options->addMenu(QString());
+    caption(units->menuAction(), "MenuUnits", "Units");
     auto* unitGroup = new QActionGroup(this);
     for (KW_UOM::System s : {KW_UOM::SI, KW_UOM::MMNS, KW_UOM::IPS}) {
-        QAction* a = units->addAction(KW_UOM::GetSystemName(s));
+        QAction* a = units->addAction(QString());
+        caption(a, [s] {
+            return KwHostText(QStringLiteral("UnitSystem%1").arg(int(s)), KW_UOM::GetSystemName(s));
+        });
         a->setCheckable(true);
         a->setChecked(s == m_units->GetSystem());
         a->setData(int(s));
@@ -184,7 +261,8 @@ void KwHostWindow::buildMenus()
             m_units->SetSystem(s);
         });
     }
-    QAction* radians = options->addAction(tr("Angles in radians"));
+    QAction* radians = options->addAction(QString());
+    caption(radians, "MenuRadians", "Angles in radians");
     radians->setCheckable(true);
     connect(radians, &QAction::toggled, this, [this, radians](bool on) {
         if (on != m_units->IsAngleInRadians() && !unitsMayChange()) {
@@ -199,11 +277,13 @@ void KwHostWindow::buildMenus()
                 d->ResultsView()->viewport()->update();
         m_view->update();
     });
-    QAction* running = options->addAction(tr("Solver running"));
+    QAction* running = options->addAction(QString());
+    caption(running, "MenuSolverRunning", "Solver running");
     running->setCheckable(true);
     connect(running, &QAction::toggled, m_view, &CFMView::SetSolvraRunning);
     connect(m_view, &CFMView::solverRunningChanged, running, &QAction::setChecked);
-    QAction* ids = options->addAction(tr("Show entity IDs"));
+    QAction* ids = options->addAction(QString());
+    caption(ids, "MenuShowIds", "Show entity IDs");
     ids->setCheckable(true);
     connect(ids, &QAction::toggled, m_view, &CFMView::SetShowIDs);
 }
@@ -219,8 +299,9 @@ bool KwHostWindow::unitsMayChange()
             ++open;
     if (open == 0)
         return true;
-    QMessageBox::information(this, windowTitle(),
-                             tr("Close the open editors and tables before changing the units: "
+    QMessageBox::information(
+        this, windowTitle(),
+        KwHostText("UnitsWait", "Close the open editors and tables before changing the units: "
                                 "their values are shown and typed in the current units."));
     return false;
 }
@@ -229,16 +310,34 @@ void KwHostWindow::setLanguage(const QString& code)
 {
     QString error;
     if (!CKwXMLUtils::SetCurrentLanguage(code, &error)) {
-        QMessageBox::warning(this, windowTitle(), tr("Cannot switch language: %1").arg(error));
+        QMessageBox::warning(
+            this, windowTitle(),
+            KwHostText("LanguageFailed", "Cannot switch language: %1").arg(error));
         return;
     }
     KwWriteToRegistryCurrentUser(CKwXMLUtils::LanguageSettingSection(),
                                  CKwXMLUtils::LanguageSettingEntry(), code);
 }
 
+void KwHostWindow::caption(QAction* action, std::function<QString()> text)
+{
+    auto apply = [action, text = std::move(text)] { action->setText(text()); };
+    apply();
+    m_recaption.push_back(std::move(apply));
+}
+
+void KwHostWindow::caption(QAction* action, const char* key, const char* english)
+{
+    caption(action, [key, english] { return KwHostText(key, english); });
+}
+
 void KwHostWindow::refreshCaptions()
 {
     CKwDlgBase::RetranslateAll();
+    setWindowTitle(KwHostText("WindowTitle", "KwHost - %1").arg(m_model->GetName()));
+    m_tree->setHeaderLabel(KwHostTreeText("TreeHeader", "Model"));
+    for (const auto& recaption : m_recaption)
+        recaption();
     if (m_langGroup)
         for (QAction* a : m_langGroup->actions())
             a->setChecked(a->data().toString() == CKwXMLUtils::GetCurrentLanguage());
@@ -261,7 +360,9 @@ void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)
         font.setBold((*it)->data(0, ObjectRole).toInt() == index);
         (*it)->setFont(0, font);
     }
-    statusBar()->showMessage(tr("Current analysis: %1").arg(analysis->GetName()), 5000);
+    statusBar()->showMessage(
+        KwHostText("StatusCurrentAnalysis", "Current analysis: %1").arg(analysisName(analysis)),
+        5000);
 }
 
 void KwHostWindow::Launch(unsigned kind, bool newEntity, int variant)
@@ -269,15 +370,20 @@ void KwHostWindow::Launch(unsigned kind, bool newEntity, int variant)
     DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity,
                                           variant, m_current);
     if (kind == 83) {
-        const std::wstring text = L"Save the model before running the analysis?";
+        const std::wstring text =
+            KwHostText("AskSaveModel", "Save the model before running the analysis?")
+                .toStdWString();
         MessageRequest m{};
         m.text = text.c_str();
         m.buttons = 1;
         m.icon = 0;
         r.object = &m;
         LaunchDialog(&r);
-        statusBar()->showMessage(tr("Message box answered with result code %1").arg(m.result),
-                                 5000);
+        // The user sees which button answered, in the words of the buttons themselves.
+        const QString answer = KwAnswerText(m.result);
+        if (!answer.isEmpty())
+            statusBar()->showMessage(
+                KwHostText("StatusMessageAnswered", "Message box answered: %1").arg(answer), 5000);
         return;
     }
     LaunchDialog(&r);
@@ -287,10 +393,14 @@ void KwHostWindow::RebuildTree()
 {
     m_tree->clear();
     auto* root = new QTreeWidgetItem(m_tree, {m_model->GetName()});
-    auto add = [](QTreeWidgetItem* parent, const QString& text, int kind, void* object) {
+    root->setData(0, NameRole, true);
+    // An item that opens something; `named` when its text is the object's own name.
+    auto add = [](QTreeWidgetItem* parent, const QString& text, int kind, void* object,
+                  bool named = true) {
         auto* it = new QTreeWidgetItem(parent, {text});
         it->setData(0, KindRole, kind);
         it->setData(0, ObjectRole, QVariant::fromValue(reinterpret_cast<quintptr>(object)));
+        it->setData(0, NameRole, named);
         return it;
     };
     auto* mats = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
@@ -308,22 +418,25 @@ void KwHostWindow::RebuildTree()
         if (p->m_idealization != CKwPhysicalProperty::Beam)
             continue;
         // A beam's section, opened by the host itself.
-        add(pi, tr("Cross section: %1").arg(p->m_sectionName), kSectionDefinitionItem, p);
-        add(pi, tr("Section properties"), kSectionReportItem, p);
-        add(pi, tr("Standard sections"), kSectionSelectionItem, p);
+        add(pi, KwHostTreeText("TreeCrossSection", "Cross section: %1").arg(p->m_sectionName),
+            kSectionDefinitionItem, p, false);
+        add(pi, KwHostTreeText("TreeSectionProperties", "Section properties"), kSectionReportItem,
+            p, false);
+        add(pi, KwHostTreeText("TreeStandardSections", "Standard sections"),
+            kSectionSelectionItem, p, false);
     }
     auto* cons = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                QStringLiteral("Constraints"),
                                                QStringLiteral("TreeCategoryText"),
                                                QStringLiteral("Constraints"))});
-    add(cons, tr("(new constraint)"), 1, nullptr);
+    add(cons, KwHostTreeText("TreeNewConstraint", "(new constraint)"), 1, nullptr, false);
     for (CKwRestraint* c : m_model->m_restraints)
         add(cons, c->GetName(), 1, c);
     auto* loads = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Loads"),
                                                 QStringLiteral("TreeCategoryText"),
                                                 QStringLiteral("Loads"))});
-    add(loads, tr("(new load)"), 0, nullptr);
+    add(loads, KwHostTreeText("TreeNewLoad", "(new load)"), 0, nullptr, false);
     for (CKwLoad* l : m_model->m_loads)
         add(loads, l->GetName(), 0, l);
     auto* analyses = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
@@ -332,7 +445,9 @@ void KwHostWindow::RebuildTree()
                                                    QStringLiteral("Analyses"))});
     for (CKwAnalysis* a : m_model->m_analyses) {
         // Activating an analysis makes it current; the current one stands out.
-        auto* ai = new QTreeWidgetItem(analyses, {a->GetName()});
+        bool named = true;
+        auto* ai = new QTreeWidgetItem(analyses, {analysisName(a, &named)});
+        ai->setData(0, NameRole, named);
         ai->setData(0, HostActionRole, ActionCurrentAnalysis);
         ai->setData(0, ObjectRole, int(m_model->m_analyses.indexOf(a)));
         if (a == m_current) {
@@ -343,7 +458,8 @@ void KwHostWindow::RebuildTree()
         for (CKwSubCase* s : a->GetSubCases()) {
             auto* si = add(ai, s->GetName(), 8, s);
             if (CKwNonlinearSetup* setup = s->GetNonlinearSetup())
-                add(si, tr("Nonlinear parameters"), 53, setup);
+                add(si, KwHostTreeText("TreeNonlinearParameters", "Nonlinear parameters"), 53,
+                    setup, false);
         }
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
@@ -381,6 +497,7 @@ void KwHostWindow::RebuildTree()
         for (const CKwMeshModel::ElementGroup& g : mesh->Groups()) {
             auto* gi = new QTreeWidgetItem(
                 groupsItem, {QStringLiteral("%1 (%2)").arg(g.name).arg(g.elementIds.size())});
+            gi->setData(0, NameRole, true);
             gi->setData(0, HostActionRole, ActionHighlightGroup);
             gi->setData(0, ObjectRole, g.id);
         }

@@ -2,7 +2,9 @@
 // The demo host's main window: the sample model in a tree and a view, menus that open every
 // dialog kind as a host would, a language switch, a unit switch and a solver-running switch.
 #include <QMainWindow>
+#include <functional>
 #include <memory>
+#include <vector>
 
 class CFMView;
 class CKwAnalysis;
@@ -18,6 +20,11 @@ class KwHostWindow : public QMainWindow
 {
     Q_OBJECT
 public:
+    // Tree items that show a name of the model's own (an entity, an analysis, a group) carry
+    // true under this role; every other item's text is the host's and comes from the
+    // language service.
+    static constexpr int NameRole = Qt::UserRole + 10;
+
     explicit KwHostWindow(QWidget* parent = nullptr);
     ~KwHostWindow() override;
 
@@ -43,6 +50,9 @@ private:
     // False, with a message, while editors or point tables show values in the current units.
     bool unitsMayChange();
     void refreshCaptions();
+    // Sets an action's text from the language service now and after every language switch.
+    void caption(QAction* action, std::function<QString()> text);
+    void caption(QAction* action, const char* key, const char* english);
 
     std::unique_ptr<CKwFEModel> m_model;
     std::unique_ptr<KW_UOM> m_units;
@@ -54,4 +64,5 @@ private:
     CKwAnalysis* m_current = nullptr;
     int m_langListener = 0;
     KwSolverRun* m_run = nullptr;
+    std::vector<std::function<void()>> m_recaption;
 };

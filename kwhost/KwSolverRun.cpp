@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "CKwXYPlotDlg.h"
 #include "KW_UOM.h"
+#include "KwHostText.h"
 #include "KwMFCUIEntry.h"
 
 #include <cmath>
@@ -34,10 +35,9 @@ KwSolverRun::KwSolverRun(CFMView* view, QObject* parent) : QObject(parent), m_vi
     // A solver reports a few dozen lines a second.
     m_timer.setInterval(40);
     connect(&m_timer, &QTimer::timeout, this, &KwSolverRun::tick);
-    m_resultName = L"Max von Mises Stress";
     m_units = L"MPa";
     m_points.resize(kSubcases * kIncrements);
-    m_series.resultName = m_resultName.c_str();
+    nameResult();
     m_series.units = m_units.c_str();
     m_series.points = m_points.data();
     m_series.capacity = int(m_points.size());
@@ -51,10 +51,18 @@ KwSolverRun::~KwSolverRun()
         xy->SetPlot(nullptr);
 }
 
+void KwSolverRun::nameResult()
+{
+    // In the language of the moment: the plot shows the name as it is handed over.
+    m_resultName = KwHostText("ResultMaxVonMises", "Max von Mises Stress").toStdWString();
+    m_series.resultName = m_resultName.c_str();
+}
+
 bool KwSolverRun::Start(Kind kind, const QString& analysisName)
 {
     if (IsRunning() || (m_view && m_view->IsSolvraRunning()))
         return false;
+    nameResult();
     m_kind = kind;
     m_subcase = 1;
     m_increment = 1;
@@ -143,12 +151,14 @@ void KwSolverRun::openXYPlot()
 {
     const bool transient = m_kind == Kind::Transient;
     m_plot.ClearValues();
-    m_plot.m_xTitle = transient ? QStringLiteral("Time") : QStringLiteral("Displacement");
+    const QString time = KwHostText("AxisTime", "Time");
+    const QString displacement = KwHostText("AxisDisplacement", "Displacement");
+    m_plot.m_xTitle = transient ? time : displacement;
     m_plot.m_xUnitType = transient ? KwUnitKind::Time : KwUnitKind::Length;
-    m_plot.m_yTitle = transient ? QStringLiteral("Displacement") : QStringLiteral("Load factor");
+    m_plot.m_yTitle = transient ? displacement : KwHostText("AxisLoadFactor", "Load factor");
     m_plot.m_yUnitType = transient ? KwUnitKind::Length : KwUnitKind::Dimensionless;
     for (int s = m_plot.GetSeriesCount(); s < kSubcases; ++s)
-        m_plot.AddSeries(QStringLiteral("Subcase %1").arg(s + 1));
+        m_plot.AddSeries(KwHostText("SeriesSubcase", "Subcase %1").arg(s + 1));
     DialogLaunchRequest r{};
     r.kind = 39;
     r.object = static_cast<CKwFEBase*>(&m_plot);

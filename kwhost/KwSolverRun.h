@@ -54,6 +54,8 @@ private:
     void openXYPlot();
     void feedXYPlot();
     void fillSampleSeries();
+    // Names the watched result in the current language.
+    void nameResult();
     std::uint32_t statusId() const { return m_kind == Kind::Transient ? 42u : 41u; }
 
     CFMView* m_view;

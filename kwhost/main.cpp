@@ -4,10 +4,12 @@
 #include "KwGallery.h"
 #include "KwHostWindow.h"
 #include "KwRegistry.h"
+#include "KwStyleCheck.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <cstdio>
 
@@ -86,17 +88,29 @@ int main(int argc, char** argv)
         if (!parser.isSet(settings)) // the gallery must not move the user's own dialogs
             KwSetRegistryFile(QDir(dir).filePath(QStringLiteral("gallery-settings.ini")));
         if (!haveDisplay && !parser.isSet(gallery))
-            std::printf("kwhost: no display; rendering the dialog gallery instead.\n");
-        const KwGalleryResult r = KwRenderGallery(&window, dir);
-        std::printf("kwhost: wrote %lld dialog pictures to %s\n",
+            std::printf("kwhost: no display; rendering the dialog gallery instead\n");
+        // Every picture's window is also checked against the house look; the findings go to a
+        // file next to the pictures for whoever works on a dialog.
+        QStringList findings;
+        const KwGalleryResult r =
+            KwRenderGallery(&window, dir, [&](unsigned, QWidget* w, const QString& picture) {
+                for (const KwStyleFinding& f : KwCheckStyle(w))
+                    findings << QStringLiteral("%1  %2 %3  (%4)")
+                                    .arg(picture, f.rule, f.widget, f.detail);
+            });
+        QFile report(QDir(dir).filePath(QStringLiteral("style-findings.txt")));
+        if (report.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+            report.write((findings.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8());
+        std::printf("kwhost: %lld pictures (%s) in %s\n",
                     static_cast<long long>(r.written.size()),
+                    qPrintable(CKwXMLUtils::GetLanguageDisplayName(
+                        CKwXMLUtils::GetCurrentLanguage())),
                     qPrintable(QDir(dir).absolutePath()));
-        for (const QString& f : r.written)
-            std::printf("  %s\n", qPrintable(f));
         if (!r.unavailable.isEmpty())
-            std::printf("kwhost: %lld kinds are not available in this build: %s\n",
+            std::printf("kwhost: %lld dialog kinds open nothing in this build; see %s\n",
                         static_cast<long long>(r.unavailable.size()),
-                        qPrintable(r.unavailable.join(QStringLiteral(", "))));
+                        qPrintable(QDir(dir).filePath(
+                            QString::fromLatin1(kKwGalleryUnavailableFile))));
         return 0;
     }
     window.show();

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds and starts the demo host. Without a display it renders the dialog gallery to PNG
-# files (default folder: gallery/); extra arguments go to kwhost.
+# files, in English to gallery/en and in German to gallery/de; extra arguments go to kwhost.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/setup.sh
@@ -15,6 +15,10 @@ if ! { cmake --preset default -DKW_BUILD_TESTS=OFF -DKW_BUILD_BENCH=OFF &&
   exit 1
 fi
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ $# -eq 0 ]; then
-  exec ./build/default/bin/kwhost --gallery gallery
+  echo "run: no display; rendering the dialog gallery in English and German"
+  ./build/default/bin/kwhost --gallery gallery/en --lang en
+  ./build/default/bin/kwhost --gallery gallery/de --lang de
+  echo "run: open the PNG files in gallery/en and gallery/de (host-window.png is the main window)"
+  exit 0
 fi
 exec ./build/default/bin/kwhost "$@"

@@ -7,6 +7,7 @@
 
 #include <QAbstractTableModel>
 #include <QString>
+#include <cstddef>
 #include <vector>
 
 class CKwMeshModel;
@@ -38,17 +39,34 @@ public:
     void Reload();
     // Captions and element-type texts in the current language.
     void RetranslateTexts();
-    // Whether a cell is coloured: its check is on and its value, in the display angle unit
-    // for angles, lies beyond the limit. ID and type cells never are.
+    // Whether a cell is coloured: its check is on and the number its text shows (in the
+    // display angle unit for angles) lies beyond the limit, strictly. A collapsed element's
+    // cell ("Degenerate") fails an active check. ID and type cells never are coloured.
     bool CellFails(int row, int column) const;
     // The text of a cell as the table shows it.
     QString CellText(int row, int column) const;
+    // For a measure that failed its check although its rounded text does not (2.0000001
+    // against 2 shows "2.000"): the full value and the limit, so that the user sees why the
+    // element is listed. Empty for every other cell.
+    QString CellToolTip(int row, int column) const;
     // Rows as tab-separated lines, headed by the captions; rows in table order, whatever
     // order they are given in. An empty list copies every row.
     QString CopyText(std::vector<int> rows) const;
     const CKwUIMeshQualityResults::FailedElement& RecordAt(int row) const;
 
+    // Writes a finite measure as its cell shows it, "%0.3f" or (`exponent`) "%0.3E", the same
+    // digits as QString::asprintf, at `p` (at least 352 characters before `end`); returns
+    // the end of the text.
+    static char* WriteValue(char* p, char* end, double v, bool exponent);
+    // Room for any double in fixed notation with three decimals (309 digits at most).
+    static constexpr std::size_t kValueBuffer = 352;
+
 private:
+    // A measure in the unit the cell shows (angles in the display angle unit).
+    double ShownValue(const CKwUIMeshQualityResults::FailedElement& rec, int measure) const;
+    static bool UsesExponent(const CKwUIMeshQualityResults::FailedElement& rec, int measure,
+                             double shown);
+
     const CKwUIMeshQualityResults* m_results;
     const CKwMeshModel* m_mesh;
     const KW_UOM* m_units;

@@ -171,13 +171,7 @@ CKwMFCUILoad::CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int, CFMView* vie
     m_ui->hideMembers->SetToolTips(
         {"Loads", "ToolTipHideStructuralMember", "Hide all bodies"},
         {"Loads", "ToolTipShowStructuralMember", "Show all bodies"});
-    connect(m_ui->hideMembers, &CKwHideMembersButton::membersShownChanged, this,
-            [this](bool shown) {
-                if (CFMView* v = GetFMView())
-                    v->HideBodies(CFMView::BodyStructuralMembers | CFMView::BodySolids,
-                                  shown ? 0 : 1);
-                update();
-            });
+    ConnectHideMembersButton(m_ui->hideMembers);
     connect(m_ui->advancedToggle, &QPushButton::clicked, this,
             &CKwMFCUILoad::ToggleAdvancedOptions);
     connect(m_ui->browse, &QPushButton::clicked, this, &CKwMFCUILoad::BrowseResultsFile);
@@ -217,9 +211,13 @@ bool CKwMFCUILoad::OnInitDialog()
     m_ui->locationBox->SetSingleSelection(true);
     m_ui->locationBox->SetFilter(kLocationByVertex);
     RegisterSelectionBox(m_ui->locationBox);
-    // Clicking into a box makes it the target of picks.
-    m_ui->selection->installEventFilter(this);
-    m_ui->locationBox->installEventFilter(this);
+    // Clicking into a box makes it the target of picks; the location box only while the
+    // load takes a location.
+    TargetOnClick(m_ui->selection, [this] {
+        SetValue(FieldPickTarget, PickEntities);
+        return true;
+    });
+    TargetOnClick(m_ui->locationBox, [this] { return SetValue(FieldPickTarget, PickLocation) != 0; });
     {
         const QSignalBlocker b1(m_ui->size), b2(m_ui->density);
         m_ui->size->setRange(1, 10);
@@ -232,24 +230,23 @@ bool CKwMFCUILoad::OnInitDialog()
     SetFormToggle({{m_ui->mainPart, {}, {}}, {m_ui->ok, {}, {}}, {m_ui->cancel, {}, {}}},
                   m_ui->advancedToggle, {}, {});
     ToggleForm();
+    // A new load opens with the general prompt; the type's own prompt takes over once the
+    // user chooses a type.
+    m_openingPrompt = GetNewObject() != nullptr;
+    showOpeningPrompt();
     return ok;
 }
 
-bool CKwMFCUILoad::eventFilter(QObject* watched, QEvent* event)
+void CKwMFCUILoad::showOpeningPrompt()
 {
-    if (event->type() == QEvent::FocusIn) {
-        if (watched == m_ui->locationBox && SetValue(FieldPickTarget, PickLocation))
-            SetActiveSelectionBox(m_ui->locationBox);
-        else if (watched == m_ui->selection) {
-            SetValue(FieldPickTarget, PickEntities);
-            SetActiveSelectionBox(m_ui->selection);
-        }
-    }
-    return CKwMFCUIBase::eventFilter(watched, event);
+    if (m_openingPrompt)
+        SetControlToolTip(CodeEntities, KwPropText("Constraints", "TooltipSelectedEntities",
+                                                   "Select face, edge, or vertex"));
 }
 
 void CKwMFCUILoad::OnObjectDataLoaded()
 {
+    m_openingPrompt = false; // a reload (next, duplicate, refresh) shows the type's prompt
     CKwMFCUIBase::OnObjectDataLoaded();
     showTypeExtras();
 }
@@ -264,12 +261,17 @@ void CKwMFCUILoad::SetTextToCurrentLang()
         SelectTypeFromEntity();
         showTypeExtras();
     }
+    showOpeningPrompt();
 }
 
 int CKwMFCUILoad::OnTypeRowChosen(int row)
 {
     // A heading cannot stay chosen: the row below it is taken.
-    return IsHeadingRow(row) ? row + 1 : row;
+    const int taken = IsHeadingRow(row) ? row + 1 : row;
+    // The advisories come before the base compares the type with the stored one: a heading
+    // that hands on to the stored type warns like any other choice of it.
+    adviseOn(TypeOfRow(taken));
+    return taken;
 }
 
 void CKwMFCUILoad::showTypeExtras()
@@ -366,7 +368,7 @@ void CKwMFCUILoad::onLocationMode()
     }
 }
 
-void CKwMFCUILoad::OnTypeChanged(int type)
+void CKwMFCUILoad::adviseOn(int type)
 {
     const CKwAnalysis* analysis = GetAnalysis();
     const int code = analysis ? analysis->GetAnalysisTypeCode() : 0;
@@ -394,6 +396,11 @@ void CKwMFCUILoad::OnTypeChanged(int type)
     if (isExplicit && type == CKwLoad::FromOutput)
         ShowAdvisory("Loads", "FromOutputLoadNotSupportedExplicit",
                      "'From Output' load not supported in Explicit analyses.");
+}
+
+void CKwMFCUILoad::OnTypeChanged(int)
+{
+    m_openingPrompt = false;
     showTypeExtras();
 }
 
@@ -442,24 +449,21 @@ bool CKwMFCUILoad::EditTableData(int use)
         showTypeExtras();
         return false;
     }
+    KeepTableForCancel(id, use); // the table dialog writes into the model's table
     return openTableDialog(table) == KwMB::IDOK;
 }
 
 int CKwMFCUILoad::defineNewTable(int use)
 {
-    // A new, empty table of this use, kept only when its dialog ends with OK.
-    CKwFEModel* model = GetModel();
-    CKwLoad* l = GetEditObject();
-    if (!model || !l)
+    // A new, empty table of this use, kept only when its dialog ends with OK and then only
+    // as long as the load editor is not cancelled.
+    if (!GetModel() || !GetEditObject())
         return 0;
-    const int count = static_cast<int>(KwTableLookup::List(model, use).size());
-    const int id = KwTableLookup::Add(
-        model, use, KwPropText("Loads", "DropDownNewTable", "New Table") +
-                        QStringLiteral(" %1").arg(count + 1));
-    CKwTable* table = KwTableLookup::Find(model, id, use);
+    const int id = AddNewTable(use);
+    CKwTable* table = KwTableLookup::Find(GetModel(), id, use);
     const bool kept = table && openTableDialog(table) == KwMB::IDOK;
     if (!kept)
-        KwTableLookup::Remove(model, id);
+        DropNewTable(id);
     LoadTableItems();
     if (kept) {
         SetValue(use == KwTableLookup::Time ? FieldTimeTable : FieldTemperatureTable, id);
@@ -477,11 +481,7 @@ void CKwMFCUILoad::ToggleAdvancedOptions()
 
 void CKwMFCUILoad::BrowseResultsFile()
 {
-    // The filter is kept in the form "name|pattern|name|pattern".
-    const QStringList parts = QString::fromLatin1(ResultsFileFilter()).split(QLatin1Char('|'));
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        filters << parts[i];
+    const QStringList filters = FileDialogFilters(QString::fromLatin1(ResultsFileFilter()));
     QFileDialog dlg(this, KwPropText("Loads", "LabelFlowEFDResultsFile", "Results File"));
     dlg.setAcceptMode(QFileDialog::AcceptOpen);
     dlg.setFileMode(QFileDialog::ExistingFile);

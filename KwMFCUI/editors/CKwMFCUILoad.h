@@ -49,9 +49,11 @@ protected:
     bool OnInitDialog() override;
     int OnTypeRowChosen(int row) override;
     void OnTypeChanged(int type) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // The advisories of a type about to be chosen; the choice stands.
+    void adviseOn(int type);
+    void showOpeningPrompt();
     void showTypeExtras();
     void onSubtype(int row);
     void onTableRow(int use, int row);
@@ -61,4 +63,5 @@ private:
     void onLocationMode();
 
     std::unique_ptr<Ui::CKwMFCUILoad> m_ui;
+    bool m_openingPrompt = false;
 };

@@ -2,11 +2,7 @@
 
 #include "CFMView.h"
 #include "CKwAnalysis.h"
-#include "CKwMaterialNonlinearDialog.h"
 #include "CKwOrthotropic3DDlg.h"
-#include "CKwTable.h"
-#include "CKwTableDialog.h"
-#include "CKwFunction.h"
 #include "CKwiCKAddin.h"
 #include "KwMessageBox.h"
 #include "KwNumbers.h"
@@ -15,13 +11,13 @@
 #include "KwMaterialEditorSupport.h"
 #include "KwMaterialKeys.h"
 #include "KwOrthotropicStiffness.h"
-#include "KwTextCellDelegate.h"
+#include "KwMaterialPanels.h"
+#include "KwMaterialValueTable.h"
 #include "ui_CKwMFCUIMaterial.h"
 
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QTableView>
-#include <QAbstractTableModel>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -159,212 +155,7 @@ CKwMFCUIMaterial::PointTableHook& pointTableHook()
     return hook;
 }
 
-// The headings of the value table. The allowables of the orthotropic types carry the names
-// of their allowables groups.
-enum ValueHeading { HeadStiffness, HeadAllowables, HeadMatL8, HeadMatL12, HeadExpansion,
-                    HeadThermal, HeadingCount };
-constexpr KwTextRow kHeadings[HeadingCount] = {
-    {0, "Materials", "GroupStiffness", "Stiffness"},
-    {0, "Materials", "GroupAllowables", "Allowables"},
-    {0, "Materials", "GroupMatL8", "MATL8"},
-    {0, "Materials", "GroupMatL12", "MATL12"},
-    {0, "Materials", "LabelThermalExpansionCoef", "Thermal Expansion"},
-    {0, "Materials", "GroupThermal", "Thermal"},
-};
-
-int headingOf(int key, int type)
-{
-    switch (key) {
-    case K::SIGXT: case K::SIGXC: case K::SIGYLD: case K::SIGXY: case K::YLDPNT: case K::COHS:
-    case K::FANG: case K::XT: case K::YT: case K::ZT: case K::XC: case K::YC: case K::ZC:
-    case K::S: case K::S12: case K::S23: case K::S13: case K::F12: case K::F23: case K::F13:
-        return type == CKwMaterial::Orthotropic2D   ? HeadMatL8
-               : type == CKwMaterial::Orthotropic3D ? HeadMatL12
-                                                    : HeadAllowables;
-    case K::ALPX: case K::ALP1: case K::ALP2: case K::ALP3: case K::A1: case K::A2: case K::A3:
-    case K::A4: case K::A5: case K::A6:
-        return HeadExpansion;
-    case K::KX: case K::C: case K::REFT: case K::K11: case K::K22: case K::K33: case K::K12:
-    case K::K13: case K::K23:
-        return HeadThermal;
-    default:
-        return HeadStiffness;
-    }
-}
-
-// The rows of a type: its keys grouped under their headings, in heading order, the keys of a
-// group in the type's order. A heading row is stored as -1 - heading.
-std::vector<int> groupedRows(int type)
-{
-    const std::vector<int> keys = CKwMaterial::KeysForType(type);
-    std::vector<int> rows;
-    rows.reserve(keys.size() + HeadingCount);
-    for (int h = 0; h < HeadingCount; ++h) {
-        bool headed = false;
-        for (int key : keys) {
-            if (headingOf(key, type) != h)
-                continue;
-            if (!headed)
-                rows.push_back(-1 - h);
-            headed = true;
-            rows.push_back(key);
-        }
-    }
-    return rows;
-}
-
-// The heads "%s(Gij)" over the six columns of a stiffness matrix grid, then the label that
-// takes the matrix's unit; returns that label.
-QLabel* addMatrixHeads(QWidget* parent, QGridLayout* grid, int idBase)
-{
-    QLabel* head = nullptr;
-    for (int c = 0; c < 7; ++c) {
-        head = new QLabel(parent);
-        head->setProperty("kwData", true);
-        if (c < 6)
-            head->setText(QStringLiteral("%1(Gij)").arg(c + 1));
-        KwSetControlId(head, idBase + c);
-        grid->addWidget(head, 0, c);
-    }
-    return head;
-}
-
 } // namespace
-
-// The property values of the material: every key has its value, unit and tool tip here
-// whether or not the current type shows it; the rows are the keys of the current type under
-// their headings.
-class KwMaterialValueModel : public QAbstractTableModel
-{
-public:
-    enum Column { Symbol, Label, Value, Unit, ColumnCount };
-    using QAbstractTableModel::QAbstractTableModel;
-
-    std::array<QString, K::Count> value, unit, tip, label;
-    std::array<QString, HeadingCount> heading;
-
-    int rowCount(const QModelIndex& parent = {}) const override
-    {
-        return parent.isValid() ? 0 : int(m_shown.size());
-    }
-    int columnCount(const QModelIndex& parent = {}) const override
-    {
-        return parent.isValid() ? 0 : ColumnCount;
-    }
-    // The key of a row; -1 for a heading or a row that is not there.
-    int keyAt(int row) const
-    {
-        return row >= 0 && row < rowCount() && m_shown[row] >= 0 ? m_shown[row] : -1;
-    }
-    int headingAt(int row) const
-    {
-        return row >= 0 && row < rowCount() && m_shown[row] < 0 ? -1 - m_shown[row] : -1;
-    }
-    int rowOf(int key) const
-    {
-        if (key < 0)
-            return -1;
-        const auto it = std::find(m_shown.begin(), m_shown.end(), key);
-        return it == m_shown.end() ? -1 : int(it - m_shown.begin());
-    }
-    QVariant data(const QModelIndex& index, int role) const override
-    {
-        if (const int h = headingAt(index.row()); h >= 0) {
-            if (role == Qt::DisplayRole && index.column() == Symbol)
-                return heading[h];
-            if (role == Qt::FontRole) {
-                QFont f;
-                f.setBold(true);
-                return f;
-            }
-            // Headings take no focus or selection, but read as text, not as a disabled cell.
-            if (role == Qt::ForegroundRole)
-                return QGuiApplication::palette().brush(QPalette::Active, QPalette::WindowText);
-            return {};
-        }
-        const int key = keyAt(index.row());
-        if (key < 0)
-            return {};
-        if (role == Qt::DisplayRole || role == Qt::EditRole) {
-            switch (index.column()) {
-            case Symbol: return K::Key(key);
-            case Label: return label[key];
-            case Value: return value[key];
-            case Unit: return unit[key];
-            default: return {};
-            }
-        }
-        if (role == Qt::ToolTipRole && index.column() == Value && !tip[key].isEmpty())
-            return tip[key];
-        // The values stand out as the column to type in.
-        if (role == Qt::BackgroundRole && index.column() == Value)
-            return QGuiApplication::palette().brush(QPalette::Base);
-        return {};
-    }
-    Qt::ItemFlags flags(const QModelIndex& index) const override
-    {
-        if (headingAt(index.row()) >= 0)
-            return Qt::NoItemFlags;
-        Qt::ItemFlags f = QAbstractTableModel::flags(index);
-        return index.column() == Value ? f | Qt::ItemIsEditable : f;
-    }
-    bool setData(const QModelIndex& index, const QVariant& v, int role) override
-    {
-        const int key = keyAt(index.row());
-        if (key < 0 || index.column() != Value || role != Qt::EditRole)
-            return false;
-        setText(value, key, v.toString());
-        return true;
-    }
-    void setText(std::array<QString, K::Count>& column, int key, const QString& text)
-    {
-        if (key < 0 || key >= K::Count || column[key] == text)
-            return;
-        column[key] = text;
-        const int row = rowOf(key);
-        if (row >= 0) {
-            const int c = &column == &value ? Value : &column == &unit ? Unit : Label;
-            emit dataChanged(index(row, c), index(row, c));
-        }
-    }
-    // True if the rows changed (the view then lays its heading spans anew).
-    bool show(std::vector<int> rows)
-    {
-        if (rows == m_shown)
-            return false;
-        beginResetModel();
-        m_shown = std::move(rows);
-        endResetModel();
-        return true;
-    }
-    void relabel()
-    {
-        for (int i = 0; i < K::Count; ++i)
-            label[i] = KwLabel(K::Label(i));
-        // The hyperelastic constants that share a label say more in their tool tips.
-        const QString order = KwPropText("Materials", "ToolTipNAND",
-                                         "Strain energy polynomial order");
-        tip[K::NA] = QStringLiteral("%1: %2").arg(
-            order, KwPropText("Materials", "ToolTipNA", "Distortional"));
-        tip[K::ND] = QStringLiteral("%1: %2").arg(
-            order, KwPropText("Materials", "ToolTipND", "Volumetric"));
-        const QString mu = KwPropText("Materials", "ToolTipMU",
-                                      "Shear moduli related to distortional deformation");
-        const QString alpha = KwPropText("Materials", "ToolTipALPHA",
-                                         "Exponent related to distortional deformation");
-        for (int i : {int(K::MU1), int(K::MU2), int(K::MU3)})
-            tip[i] = mu;
-        for (int i : {int(K::ALPHA1), int(K::ALPHA2), int(K::ALPHA3)})
-            tip[i] = alpha;
-        for (int h = 0; h < HeadingCount; ++h)
-            heading[h] = KwPropText(kHeadings[h].section, kHeadings[h].key, kHeadings[h].english);
-        if (!m_shown.empty())
-            emit dataChanged(index(0, Symbol), index(rowCount() - 1, Label));
-    }
-
-private:
-    std::vector<int> m_shown;
-};
 
 void CKwMFCUIMaterial::SetPointTableHook(PointTableHook hook) { pointTableHook() = std::move(hook); }
 
@@ -379,37 +170,7 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     // The extra values and the matrix are made when a type first shows them (see ensureRows).
     m_values = new KwMaterialValueModel(this);
     m_values->relabel();
-    m_valueView = new QTableView(m_ui->structural);
-    m_valueView->setModel(m_values);
-    m_valueView->setItemDelegate(new KwTextCellDelegate(m_valueView));
-    m_valueView->setObjectName(QStringLiteral("valueTable"));
-    m_valueView->horizontalHeader()->hide();
-    m_valueView->verticalHeader()->hide();
-    m_valueView->setShowGrid(false);
-    {
-        QPalette pal = m_valueView->palette();
-        pal.setColor(QPalette::Base, pal.color(QPalette::Window));
-        m_valueView->setPalette(pal);
-    }
-    m_valueView->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_valueView->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_valueView->setEditTriggers(QAbstractItemView::AllEditTriggers);
-    m_valueView->setWordWrap(false);
-    {
-        QHeaderView* h = m_valueView->horizontalHeader();
-        h->setSectionResizeMode(KwMaterialValueModel::Symbol, QHeaderView::Fixed);
-        h->setSectionResizeMode(KwMaterialValueModel::Label, QHeaderView::Stretch);
-        h->setSectionResizeMode(KwMaterialValueModel::Value, QHeaderView::Fixed);
-        h->setSectionResizeMode(KwMaterialValueModel::Unit, QHeaderView::Fixed);
-        const QFontMetrics fm(m_valueView->font());
-        h->resizeSection(KwMaterialValueModel::Symbol, fm.horizontalAdvance(QStringLiteral("SIGYLDW")));
-        h->resizeSection(KwMaterialValueModel::Value, fm.horizontalAdvance(QStringLiteral("0")) * 16);
-        h->resizeSection(KwMaterialValueModel::Unit, fm.horizontalAdvance(QStringLiteral("mW/(mm C)W")));
-        m_valueView->verticalHeader()->setDefaultSectionSize(fm.height() + 10);
-        // Ten rows in sight: a heading and the values of a group or two without scrolling.
-        m_valueView->setMinimumHeight(10 * (fm.height() + 10) + 2 * m_valueView->frameWidth());
-    }
-    m_valueView->setToolTip(QString());
+    m_valueView = KwMakeMaterialValueView(m_ui->structural, m_values);
     m_ui->structuralLayout->insertWidget(0, m_valueView, 1);
     m_extraRows.resize(kExtras);
     m_ui->valuesGrid->setColumnStretch(1, 1);
@@ -473,48 +234,45 @@ bool CKwMFCUIMaterial::OnInitDialog()
     // Shorter than that by hand, the panels would be squeezed.
     setMinimumHeight(minimumSizeHint().height() + extra);
     resize(width(), opened);
-    applyWidth(type);
+    ApplyTypeWidth(type);
     return ok;
-}
-
-QString CKwMFCUIMaterial::aijToolTip(int extra)
-{
-    // The two constants of the common models have texts of their own; the others their symbol.
-    if (extra == CKwMaterial::A10)
-        return KwPropText("Materials", "ToolTipA10", "A10");
-    if (extra == CKwMaterial::A01)
-        return KwPropText("Materials", "ToolTipA01", "A01");
-    return CKwMaterial::ExtraKey(extra);
 }
 
 void CKwMFCUIMaterial::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
     m_values->relabel();
-    if (m_aijGrid)
-        for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
-            if (QWidget* cell = m_extraRows[e][2])
-                cell->setToolTip(aijToolTip(e));
+    for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e)
+        if (QLineEdit* cell = m_aij.cells[std::size_t(e)])
+            cell->setToolTip(KwAijToolTip(e));
     // The experimental data list names what "Define..." opens: never blank.
     if (m_ui->experimental->currentIndex() < 0 && m_ui->experimental->count() > 0)
         m_ui->experimental->setCurrentIndex(0);
-    // The text table lists the offered types; a stored type that is not offered follows them
-    // (see GetListedTypes). The type list's item rows stand in type code order.
+    syncTypeItems();
+    SelectTypeFromEntity();
+}
+
+void CKwMFCUIMaterial::syncTypeItems()
+{
+    // The text table lists the offered types; a stored or loaded type that is not offered
+    // follows them (see GetListedTypes). The type list's item rows stand in type code order.
     const std::vector<int> listed = GetListedTypes();
-    QComboBox* combo = m_ui->type;
-    if (combo->count() >= int(listed.size()))
-        return;
     std::vector<const KwTextRow*> items;
     for (const KwTextRow& row : kTexts)
         if (row.ctrlId == 1390 && row.to.target == T::Item)
             items.push_back(&row);
-    {
-        const QSignalBlocker block(combo);
-        for (int row = combo->count(); row < int(listed.size()); ++row)
-            if (listed[row] >= 0 && listed[row] < int(items.size()))
-                combo->addItem(KwRowText(*items[listed[row]]));
+    QComboBox* combo = m_ui->type;
+    const QSignalBlocker block(combo);
+    for (int row = 0; row < int(listed.size()); ++row) {
+        const int t = listed[row];
+        const QString text = t >= 0 && t < int(items.size()) ? KwRowText(*items[t]) : QString();
+        if (row >= combo->count())
+            combo->addItem(text);
+        else if (combo->itemText(row) != text)
+            combo->setItemText(row, text);
     }
-    SelectTypeFromEntity();
+    while (combo->count() > int(listed.size()))
+        combo->removeItem(combo->count() - 1);
 }
 
 std::array<QWidget*, 4> CKwMFCUIMaterial::makeRow(int gridRow, const QString& symbol,
@@ -567,17 +325,8 @@ bool CKwMFCUIMaterial::ensureRows(int type)
         made = true;
     }
     if (type == CKwMaterial::Anisotropic3D && !m_matrixMade) {
-        // The stiffness matrix, upper triangle: heads "%s(Gij)" over the columns.
-        QWidget* parent = m_ui->matrix;
-        int k = 0;
-        for (int r = 0; r < 6; ++r)
-            for (int c = r; c < 6; ++c) {
-                auto* cell = new QLineEdit(parent);
-                cell->setMinimumWidth(60);
-                KwSetControlId(cell, kMatrixIdBase + k++);
-                m_ui->matrixGrid->addWidget(cell, r + 1, c);
-            }
-        addMatrixHeads(parent, m_ui->matrixGrid, kMatrixHeadIdBase);
+        KwAddStiffnessGrid(m_ui->matrix, m_ui->matrixGrid, kMatrixIdBase, kMatrixHeadIdBase, 60,
+                           false);
         m_matrixMade = m_freshMatrix = made = true;
     }
     // Computed, not filled: nothing for the logic to load.
@@ -598,24 +347,12 @@ void CKwMFCUIMaterial::makeOrthotropicMatrix()
                                 this);
     KwSetControlId(group, kOrthoMatrixId);
     auto* grid = new QGridLayout(group);
-    QPalette shown = palette();
-    shown.setColor(QPalette::Base, shown.color(QPalette::Window));
-    // A line edit keeps its frame and two pixels either side of its text.
+    // Room for the widest number "%.5g" gives, sign and exponent included; a line edit keeps
+    // its frame and two pixels either side of its text.
     const int wide = fontMetrics().horizontalAdvance(QStringLiteral("-8.8888e+05 ")) +
                      2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 2);
-    int k = 0;
-    for (int r = 0; r < 6; ++r)
-        for (int c = r; c < 6; ++c) {
-            auto* cell = new QLineEdit(group);
-            cell->setReadOnly(true);
-            cell->setPalette(shown);
-            // Room for the widest number "%.5g" gives, sign and exponent included.
-            cell->setMinimumWidth(wide);
-            KwSetControlId(cell, kOrthoCellIdBase + k);
-            m_orthoCells[std::size_t(k++)] = cell;
-            grid->addWidget(cell, r + 1, c);
-        }
-    m_orthoUnit = addMatrixHeads(group, grid, kOrthoHeadIdBase);
+    m_orthoUnit = KwAddStiffnessGrid(group, grid, kOrthoCellIdBase, kOrthoHeadIdBase, wide, true,
+                                     &m_orthoCells);
     m_orthoNote = new QLabel(KwPropText("Materials", "LabelMatrixNotPositiveDefinite",
                                         "No matrix: these constants give no positive-definite "
                                         "compliance."),
@@ -663,73 +400,19 @@ void CKwMFCUIMaterial::showOrthotropicStiffness()
 
 void CKwMFCUIMaterial::makeAijGrid()
 {
-    if (m_aijGrid)
+    if (m_aij.widget)
         return;
-    m_aijGrid = new QWidget(m_ui->hyperelastic);
-    auto* grid = new QGridLayout(m_aijGrid);
-    grid->setContentsMargins(0, 0, 0, 0);
-    auto* title = new QLabel(KwPropText("Materials", "LabelDistortionalDeformationConstants",
-                                       "Distortional Deformation Constants(Aij)"),
-                             m_aijGrid);
-    KwSetControlId(title, kAijTitleId);
-    grid->addWidget(title, 0, 0, 1, 6);
-    // Heads: i down the side, j across the top.
-    auto* corner = new QLabel(QStringLiteral("i \\ j"), m_aijGrid);
-    corner->setProperty("kwData", true);
-    grid->addWidget(corner, 1, 0);
-    for (int n = 0; n <= 3; ++n) {
-        auto* across = new QLabel(QString::number(n), m_aijGrid);
-        auto* down = new QLabel(QString::number(n), m_aijGrid);
-        for (QLabel* head : {across, down}) {
-            head->setProperty("kwData", true);
-            head->setAlignment(Qt::AlignCenter);
-        }
-        grid->addWidget(across, 1, n + 1);
-        grid->addWidget(down, n + 2, 0);
-    }
-    auto* unit = new QLabel(m_aijGrid);
-    unit->setProperty("kwData", true);
-    KwSetControlId(unit, kExtraUnitIdBase + CKwMaterial::A10);
-    grid->addWidget(unit, 2, 5);
-    // The extras A10 ... A03 in their own order, each at (i, j) from its symbol.
+    m_aij = KwMakeAijGrid(m_ui->hyperelastic, kExtraIdBase, kExtraUnitIdBase + CKwMaterial::A10,
+                          kAijTitleId);
+    // The cells keep the extra values' ids: the logic fills and reads them by their codes.
     for (int e = CKwMaterial::A10; e <= CKwMaterial::A03; ++e) {
-        const QString symbol = CKwMaterial::ExtraKey(e);
-        const int i = symbol.at(1).digitValue();
-        const int j = symbol.at(2).digitValue();
-        auto* cell = new QLineEdit(m_aijGrid);
-        cell->setMinimumWidth(70);
-        cell->setToolTip(aijToolTip(e));
-        KwSetControlId(cell, kExtraIdBase + e);
-        grid->addWidget(cell, i + 2, j + 1);
-        m_extraRows[e] = {nullptr, nullptr, cell, e == CKwMaterial::A10 ? unit : nullptr};
+        m_extraRows[e] = {nullptr, nullptr, m_aij.cells[std::size_t(e)],
+                          e == CKwMaterial::A10 ? m_aij.unit : nullptr};
         m_freshExtras.push_back(e);
     }
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(2, 1);
-    grid->setColumnStretch(3, 1);
-    grid->setColumnStretch(4, 1);
-    m_ui->hyperGrid->addWidget(m_aijGrid, 2, 0, 1, 3);
-    connect(m_ui->model, &QComboBox::currentIndexChanged, this, [this] { enableAijCells(); });
-}
-
-void CKwMFCUIMaterial::enableAijCells()
-{
-    if (!m_aijGrid)
-        return;
-    // The constants each model is built from; Ogden takes its moduli and exponents instead.
-    using E = CKwMaterial::Extra;
-    static constexpr std::array<unsigned, CKwMaterial::HyperelasticModelCount> kUsed = {
-        1u << E::A10,                                        // Neo-Hookean
-        1u << E::A10 | 1u << E::A01,                         // Mooney-Rivlin
-        1u << E::A10 | 1u << E::A20 | 1u << E::A30,          // Yeoh
-        0u,                                                  // Ogden
-        (1u << (E::A03 + 1)) - 1,                            // Polynomial
-    };
-    const int model = m_ui->model->currentIndex();
-    const unsigned used = model >= 0 && model < int(kUsed.size()) ? kUsed[model] : 0u;
-    for (int e = E::A10; e <= E::A03; ++e)
-        if (QWidget* cell = m_extraRows[e][2])
-            cell->setEnabled((used >> e) & 1u);
+    m_ui->hyperGrid->addWidget(m_aij.widget, 2, 0, 1, 3);
+    connect(m_ui->model, &QComboBox::currentIndexChanged, this,
+            [this](int model) { KwEnableAijCells(m_aij, model); });
 }
 
 bool CKwMFCUIMaterial::isAbsentCode(int code) const
@@ -821,10 +504,14 @@ void CKwMFCUIMaterial::SetKeyValueText(int key, const QString& text)
 
 void CKwMFCUIMaterial::OnObjectDataLoaded()
 {
+    // A material read from a file may bring a type the list does not offer.
+    syncTypeItems();
     CKwMFCUIBase::OnObjectDataLoaded();
     int type = 0;
-    if (GetValue(FieldType, type))
+    if (GetValue(FieldType, type)) {
         showRowsOfType(type);
+        ApplyTypeWidth(type);
+    }
 }
 
 bool CKwMFCUIMaterial::IsKeyShown(int key) const { return m_values->rowOf(key) >= 0; }
@@ -847,12 +534,7 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     m_freshMatrix = false;
     const std::vector<int> extras = CKwMaterial::ExtrasForType(type);
     commitTypedValue();
-    if (m_values->show(groupedRows(type))) {
-        m_valueView->clearSpans();
-        for (int r = 0; r < m_values->rowCount(); ++r)
-            if (m_values->headingAt(r) >= 0)
-                m_valueView->setSpan(r, 0, 1, KwMaterialValueModel::ColumnCount);
-    }
+    KwShowMaterialRows(m_valueView, m_values, type);
     // The extra rows stand in the list below the table; the hyperelastic constants in their
     // grid.
     for (int e = 0; e < kExtras; ++e) {
@@ -869,7 +551,7 @@ void CKwMFCUIMaterial::showRowsOfType(int type)
     if (listed > 0)
         m_ui->scroll->setFixedHeight(extraListHeight(listed));
     m_ui->scroll->setVisible(listed > 0);
-    enableAijCells();
+    KwEnableAijCells(m_aij, m_ui->model->currentIndex());
     m_ui->matrix->setVisible(type == CKwMaterial::Anisotropic3D);
     m_ui->hyperelastic->setVisible(type == CKwMaterial::Hyperelastic);
     m_ui->stressStrain->setVisible(hasStressStrainCurve(type));
@@ -941,7 +623,7 @@ int CKwMFCUIMaterial::heightOfTypePanels(int type) const
     if (type == CKwMaterial::Hyperelastic) {
         const int gap = spacingOr(m_ui->hyperGrid->verticalSpacing());
         h += spacing + m_ui->hyperelastic->sizeHint().height();
-        if (!m_aijGrid) // title, heads, four rows of constants
+        if (!m_aij.widget) // title, heads, four rows of constants
             h += gap + 2 * label + 4 * edit + 5 * gap;
     }
     if (type == CKwMaterial::Anisotropic3D)
@@ -993,30 +675,25 @@ int CKwMFCUIMaterial::extraUnitWidth() const
            spacingOr(m_ui->valuesGrid->horizontalSpacing());
 }
 
-void CKwMFCUIMaterial::applyWidth(int type)
+int CKwMFCUIMaterial::WidthForType(int type) const { return KwMaterialDialogWidth(type); }
+
+void CKwMFCUIMaterial::OnTypeLeaving(int)
 {
-    // Dialog units of the template, scaled for the screen's density; left, top, height kept.
-    const QScreen* s = screen();
-    const qreal scale = s ? s->logicalDotsPerInch() / 96.0 : 1.0;
-    const QRect g = geometry();
-    setGeometry(g.left(), g.top(), qRound(KwMaterialDialogWidth(type) * scale), g.height());
+    // The edit copy takes what the panels of the old type show before they change: the
+    // sub-choices as their controls stand, and the values typed in the old type's rows.
+    for (const auto& [field, combo] : {std::pair{int(FieldFailureTheory), m_ui->failure},
+                                       std::pair{int(FieldHyperelasticModel), m_ui->model}})
+        if (combo->currentIndex() >= 0)
+            SetValue(field, combo->currentIndex());
+    SetValue(FieldFatigue, m_ui->fatigue->isChecked() ? 1 : 0);
+    UpdateObjectData(false);
 }
 
 void CKwMFCUIMaterial::OnTypeChanged(int type)
 {
-    // The sub-choices are current in the edit copy before the panels change.
-    for (int field : {FieldFailureTheory, FieldHyperelasticModel, FieldFatigue}) {
-        int v = 0;
-        if (GetValue(field, v))
-            SetValue(field, v);
-    }
-    // What was typed reaches the edit copy before rows of the new type are made and filled.
-    UpdateObjectData(false);
     showRowsOfType(type);
-    applyWidth(type);
-    if (CFMView* view = GetFMView())
-        for (const QString& text : KwMaterialTypeAdvisories(type, GetAnalysis(), GetEditObject()))
-            view->ShowBubbleToolTipWarning(text, 0);
+    // Each advisory is a bubble of its own, shown one after the other.
+    ShowAdvisories(KwMaterialTypeAdvisories(type, GetAnalysis(), GetEditObject()));
 }
 
 void CKwMFCUIMaterial::onFatigue(bool on)
@@ -1030,13 +707,15 @@ void CKwMFCUIMaterial::onFatigue(bool on)
 
 void CKwMFCUIMaterial::onPPFA(bool on)
 {
-    if (on)
-        ShowAdvisory("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses");
-    else
-        ShowAdvisory("Materials", "PPFATurnedOFF", "PPFA Calculation has been turned OFF for all analyses");
+    QStringList texts{
+        on ? KwErrText("Materials", "PPFATurnedON", "PPFA Calculation has been turned ON for all analyses")
+           : KwErrText("Materials", "PPFATurnedOFF",
+                       "PPFA Calculation has been turned OFF for all analyses")};
     if (on && !KwTakesNonlinearMaterialData(GetAnalysis()))
-        ShowAdvisory("Materials", "NonlinearAnalysisRequiredForPPFA",
-                     "PPFA data will not be applicable until a Nonlinear analysis has been selected.");
+        texts << KwErrText("Materials", "NonlinearAnalysisRequiredForPPFA",
+                           "PPFA data will not be applicable until a Nonlinear analysis has "
+                           "been selected.");
+    ShowAdvisories(texts);
 }
 
 void CKwMFCUIMaterial::OpenPointTable(int curve)
@@ -1046,57 +725,7 @@ void CKwMFCUIMaterial::OpenPointTable(int curve)
         pointTableHook()(this, curve);
         return;
     }
-    if (curve < 0 || curve >= CKwMaterial::CurveCount || !GetEditObject())
-        return;
-    // The dialogs edit a host table; the material keeps its curves as plain point lists, so a
-    // table is made for the dialog and read back only when the dialog ends with OK.
-    using C = CKwMaterial;
-    const CKwTable::TableType kind = curve == C::StressStrain ? CKwTable::StressStrainCurve
-                                     : curve == C::ConductivityVsTemperature
-                                         ? CKwTable::TemperatureTable
-                                         : CKwTable::General;
-    static constexpr KwTextRow kCurveNames[C::CurveCount] = {
-        {0, "Materials", "CurveStressStrain", "Stress-Strain Curve"},
-        {0, "Materials", "SimpleTandC", "Simple Tension / Compression"},
-        {0, "Materials", "EquibiaxialTension", "Equibiaxial Tension"},
-        {0, "Materials", "SimpleShear", "Simple Shear"},
-        {0, "Materials", "PureVolumetricCompression", "Pure Volumetric Compression"},
-        {0, "Materials", "PureShear", "Pure Shear"},
-        {0, "Materials", "ThermalConductivityTable", "Thermal Conductivity"},
-    };
-    const KwTextRow& n = kCurveNames[curve];
-    CKwTable table(0, KwPropText(n.section, n.key, n.english), kind);
-    if (curve == C::ConductivityVsTemperature)
-        table.GetYFunction()->SetUnitType(KwUnitKind::ThermalConductivity);
-    else if (kind == CKwTable::General) // experimental data: strain against stress
-        table.GetYFunction()->SetUnitType(KwUnitKind::Stress);
-    const KwMaterialCurve& data = GetCurve(curve);
-    for (int i = 0; i < data.Size(); ++i)
-        table.AddPoint(data.x[i], i < int(data.y.size()) ? data.y[i] : MissingDouble);
-
-    bool accepted = false;
-    if (curve == C::StressStrain) {
-        CKwMaterialNonlinearDialog dlg(&table, GetUnitSystem(), GetFMView(),
-                                       GetEditObject()->GetName(), this);
-        accepted = dlg.DoModal() == KwMB::IDOK;
-    } else {
-        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table, this));
-        dlg->SetTable(GetFMView(), &table, GetUnitSystem(), GetEditObject());
-        accepted = dlg->DoModal() == KwMB::IDOK;
-    }
-    if (!accepted)
-        return;
-    KwMaterialCurve out;
-    const CKwFunction* x = table.GetXFunction();
-    const CKwFunction* y = table.GetYFunction();
-    const int count = std::min(x->GetSize(), y->GetSize());
-    out.x.reserve(count);
-    out.y.reserve(count);
-    for (int i = 0; i < count; ++i) {
-        out.x.push_back(x->GetValue(i));
-        out.y.push_back(y->GetValue(i));
-    }
-    SetCurve(curve, out);
+    KwEditMaterialCurve(this, this, curve, GetUnitSystem(), GetFMView());
 }
 
 bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
@@ -1110,7 +739,7 @@ bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
     CKwOrthotropic3DDlg dlg(m, GetUnitSystem(), GetFMView(), this);
     if (dlg.DoModal() != KwMB::IDOK)
         return false;
-    LoadObjectData();
+    ReloadObjectData();
     return true;
 }
 
@@ -1128,6 +757,5 @@ void CKwMFCUIMaterial::RefreshFromHost()
 {
     // The edit copy stays: what the user typed is kept, the controls show it afresh.
     UpdateObjectData(false);
-    LoadObjectData();
-    OnObjectDataLoaded();
+    ReloadObjectData();
 }

@@ -8,6 +8,7 @@
 #include "CKwMFCUIBase.h"
 #include "CKwUIMaterial.h"
 #include "KwMFCUIExport.h"
+#include "KwMaterialPanels.h"
 #include "KwModuleWindows.h"
 
 #include <array>
@@ -81,10 +82,13 @@ protected:
     bool OnInitDialog() override;
     void SetTextToCurrentLang() override;
     void OnTypeChanged(int type) override;
+    void OnTypeLeaving(int oldType) override;
+    int WidthForType(int type) const override;
 
 private:
     void showRowsOfType(int type);
-    void applyWidth(int type);
+    // The type list's rows follow GetListedTypes.
+    void syncTypeItems();
     static bool hasStressStrainCurve(int type);
     static bool hasConductivityTable(int type);
     // Rows of the list of extra values below the table for a type, and the list's height.
@@ -114,14 +118,11 @@ private:
     // The hyperelastic constants Aij as a grid (i down, j across) in the hyperelastic group;
     // the cells keep the extra values' control ids.
     void makeAijGrid();
-    static QString aijToolTip(int extra);
-    // Enables the constants the chosen hyperelastic model uses.
-    void enableAijCells();
     bool isAbsentCode(int code) const;
     bool isFreshCode(int code) const;
 
     std::unique_ptr<Ui::CKwMFCUIMaterial> m_ui;
-    QWidget* m_aijGrid = nullptr;
+    KwAijGrid m_aij;
     KwMaterialValueModel* m_values = nullptr;
     QTableView* m_valueView = nullptr;
     // Writes a value being typed in the table into it before the logic reads the table.

@@ -158,8 +158,7 @@ CKwMFCUIRestraint::CKwMFCUIRestraint(CKwRestraint* restraint, CKwSubCase* subcas
     for (const auto& [id, mask] : kPresets)
         connect(KwControl<QAbstractButton>(this, id), &QAbstractButton::clicked, this,
                 [this, m = mask] { applyDofMask(m); });
-    connect(m_ui->hideMembers, &CKwHideMembersButton::membersShownChanged, this,
-            &CKwMFCUIRestraint::OnHideStructuralMembers);
+    ConnectHideMembersButton(m_ui->hideMembers);
     SetAnalysis(analysis);
     OnCreate(view, restraint, subcase);
 }
@@ -239,8 +238,7 @@ void CKwMFCUIRestraint::applyDofMask(unsigned mask)
 
 void CKwMFCUIRestraint::OnHideStructuralMembers(bool shown)
 {
-    if (CFMView* view = GetFMView())
-        view->HideBodies(CFMView::BodyStructuralMembers | CFMView::BodySolids, shown ? 0 : 1);
+    // The constraint symbols are drawn again over what the view now shows.
     DeleteRestraintDrawList();
-    update();
+    CKwMFCUIBase::OnHideStructuralMembers(shown);
 }

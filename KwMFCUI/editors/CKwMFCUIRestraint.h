@@ -49,7 +49,7 @@ protected:
 
 private:
     void applyDofMask(unsigned mask);
-    void OnHideStructuralMembers(bool shown);
+    void OnHideStructuralMembers(bool shown) override;
 
     std::unique_ptr<Ui::CKwMFCUIRestraint> m_ui;
     int m_option;

@@ -1,6 +1,13 @@
 #include "KwMaterialEditorSupport.h"
 
 #include "CKwAnalysis.h"
+#include "CKwFunction.h"
+#include "CKwMFCUIBase.h"
+#include "CKwMaterialNonlinearDialog.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
+#include "KW_UOM.h"
+#include "KwMessageBox.h"
 #include "CKwMaterial.h"
 #include "CKwUIMaterial.h"
 #include "KwLangText.h"
@@ -92,10 +99,12 @@ QStringList KwMaterialTypeAdvisories(int type, const CKwAnalysis* analysis,
                              "has been selected.");
     if (isExplicit(analysis) && material) {
         namespace K = KwMaterialKeys;
+        // Thermal values the new type shows and holds; the reference temperature every
+        // material starts with is no thermal data.
         bool thermal = false;
-        for (int key : {int(K::KX), int(K::C), int(K::K11), int(K::K22), int(K::K33),
-                        int(K::K12), int(K::K13), int(K::K23)})
-            thermal = thermal || !IsMissingValue(material->GetValue(key));
+        for (int key : CKwMaterial::KeysForType(type))
+            if (key == K::KX || key == K::C || (key >= K::K11 && key <= K::K23))
+                thermal = thermal || !IsMissingValue(material->GetValue(key));
         if (thermal)
             out << KwErrText("Materials", "MaterialThermalNotSupported",
                              "Thermal material properties not supported in Explicit analyses.");
@@ -112,7 +121,7 @@ bool KwTakesNonlinearMaterialData(const CKwAnalysis* analysis)
 int KwMaterialDialogWidth(int type) { return type == CKwMaterial::Hyperelastic ? 692 : 667; }
 
 bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOnly,
-                          const KwMaterialFileChooser& chooser)
+                          const KwMaterialFileChooser& chooser, const KwMaterialPicker& picker)
 {
     if (!logic)
         return false;
@@ -130,12 +139,8 @@ bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOn
     if (chooser) {
         path = chooser(folder, filter, ext);
     } else {
-        // "Text (*.a)|*.a|" pairs become the file dialog's ";;"-separated filters.
-        QStringList qtFilters;
-        const QStringList parts = filter.split(QLatin1Char('|'), Qt::SkipEmptyParts);
-        for (int i = 0; i + 1 < parts.size(); i += 2)
-            qtFilters << parts[i];
-        QFileDialog dlg(parent, QString(), folder, qtFilters.join(QStringLiteral(";;")));
+        QFileDialog dlg(parent, QString(), folder);
+        dlg.setNameFilters(CKwMFCUIBase::FileDialogFilters(filter));
         dlg.setFileMode(QFileDialog::ExistingFile);
         dlg.setDefaultSuffix(ext);
         if (dlg.exec() == QDialog::Accepted && !dlg.selectedFiles().isEmpty())
@@ -144,5 +149,76 @@ bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOn
     if (path.isEmpty())
         return false;
     KwMaterialDatabase::RememberFolder(QDir::cleanPath(QFileInfo(path).absolutePath()));
-    return logic->LoadMaterialFromFile(path);
+    // A library holds many materials: the user chooses one by name and type. A refused file
+    // goes straight to the logic, which says why.
+    int which = 0;
+    const KwMaterialDatabase::ReadResult r = KwMaterialDatabase::ReadFile(path);
+    if (r.ok && r.materials.size() > 1) {
+        QList<KwMaterialEntry> entries;
+        entries.reserve(r.materials.size());
+        for (const CKwMaterial& m : r.materials)
+            entries.append({m.GetName(), m.GetMaterialType()});
+        which = picker ? picker(entries)
+                       : KwChooseMaterial(parent, entries, QFileInfo(path).fileName());
+        if (which < 0 || which >= entries.size())
+            return false;
+    }
+    return logic->LoadMaterialFromFile(path, which);
+}
+
+bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve, KW_UOM* units,
+                         CFMView* view)
+{
+    if (!logic || curve < 0 || curve >= CKwMaterial::CurveCount || !logic->GetEditObject())
+        return false;
+    // The dialogs edit a host table; the material keeps its curves as plain point lists, so a
+    // table is made for the dialog and read back only when the dialog ends with OK.
+    using C = CKwMaterial;
+    const CKwTable::TableType kind = curve == C::StressStrain ? CKwTable::StressStrainCurve
+                                     : curve == C::ConductivityVsTemperature
+                                         ? CKwTable::TemperatureTable
+                                         : CKwTable::General;
+    static constexpr KwTextRow kCurveNames[C::CurveCount] = {
+        {0, "Materials", "CurveStressStrain", "Stress-Strain Curve"},
+        {0, "Materials", "SimpleTandC", "Simple Tension / Compression"},
+        {0, "Materials", "EquibiaxialTension", "Equibiaxial Tension"},
+        {0, "Materials", "SimpleShear", "Simple Shear"},
+        {0, "Materials", "PureVolumetricCompression", "Pure Volumetric Compression"},
+        {0, "Materials", "PureShear", "Pure Shear"},
+        {0, "Materials", "ThermalConductivityTable", "Thermal Conductivity"},
+    };
+    const KwTextRow& n = kCurveNames[curve];
+    CKwTable table(0, KwPropText(n.section, n.key, n.english), kind);
+    if (curve == C::ConductivityVsTemperature)
+        table.GetYFunction()->SetUnitType(KwUnitKind::ThermalConductivity);
+    else if (kind == CKwTable::General) // experimental data: strain against stress
+        table.GetYFunction()->SetUnitType(KwUnitKind::Stress);
+    const KwMaterialCurve& data = logic->GetCurve(curve);
+    for (int i = 0; i < data.Size(); ++i)
+        table.AddPoint(data.x[i], i < int(data.y.size()) ? data.y[i] : MissingDouble);
+
+    bool accepted = false;
+    if (curve == C::StressStrain) {
+        CKwMaterialNonlinearDialog dlg(&table, units, view,
+                                       logic->GetEditObject()->GetName(), parent);
+        accepted = dlg.DoModal() == KwMB::IDOK;
+    } else {
+        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table, parent));
+        dlg->SetTable(view, &table, units, logic->GetEditObject());
+        accepted = dlg->DoModal() == KwMB::IDOK;
+    }
+    if (!accepted)
+        return false;
+    KwMaterialCurve out;
+    const CKwFunction* x = table.GetXFunction();
+    const CKwFunction* y = table.GetYFunction();
+    const int count = std::min(x->GetSize(), y->GetSize());
+    out.x.reserve(count);
+    out.y.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        out.x.push_back(x->GetValue(i));
+        out.y.push_back(y->GetValue(i));
+    }
+    logic->SetCurve(curve, out);
+    return true;
 }

@@ -2,6 +2,7 @@
 // What the material editor decides on its own, apart from its window: the entries of its type
 // list, the advisories a type change shows, its width per type, and loading a material from the
 // database folder into the editor's logic.
+#include "CKwMaterialChooserDlg.h"
 #include "KwMFCUIExport.h"
 
 #include <QList>
@@ -9,7 +10,9 @@
 #include <QStringList>
 #include <functional>
 
+class CFMView;
 class CKwAnalysis;
+class KW_UOM;
 class CKwMaterial;
 class CKwUIMaterial;
 class QWidget;
@@ -44,12 +47,25 @@ KWMFCUI_EXPORT int KwMaterialDialogWidth(int type);
 using KwMaterialFileChooser =
     std::function<QString(const QString& folder, const QString& filter, const QString& ext)>;
 
+// Chooses one material of a file with several: its position, -1 when none is chosen.
+using KwMaterialPicker = std::function<int(const QList<KwMaterialEntry>& materials)>;
+
 // Loads a material from the database into the logic's edit copy. `ownFilesOnly` offers only
 // the program's material files (default extension svrmat); otherwise the program's files and
 // CAD material libraries (default extension xml). The folder comes from the settings (the
 // data folder's Materials when none is stored) and the chosen folder is written back. Returns
 // true when the edit copy was replaced; a cancelled choice or a refused file changes nothing.
-// Without a chooser the standard open-file dialog is shown over `parent`.
+// A file of several materials lets the user choose one (`picker`; without it the material
+// chooser); a file of one material is loaded at once. Without a file chooser the standard
+// open-file dialog is shown over `parent`.
 KWMFCUI_EXPORT bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic,
                                          bool ownFilesOnly,
-                                         const KwMaterialFileChooser& chooser = {});
+                                         const KwMaterialFileChooser& chooser = {},
+                                         const KwMaterialPicker& picker = {});
+
+// Opens the point-table dialog of a material curve (CKwMaterial::Curve) on a table made from the
+// edit copy's curve, in `units`: the nonlinear material dialog for the stress-strain curve, the
+// table dialog for the others. Only the dialog's OK writes the points back into the edit copy;
+// returns whether it did.
+KWMFCUI_EXPORT bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve,
+                                        KW_UOM* units, CFMView* view);

@@ -23,6 +23,8 @@
 #include <QListWidget>
 #include <QScopedValueRollback>
 #include <QSet>
+#include <QScreen>
+#include <QTimer>
 
 CKwMFCUIBase::CKwMFCUIBase(unsigned templateId, CFMView* view, QWidget* parent)
     : CKwMFCDialog(templateId, view, parent)
@@ -346,8 +348,7 @@ bool CKwMFCUIBase::OnInitDialog()
     // The window is sized only once the type's panel is in place, so it opens at its final
     // size and the layout is computed once.
     SetTextToCurrentLang();
-    LoadObjectData();
-    OnObjectDataLoaded();
+    ReloadObjectData();
     SizeAndPlace();
     // While an editor is open the view takes no second one, and its picks come here.
     EnterViewDialogStack();
@@ -537,8 +538,10 @@ void CKwMFCUIBase::onTypeRow(int row)
     GetValue(m_typeField, stored);
     if (type < 0 || type == stored)
         return;
+    OnTypeLeaving(stored);
     SetValue(m_typeField, type);
     ApplyTypePanel(type);
+    ApplyTypeWidth(type);
     Display(1);
     OnTypeChanged(type);
 }
@@ -609,10 +612,94 @@ bool CKwMFCUIBase::IsExplicitAnalysis() const
     return a && a->IsExplicitAnalysis();
 }
 
-void CKwMFCUIBase::ShowAdvisory(const char* section, const char* key, const char* english) const
+void CKwMFCUIBase::ShowAdvisory(const char* section, const char* key, const char* english)
+{
+    ShowAdvisories({KwErrText(section, key, english)});
+}
+
+void CKwMFCUIBase::ShowAdvisories(const QStringList& texts)
+{
+    if (!GetFMView())
+        return;
+    if (!m_advisoryTimer) {
+        m_advisoryTimer = new QTimer(this);
+        m_advisoryTimer->setSingleShot(true);
+        m_advisoryTimer->setTimerType(Qt::PreciseTimer);
+        connect(m_advisoryTimer, &QTimer::timeout, this, &CKwMFCUIBase::showNextAdvisory);
+    }
+    // What still waits was about the user's previous choice; this one speaks now.
+    m_advisoryTimer->stop();
+    m_advisories = texts;
+    showNextAdvisory();
+}
+
+void CKwMFCUIBase::showNextAdvisory()
+{
+    CFMView* view = GetFMView();
+    if (m_advisories.isEmpty() || !view)
+        return;
+    view->ShowBubbleToolTipWarning(m_advisories.takeFirst(), 0);
+    m_advisoryTimer->start(m_advisoryInterval);
+}
+
+QStringList CKwMFCUIBase::FileDialogFilters(const QString& pipeFilter)
+{
+    const QStringList parts = pipeFilter.split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString name = parts[i].trimmed();
+        const QString patterns = parts[i + 1].trimmed();
+        if (name.isEmpty() || patterns.isEmpty())
+            continue;
+        // The dialog reads the patterns from the parentheses; a name that shows none gets them.
+        const QString spaced = QString(patterns).replace(QLatin1Char(';'), QLatin1Char(' '));
+        filters << (name.contains(QLatin1Char('(')) ? name
+                                                    : QStringLiteral("%1 (%2)").arg(name, spaced));
+    }
+    return filters;
+}
+
+void CKwMFCUIBase::ConnectHideMembersButton(CKwHideMembersButton* button)
+{
+    if (button)
+        connect(button, &CKwHideMembersButton::membersShownChanged, this,
+                [this](bool shown) { OnHideStructuralMembers(shown); });
+}
+
+void CKwMFCUIBase::OnHideStructuralMembers(bool shown)
 {
     if (CFMView* view = GetFMView())
-        view->ShowBubbleToolTipWarning(KwErrText(section, key, english), 0);
+        view->HideBodies(CFMView::BodyStructuralMembers | CFMView::BodySolids, shown ? 0 : 1);
+    update();
+}
+
+void CKwMFCUIBase::TargetOnClick(CKwMFCNodeElemSelectionBox* box, std::function<bool()> accept)
+{
+    if (!box)
+        return;
+    m_clickTargets.append({box, std::move(accept)});
+    box->installEventFilter(this);
+}
+
+bool CKwMFCUIBase::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn)
+        for (const auto& [box, accept] : std::as_const(m_clickTargets))
+            if (box && box == watched && (!accept || accept()))
+                SetActiveSelectionBox(box);
+    return CKwMFCDialog::eventFilter(watched, event);
+}
+
+void CKwMFCUIBase::ApplyTypeWidth(int type)
+{
+    const int width = WidthForType(type);
+    if (width <= 0)
+        return;
+    // Pixels at 96 dpi, scaled for the screen's density; left, top and height stay.
+    const QScreen* s = screen();
+    const qreal scale = s ? s->logicalDotsPerInch() / 96.0 : 1.0;
+    const QRect g = geometry();
+    setGeometry(g.left(), g.top(), qRound(width * scale), g.height());
 }
 
 void CKwMFCUIBase::OnReactivatedByView() { publishPickMask(); }

@@ -13,9 +13,13 @@
 
 #include <QList>
 #include <QPointer>
+#include <QStringList>
+#include <functional>
 #include <span>
 
+class CKwHideMembersButton;
 class CKwMFCNodeElemSelectionBox;
+class QTimer;
 class CKwUIEntity;
 class KW_UOM;
 
@@ -81,6 +85,18 @@ public:
     void SetUnitSystem(KW_UOM* units) { m_units = units; }
     bool IsExplicitAnalysis() const;
 
+    // Bubble warnings in the view, each its own bubble: the first at once, each next one when
+    // its predecessor has had its time, so none hides another. A later call (the user's next
+    // choice) drops what still waits of an earlier one and speaks at once.
+    void ShowAdvisories(const QStringList& texts);
+    int PendingAdvisories() const { return static_cast<int>(m_advisories.size()); }
+    // How long each bubble stands before the next is shown (milliseconds).
+    void SetAdvisoryInterval(int ms) { m_advisoryInterval = ms; }
+
+    // A file filter kept as "name|pattern|name|pattern|" in the file dialog's form: the names,
+    // each with its patterns in parentheses. A name without its pattern is dropped.
+    static QStringList FileDialogFilters(const QString& pipeFilter);
+
 protected:
     bool OnInitDialog() override;
     bool event(QEvent* event) override;
@@ -119,12 +135,27 @@ protected:
     void SelectTypeFromEntity();
     // Hands the rows chosen in the subcase list to the logic.
     void HandOverSubcases();
-    // A bubble warning in the view from a language triple; nothing without a view.
-    void ShowAdvisory(const char* section, const char* key, const char* english) const;
+    // A bubble warning in the view from a language triple, queued like ShowAdvisories.
+    void ShowAdvisory(const char* section, const char* key, const char* english);
+
+    // "Hide Structural Members": the button's clicks hide or show the view's structural members
+    // and solids through OnHideStructuralMembers.
+    void ConnectHideMembersButton(CKwHideMembersButton* button);
+    virtual void OnHideStructuralMembers(bool shown);
+    // Clicking into `box` makes it the target of picks; `accept`, when given, may refuse.
+    void TargetOnClick(CKwMFCNodeElemSelectionBox* box, std::function<bool()> accept = {});
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    // The dialog's width for a type, in pixels at 96 dpi (0: the width stays). A type change
+    // and every reload set it, keeping the dialog's left, top and height.
+    virtual int WidthForType(int type) const { return 0; }
+    void ApplyTypeWidth(int type);
 
     // A type combo row was chosen; returns the row to take instead (a heading row hands on
     // to the row below it). The base then maps it to a type code.
     virtual int OnTypeRowChosen(int row) { return row; }
+    // Another type was chosen; the edit copy still holds `oldType` and its panel still shows:
+    // what the user typed there is taken into the edit copy here.
+    virtual void OnTypeLeaving(int oldType) {}
     // The type changed and its panel is shown: the editor's advisories.
     virtual void OnTypeChanged(int type) {}
 
@@ -167,4 +198,9 @@ private:
     bool m_inPick = false;
     KW_UOM* m_units = nullptr;
     QList<QPointer<CKwMFCNodeElemSelectionBox>> m_boxes;
+    QList<std::pair<QPointer<CKwMFCNodeElemSelectionBox>, std::function<bool()>>> m_clickTargets;
+    QStringList m_advisories;
+    QTimer* m_advisoryTimer = nullptr;
+    int m_advisoryInterval = 4000;
+    void showNextAdvisory();
 };

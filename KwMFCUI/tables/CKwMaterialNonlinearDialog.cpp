@@ -44,15 +44,9 @@ CKwMaterialNonlinearDialog::CKwMaterialNonlinearDialog(CKwTable* curve, KW_UOM* 
 {
     CKwNonlinearDialogBase::SetFMView(view);
     SetsubcaseUnits(units);
-    if (curve) {
-        SetFunctions(curve->GetXFunction()->Clone(), curve->GetYFunction()->Clone());
-    } else {
-        auto* x = new CKwFunction;
-        auto* y = new CKwFunction;
-        x->SetUnitType(-1);
-        y->SetUnitType(1);
-        SetFunctions(x, y);
-    }
+    // The rows are the edit copy (filled from the curve when the dialog opens).
+    SetFunctions(UnitsOf(curve ? curve->GetXFunction() : nullptr, -1),
+                 UnitsOf(curve ? curve->GetYFunction() : nullptr, KwUnitKind::Stress));
 
     KwSetControlId(&m_List, IDC_LIST);
     m_List.setParent(this);
@@ -108,10 +102,7 @@ CKwMaterialNonlinearDialog::CKwMaterialNonlinearDialog(CKwTable* curve, KW_UOM* 
     });
 }
 
-CKwMaterialNonlinearDialog::~CKwMaterialNonlinearDialog()
-{
-    delete m_plotWindow.data();
-}
+CKwMaterialNonlinearDialog::~CKwMaterialNonlinearDialog() = default;
 
 bool CKwMaterialNonlinearDialog::OnInitDialog()
 {
@@ -120,7 +111,8 @@ bool CKwMaterialNonlinearDialog::OnInitDialog()
     BuildList();
     m_List.Header()->SizeColumns(kListWidth - 2 * m_List.frameWidth() -
                                  m_List.verticalScrollBar()->sizeHint().width());
-    LoadFunctions();
+    if (m_pCurve)
+        LoadFunctions(m_pCurve->GetXFunction(), m_pCurve->GetYFunction());
     ResizeList();
     return CKwMFCDialog::OnInitDialog();
 }
@@ -187,25 +179,19 @@ bool CKwMaterialNonlinearDialog::IsValidDataInput(const QString& text, int, int 
                                                   int showMessage)
 {
     const int unit = col == 0 ? m_pXFunction->GetUnitType() : m_pYFunction->GetUnitType();
-    if (!IsNumberInput(text, unit)) {
-        if (showMessage) {
-            const KW_UOM fallback;
-            ShowTableMessage(
-                (m_pUnits ? m_pUnits : &fallback)->GetErrorMessageForUnit(text.trimmed(), unit));
-        }
-        return false;
-    }
-    QString t = text;
-    t.remove(QLatin1Char(' '));
-    if (!t.isEmpty() && KwAtof(t) < 0) {
+    switch (CheckCellInput(text, unit, true, showMessage)) {
+    case CellInput::Accepted:
+        return true;
+    case CellInput::Negative:
         if (showMessage)
             ShowTableMessage(col == 0 ? KwErrText(kSection, "NegativeStrain",
                                                   "A strain cannot be negative.")
                                       : KwErrText(kSection, "NegativeStress",
                                                   "A stress cannot be negative."));
         return false;
+    default:
+        return false;
     }
-    return true;
 }
 
 bool CKwMaterialNonlinearDialog::OnAddPoint()
@@ -227,21 +213,32 @@ bool CKwMaterialNonlinearDialog::OnAddPoint()
     return true;
 }
 
-void CKwMaterialNonlinearDialog::OnShowXYPlot()
-{
-    ShowCurveWindow(this, m_plotWindow, windowTitle(),
-                    KwPropText("General", "ButtonClose", "Close"));
-}
-
 bool CKwMaterialNonlinearDialog::WriteBack()
 {
-    // Every cell is checked before anything moves, so a bad cell is named where it was typed.
-    for (int r = 0; r < m_nRowCount; ++r)
+    // Rows the user never typed into are no points; every other cell is checked before
+    // anything moves, so a bad cell is named where it was typed.
+    DropBlankRows();
+    const KwPointTableModel* m = m_List.Model();
+    for (int r = 0; r < m_nRowCount; ++r) {
         for (int c = 0; c < 2; ++c)
-            if (!IsValidDataInput(m_List.Model()->cellText(r, c), r, c, 1)) {
+            if (!IsValidDataInput(m->cellText(r, c), r, c, 1)) {
                 m_List.SelectRow(r);
                 return false;
             }
+        // A point needs both values: a blank one is no zero (the sort would merge the row
+        // into the origin).
+        double v = 0;
+        const bool noStrain = ReadCell(m->cellView(r, 0), -1, &v) == CellRead::Empty;
+        const bool noStress = ReadCell(m->cellView(r, 1), -1, &v) == CellRead::Empty;
+        if (noStrain || noStress) {
+            m_List.SelectRow(r);
+            ShowTableMessage(
+                (noStrain ? KwErrText(kSection, "MissingStrain", "Row %1 has no strain.")
+                          : KwErrText(kSection, "MissingStress", "Row %1 has no stress."))
+                    .arg(r + 1));
+            return false;
+        }
+    }
     SortAndCompressTable(1);
     if (m_nRowCount < 2) {
         ShowTableMessage(KwErrText(kSection, "TooFewPoints",

@@ -7,10 +7,7 @@
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearDialogBase.h"
 
-#include <QPointer>
-
 class CKwTable;
-class KwChart;
 class QLabel;
 class QLineEdit;
 
@@ -50,8 +47,6 @@ public:
     bool WriteBack();
     // Adds the point typed in the strain and stress boxes as a row.
     bool OnAddPoint();
-    void OnShowXYPlot();
-    QDialog* PlotWindow() const { return m_plotWindow.data(); }
 
 protected:
     bool OnInitDialog() override;
@@ -63,5 +58,4 @@ private:
     QString m_materialName;
     QLineEdit* m_strain;
     QLineEdit* m_stress;
-    QPointer<QDialog> m_plotWindow;
 };

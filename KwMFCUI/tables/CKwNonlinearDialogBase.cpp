@@ -26,10 +26,12 @@
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
 #endif
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -78,6 +80,17 @@ int formatG10(double v, char* out)
     return o;
 }
 
+// Narrows UTF-16 units into `out` (their low bytes); true when every unit is ASCII.
+inline bool narrowAscii(const char16_t* u, std::size_t n, char* out)
+{
+    char16_t high = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        high |= u[i];
+        out[i] = char(u[i]);
+    }
+    return high < 0x80;
+}
+
 // The text of a pasted piece for the dialog's check. An ASCII piece (every number) is widened
 // into `buffer` and lent as a QString without an allocation of its own; the check must copy
 // it to keep it.
@@ -94,6 +107,64 @@ QString pieceText(std::string_view piece, std::u16string& buffer)
         return QString::fromUtf8(piece.data(), qsizetype(piece.size()));
     return QString::fromRawData(reinterpret_cast<const QChar*>(buffer.data()),
                                 qsizetype(buffer.size()));
+}
+
+// A UTF-16 piece is lent as it is.
+QString pieceText(std::u16string_view piece, std::u16string&)
+{
+    return QString::fromRawData(reinterpret_cast<const QChar*>(piece.data()),
+                                qsizetype(piece.size()));
+}
+
+// The bytes a piece is stored as: 8-bit text as it is, UTF-16 as UTF-8 (narrowed in place
+// into `buffer` when it is ASCII, as every number is).
+std::string_view pieceBytes(std::string_view piece, std::string&) { return piece; }
+
+std::string_view pieceBytes(std::u16string_view piece, std::string& buffer)
+{
+    buffer.resize(piece.size());
+    if (!narrowAscii(piece.data(), piece.size(), buffer.data())) {
+        const QByteArray u = QString::fromRawData(reinterpret_cast<const QChar*>(piece.data()),
+                                                  qsizetype(piece.size()))
+                                 .toUtf8();
+        buffer.assign(u.constData(), std::size_t(u.size()));
+    }
+    return buffer;
+}
+
+template <class Ch>
+std::basic_string_view<Ch> trimmedPiece(std::basic_string_view<Ch> s)
+{
+    auto ws = [](Ch c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f'; };
+    while (!s.empty() && ws(s.front()))
+        s.remove_prefix(1);
+    while (!s.empty() && ws(s.back()))
+        s.remove_suffix(1);
+    return s;
+}
+
+// The next `c` at or after `from`: memchr's speed for 8-bit text, and the same eight units at
+// a time for UTF-16 (the library's find compares one unit after the other).
+std::size_t findUnit(std::string_view s, char c, std::size_t from) { return s.find(c, from); }
+
+#if defined(__GNUC__)
+__attribute__((always_inline))
+#endif
+inline std::size_t findUnit(std::u16string_view s, char c, std::size_t from)
+{
+    std::size_t i = from;
+#if defined(__SSE2__) || defined(_M_X64)
+    const __m128i needle = _mm_set1_epi16(short(c));
+    for (; i + 8 <= s.size(); i += 8) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.data() + i));
+        if (const int mask = _mm_movemask_epi8(_mm_cmpeq_epi16(v, needle)))
+            return i + std::size_t(std::countr_zero(unsigned(mask)) / 2);
+    }
+#endif
+    for (; i < s.size(); ++i)
+        if (s[i] == char16_t(c))
+            return i;
+    return std::u16string_view::npos;
 }
 
 // How often `c` occurs: sixteen bytes at a time where the processor has SSE2 (every x86-64),
@@ -140,6 +211,38 @@ std::size_t countByte(std::string_view s, char c)
     return n;
 }
 
+// How often `c` occurs in UTF-16 text: sixteen units a step with SSE2.
+std::size_t countByte(std::u16string_view s, char c)
+{
+    std::size_t n = 0, i = 0;
+#if defined(__SSE2__) || defined(_M_X64)
+    const __m128i needle = _mm_set1_epi16(short(c));
+    const __m128i ones = _mm_set1_epi16(1);
+    // Each 16-bit lane counts its matches (a match compares as -1) for at most 16,384 steps,
+    // so that it stays below 2^15 and the signed pairwise sum reads it right.
+    while (i + 16 <= s.size()) {
+        const std::size_t steps = std::min<std::size_t>((s.size() - i) / 16, 16384);
+        __m128i a = _mm_setzero_si128(), b = _mm_setzero_si128();
+        const char16_t* p = s.data() + i;
+        for (std::size_t k = 0; k < steps; ++k, p += 16) {
+            const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+            const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8));
+            a = _mm_sub_epi16(a, _mm_cmpeq_epi16(lo, needle));
+            b = _mm_sub_epi16(b, _mm_cmpeq_epi16(hi, needle));
+        }
+        i += steps * 16;
+        const __m128i sums = _mm_add_epi32(_mm_madd_epi16(a, ones), _mm_madd_epi16(b, ones));
+        alignas(16) std::int32_t four[4];
+        _mm_store_si128(reinterpret_cast<__m128i*>(four), sums);
+        n += std::size_t(four[0]) + std::size_t(four[1]) + std::size_t(four[2]) +
+             std::size_t(four[3]);
+    }
+#endif
+    for (; i < s.size(); ++i)
+        n += s[i] == char16_t(c);
+    return n;
+}
+
 } // namespace
 
 CKwNonlinearDialogBase::CKwNonlinearDialogBase()
@@ -150,6 +253,7 @@ CKwNonlinearDialogBase::CKwNonlinearDialogBase()
 CKwNonlinearDialogBase::~CKwNonlinearDialogBase()
 {
     m_List.SetOwner(nullptr);
+    delete m_plotWindow.data();
     delete m_pXFunction;
     delete m_pYFunction;
 }
@@ -355,15 +459,10 @@ double CKwNonlinearDialogBase::GetItemValue(int row, int col)
 
 double CKwNonlinearDialogBase::TableUpdateValue(int row, int col, int unitType)
 {
-    const std::string_view raw = m_List.Model()->cellView(row, col);
     double v = 0;
-    // A plain number reads as the view reads it; the rest goes through the view itself.
-    if (!KwTableText::hasBlank(raw) && KwTableText::plainNumber(raw, &v) && std::isfinite(v))
-        return (m_pUnits && unitType != -1) ? m_pUnits->ToInternalValue(v, unitType) : v;
-    const QString t = withoutBlanks(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
-    if (t.isEmpty())
+    if (ReadCell(m_List.Model()->cellView(row, col), unitType, &v) != CellRead::Number)
         return MissingDouble;
-    return CFMView::GetDoubleFromString(m_pUnits, t, unitType, 1);
+    return (m_pUnits && unitType != -1) ? m_pUnits->ToInternalValue(v, unitType) : v;
 }
 
 double CKwNonlinearDialogBase::TextBoxUpdateValue(QLineEdit* edit, int unitType)
@@ -380,12 +479,9 @@ bool CKwNonlinearDialogBase::ValidateTableValue(int row, int col, int unitType)
 {
     const std::string_view raw = m_List.Model()->cellView(row, col);
     double v = 0;
-    if (raw.empty() ||
-        (!KwTableText::hasBlank(raw) && KwTableText::plainNumber(raw, &v) && std::isfinite(v)))
+    if (ReadCell(raw, unitType, &v) != CellRead::NotANumber)
         return true;
     const QString t = withoutBlanks(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
-    if (t.isEmpty() || CFMView::IsValidNumberString(t, unitType))
-        return true;
     const KW_UOM fallback;
     ShowTableMessage((m_pUnits ? m_pUnits : &fallback)->GetErrorMessageForUnit(t, unitType));
     return false;
@@ -426,14 +522,23 @@ bool CKwNonlinearDialogBase::UpdateListData(int col, CKwFunction** function)
 
 void CKwNonlinearDialogBase::PasteToCell(const QString& text, int row, int col, QString* first)
 {
-    const QByteArray b = text.toUtf8();
-    PasteToCell(viewOf(b), row, col, first);
+    // Straight from the UTF-16 text (the clipboard's): no converted copy of a large paste.
+    pasteText(std::u16string_view(reinterpret_cast<const char16_t*>(text.utf16()),
+                                  std::size_t(text.size())),
+              row, col, first);
 }
 
 void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col,
                                          QString* first)
 {
-    constexpr std::size_t npos = std::string_view::npos;
+    pasteText(text, row, col, first);
+}
+
+template <class Ch>
+void CKwNonlinearDialogBase::pasteText(std::basic_string_view<Ch> text, int row, int col,
+                                       QString* first)
+{
+    constexpr std::size_t npos = std::basic_string_view<Ch>::npos;
     KwPointTableModel* m = m_List.Model();
     const int columns = m->columns();
     const int startCol = col;
@@ -448,6 +553,7 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
     }
     static const std::string_view kInvalid = "Invalid Data: ";
     std::string marked;
+    std::string narrow;
     std::u16string wide;
     int showMessage = 1;
     bool firstDone = false;
@@ -456,8 +562,8 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
     std::size_t pos = 0;
     // Positions of the next separators, found once and kept until passed, so that a text
     // with only one kind of separator is not rescanned to its end for every piece.
-    std::size_t nextCr = text.find('\r');
-    std::size_t nextTab = text.find('\t');
+    std::size_t nextCr = findUnit(text, '\r', 0);
+    std::size_t nextTab = findUnit(text, '\t', 0);
     while (true) {
         std::size_t end;
         std::size_t nextStart;
@@ -467,9 +573,9 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
             nextStart = end;
         } else {
             if (nextCr != npos && nextCr < pos)
-                nextCr = text.find('\r', pos);
+                nextCr = findUnit(text, '\r', pos);
             if (nextTab != npos && nextTab < pos)
-                nextTab = text.find('\t', pos);
+                nextTab = findUnit(text, '\t', pos);
             if (nextCr != npos && nextTab != npos) {
                 if (nextCr < nextTab) {
                     end = nextCr;
@@ -493,19 +599,21 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
                 }
             }
         }
-        const std::string_view piece =
-            KwTableText::trimmed(text.substr(pos < text.size() ? pos : text.size(), end - pos));
+        const std::basic_string_view<Ch> piece =
+            trimmedPiece(text.substr(pos < text.size() ? pos : text.size(), end - pos));
         if (!firstDone) {
             firstDone = true;
-            if (first)
-                *first = QString::fromUtf8(piece.data(), qsizetype(piece.size()));
+            if (first) {
+                const std::string_view b = pieceBytes(piece, narrow);
+                *first = QString::fromUtf8(b.data(), qsizetype(b.size()));
+            }
         }
         // Columns the list does not have take nothing.
         if (col < columns) {
             if (row == m_nRowCount) {
                 // Straight into the store before the edit row; the list is laid out once at
                 // the end of a large paste rather than for every row.
-                m->insertRowTexts(m_nRowCount, piece, {});
+                m->insertRowTexts(m_nRowCount, pieceBytes(piece, narrow), {});
                 ++m_nRowCount;
                 if (!bulk)
                     ResizeList();
@@ -513,10 +621,10 @@ void CKwNonlinearDialogBase::PasteToCell(std::string_view text, int row, int col
                 if (!IsValidDataInput(pieceText(piece, wide), row, col, showMessage)) {
                     showMessage = 0;
                     marked.assign(kInvalid);
-                    marked.append(piece);
+                    marked.append(pieceBytes(piece, narrow));
                     m->setCellText(row, col, std::string_view(marked));
                 } else {
-                    m->setCellText(row, col, piece);
+                    m->setCellText(row, col, pieceBytes(piece, narrow));
                 }
             }
         }
@@ -574,6 +682,14 @@ void CKwNonlinearDialogBase::SetMenuItemText(unsigned id, QMenu* menu, const QSt
             a->setText(text);
 }
 
+CKwFunction* CKwNonlinearDialogBase::UnitsOf(const CKwFunction* f, int unitType)
+{
+    auto* shell = new CKwFunction;
+    shell->Initialize();
+    shell->SetUnitType(f ? f->GetUnitType() : unitType);
+    return shell;
+}
+
 void CKwNonlinearDialogBase::SetFunctions(CKwFunction* x, CKwFunction* y)
 {
     if (x != m_pXFunction)
@@ -586,21 +702,34 @@ void CKwNonlinearDialogBase::SetFunctions(CKwFunction* x, CKwFunction* y)
 
 void CKwNonlinearDialogBase::LoadFunctions()
 {
-    KwPointTableModel* m = m_List.Model();
-    const int n = m_pXFunction && m_pYFunction
-                      ? std::min(m_pXFunction->GetSize(), m_pYFunction->GetSize())
-                      : 0;
-    const bool bulk = n > 64;
-    if (bulk)
-        m->beginBulk();
-    m->reserve(std::size_t(n) + 1, std::size_t(n) * 16);
-    for (int i = 0; i < n; ++i) {
-        addRow(m_nRowCount, {}, {});
-        LoadTableValues(i, 0, m_pXFunction->GetUnitType(), m_pXFunction->GetValue(i));
-        LoadTableValues(i, 1, m_pYFunction->GetUnitType(), m_pYFunction->GetValue(i));
+    LoadFunctions(m_pXFunction, m_pYFunction);
+}
+
+void CKwNonlinearDialogBase::LoadFunctions(const CKwFunction* x, const CKwFunction* y)
+{
+    const int n = x && y ? std::min(x->GetSize(), y->GetSize()) : 0;
+    if (n <= 0)
+        return;
+    // Display values now, text later: the list formats what it paints, and the rest is
+    // formatted before anything reads it (see KwPointTableModel::insertNumberRows).
+    KwPointTableModel::Numbers values(std::size_t(n) * 2);
+    const CKwFunction* fn[2] = {x, y};
+    for (int c = 0; c < 2; ++c) {
+        const int unitType = fn[c]->GetUnitType();
+        const bool convert = unitType != -1 && m_pUnits;
+        const double* in = fn[c]->Values().data();
+        for (int i = 0; i < n; ++i) {
+            const double v = in[i];
+            values[std::size_t(i) * 2 + std::size_t(c)] =
+                IsMissingValue(v) ? std::numeric_limits<double>::quiet_NaN()
+                                  : (convert ? m_pUnits->GetDisplayValue(v, unitType) : v);
+        }
     }
-    if (bulk)
-        m->endBulk();
+    m_List.Model()->insertNumberRows(m_nRowCount, std::move(values), [](double v, char* out) {
+        return formatG10(v, out);
+    });
+    m_nRowCount += n;
+    ResizeList();
 }
 
 QMenu* CKwNonlinearDialogBase::CreateEditMenu(QWidget* parent, const char* section)
@@ -644,25 +773,81 @@ QMenu* CKwNonlinearDialogBase::CreateEditMenu(QWidget* parent, const char* secti
     return menu;
 }
 
-bool CKwNonlinearDialogBase::IsNumberInput(const QString& text, int unitType) const
+CKwNonlinearDialogBase::CellRead CKwNonlinearDialogBase::ReadCell(std::string_view utf8,
+                                                                  int unitType, double* value)
 {
-    // A short plain decimal number is one for the view too; only other text is asked of it
-    // (this keeps a paste of a million rows from a round of allocations per cell).
-    if (text.size() > 0 && text.size() < 48) {
+    if (utf8.empty())
+        return CellRead::Empty;
+    // A plain decimal number is read here: what the view reads it as, without the round trip
+    // through a QString that a million cells could not afford.
+    double v = 0;
+    if (!KwTableText::hasBlank(utf8) && KwTableText::plainNumber(utf8, &v) && std::isfinite(v)) {
+        *value = v;
+        return CellRead::Number;
+    }
+    return ReadCell(QString::fromUtf8(utf8.data(), qsizetype(utf8.size())), unitType, value);
+}
+
+CKwNonlinearDialogBase::CellRead CKwNonlinearDialogBase::ReadCell(const QString& text,
+                                                                  int unitType, double* value)
+{
+    // Short ASCII text takes the 8-bit path above (every number a person types or pastes).
+    const qsizetype n = text.size();
+    if (n > 0 && n < 48) {
+        // A blank makes the plain reading fail (it reads no blanks), which leaves the text to
+        // the path below that drops them.
         char buf[48];
-        bool plain = true;
-        for (qsizetype i = 0; i < text.size() && plain; ++i) {
-            const char16_t c = text[i].unicode();
-            plain = c > ' ' && c < 128;
-            buf[i] = char(c);
-        }
         double v = 0;
-        if (plain && KwTableText::plainNumber(std::string_view(buf, std::size_t(text.size())), &v) &&
-            std::isfinite(v))
-            return true;
+        if (narrowAscii(reinterpret_cast<const char16_t*>(text.constData()), std::size_t(n), buf) &&
+            KwTableText::plainNumber(std::string_view(buf, std::size_t(n)), &v) &&
+            std::isfinite(v)) {
+            *value = v;
+            return CellRead::Number;
+        }
     }
     const QString t = withoutBlanks(text);
-    return t.isEmpty() || CFMView::IsValidNumberString(t, unitType);
+    if (t.isEmpty())
+        return CellRead::Empty;
+    if (!CFMView::IsValidNumberString(t, unitType))
+        return CellRead::NotANumber;
+    *value = KwAtof(t);
+    return CellRead::Number;
+}
+
+CKwNonlinearDialogBase::CellInput CKwNonlinearDialogBase::CheckCellInput(const QString& text,
+                                                                         int unitType,
+                                                                         bool nonNegative,
+                                                                         int showMessage) const
+{
+    double v = 0;
+    const CellRead read = ReadCell(text, unitType, &v);
+    if (read == CellRead::NotANumber) {
+        if (showMessage) {
+            const KW_UOM fallback;
+            ShowTableMessage(
+                (m_pUnits ? m_pUnits : &fallback)->GetErrorMessageForUnit(text.trimmed(), unitType));
+        }
+        return CellInput::NotANumber;
+    }
+    if (nonNegative && read == CellRead::Number && v < 0)
+        return CellInput::Negative;
+    return CellInput::Accepted;
+}
+
+int CKwNonlinearDialogBase::DropBlankRows()
+{
+    KwPointTableModel* m = m_List.Model();
+    std::vector<int> blank;
+    for (int r = 0; r < m_nRowCount; ++r)
+        if (KwTableText::trimmed(m->cellView(r, 0)).empty() &&
+            KwTableText::trimmed(m->cellView(r, 1)).empty())
+            blank.push_back(r);
+    if (blank.empty())
+        return 0;
+    m->removeRowsAt(blank);
+    m_nRowCount -= int(blank.size());
+    ResizeList();
+    return int(blank.size());
 }
 
 void CKwNonlinearDialogBase::ShowTableMessage(const QString& text) const
@@ -673,25 +858,41 @@ void CKwNonlinearDialogBase::ShowTableMessage(const QString& text) const
         KwMessageBoxW(m_List.window(), text, QString(), KwMB::OK | KwMB::ICONWARNING);
 }
 
-void CKwNonlinearDialogBase::ShowCurveWindow(QWidget* owner, QPointer<QDialog>& window,
-                                             const QString& title, const QString& closeText)
+QString CKwNonlinearDialogBase::CurvePlotTitle() const
 {
-    if (!window) {
-        window = new QDialog(owner);
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        auto* lay = new QVBoxLayout(window);
-        auto* chart = new KwChart(window);
+    return m_List.window()->windowTitle();
+}
+
+QDialog* CKwNonlinearDialogBase::PlotWindow() const
+{
+    return m_plotWindow.data();
+}
+
+KwChart* CKwNonlinearDialogBase::PlotChart() const
+{
+    return m_plotWindow ? m_plotWindow->findChild<KwChart*>() : nullptr;
+}
+
+void CKwNonlinearDialogBase::OnShowXYPlot()
+{
+    const QString title = CurvePlotTitle();
+    if (!m_plotWindow) {
+        m_plotWindow = new QDialog(m_List.window());
+        m_plotWindow->setAttribute(Qt::WA_DeleteOnClose);
+        auto* lay = new QVBoxLayout(m_plotWindow);
+        auto* chart = new KwChart(m_plotWindow);
         chart->setObjectName(QStringLiteral("curveChart"));
         lay->addWidget(chart, 1);
-        auto* close = new QPushButton(closeText, window);
+        auto* close = new QPushButton(KwPropText("General", "ButtonClose", "Close"), m_plotWindow);
         close->setAutoDefault(false);
-        QObject::connect(close, &QPushButton::clicked, window, &QDialog::close);
+        QObject::connect(close, &QPushButton::clicked, m_plotWindow.data(), &QDialog::close);
         auto* row = new QHBoxLayout;
         row->addStretch(1);
         row->addWidget(close);
         lay->addLayout(row);
-        window->resize(560, 400);
+        m_plotWindow->resize(560, 400);
     }
+    QDialog* window = m_plotWindow.data();
     window->setWindowTitle(title);
     auto* chart = window->findChild<KwChart*>(QStringLiteral("curveChart"));
     const KwPointTableModel* m = m_List.Model();
@@ -699,8 +900,9 @@ void CKwNonlinearDialogBase::ShowCurveWindow(QWidget* owner, QPointer<QDialog>& 
     x.reserve(std::size_t(m_nRowCount));
     y.reserve(std::size_t(m_nRowCount));
     for (int r = 0; r < m_nRowCount; ++r) {
-        const double vx = GetItemValue(r, 0), vy = GetItemValue(r, 1);
-        if (IsMissingValue(vx) || IsMissingValue(vy))
+        double vx = 0, vy = 0;
+        if (ReadCell(m->cellView(r, 0), -1, &vx) != CellRead::Number ||
+            ReadCell(m->cellView(r, 1), -1, &vy) != CellRead::Number)
             continue;
         x.push_back(vx);
         y.push_back(vy);

@@ -14,6 +14,7 @@
 class CFMView;
 class CKwFunction;
 class KW_UOM;
+class KwChart;
 class QDialog;
 class QLabel;
 class QLineEdit;
@@ -85,7 +86,7 @@ public:
 
     // --- paste ---
     void PasteToCell(const QString& text, int row, int col, QString* first);
-    // The same on 8-bit text (the clipboard's), without a detour through UTF-16.
+    // The same on 8-bit text, without a detour through UTF-16.
     void PasteToCell(std::string_view text, int row, int col, QString* first);
 
     // --- labels ---
@@ -97,6 +98,13 @@ public:
     // "%.10g" in display units with the exponent's leading zeros dropped (1e+7, 2e-5).
     static QString FormatValue(double displayValue);
 
+    // "Show XY Plot": opens (or refreshes) a window beside the dialog that plots the rows that
+    // hold two numbers, the axes captioned with the column heads; its button closes it.
+    void OnShowXYPlot();
+    // The window "Show XY Plot" opened (null before), and its chart.
+    QDialog* PlotWindow() const;
+    KwChart* PlotChart() const;
+
     CKwNonLinearEditList& GetList() { return m_List; }
     CKwFunction* GetXFunction() const { return m_pXFunction; }
     CKwFunction* GetYFunction() const { return m_pYFunction; }
@@ -104,16 +112,35 @@ public:
 protected:
     // The dialog hands over copies of the functions it shows; the base owns them from here.
     void SetFunctions(CKwFunction* x, CKwFunction* y);
-    // Fills the rows from the two functions (internal values shown in display units).
+    // A function without values in the unit type of `f` (or `unitType` without one): what a
+    // dialog keeps of the functions it shows, since the rows hold the values and OK builds
+    // new functions from them.
+    static CKwFunction* UnitsOf(const CKwFunction* f, int unitType);
+    // Fills the rows from the two functions (internal values shown in display units): those
+    // given, or the dialog's own.
     void LoadFunctions();
+    void LoadFunctions(const CKwFunction* x, const CKwFunction* y);
     // Cut, Copy, Paste, Delete and Select All for the list, texts from `section`.
     QMenu* CreateEditMenu(QWidget* parent, const char* section);
-    // A cell's text is empty or a number (blanks anywhere ignored) as the view checks it.
-    bool IsNumberInput(const QString& text, int unitType) const;
-    // Opens (or refreshes) a window beside `owner` that plots the rows that hold two numbers,
-    // the axes captioned with the column heads. Kept in `window`; the close button closes it.
-    void ShowCurveWindow(QWidget* owner, QPointer<QDialog>& window, const QString& title,
-                         const QString& closeText);
+    // How a cell's text reads, the one way that the checks of typed and pasted text, OK and
+    // the plot all read it: every blank dropped (not only those at the ends), then nothing, a
+    // number (in display units, through `value`) or something that is no number.
+    enum class CellRead { Empty, Number, NotANumber };
+    static CellRead ReadCell(std::string_view utf8, int unitType, double* value);
+    static CellRead ReadCell(const QString& text, int unitType, double* value);
+    // The check of a typed or pasted text: empty or a number, and with `nonNegative` not below
+    // zero, both judged on the value that OK will read. A text that is no number is reported
+    // here (when `showMessage`); a negative one is left to the caller's own words.
+    enum class CellInput { Accepted, NotANumber, Negative };
+    CellInput CheckCellInput(const QString& text, int unitType, bool nonNegative,
+                             int showMessage) const;
+    // Removes the real rows whose two cells are blank (the rows that clicking into the edit row
+    // and away leaves behind), so that OK never hands them to the host. Returns how many went.
+    int DropBlankRows();
+    // The caption of the "Show XY Plot" window: the dialog's own title unless a dialog says
+    // otherwise.
+    virtual QString CurvePlotTitle() const;
+    QPointer<QDialog> m_plotWindow;
     // Where a message about a cell goes: the view's bubble, else a message box.
     void ShowTableMessage(const QString& text) const;
 
@@ -128,5 +155,8 @@ protected:
 private:
     friend class CKwNonLinearEditList;
     void addRow(int index, std::string_view x, std::string_view y);
+    // The paste on 8-bit or UTF-16 text, one pass either way.
+    template <class Ch>
+    void pasteText(std::basic_string_view<Ch> text, int row, int col, QString* first);
     void formatInto(int row, int col, int unitType, double value);
 };

@@ -107,7 +107,7 @@ CKwTableDialog::CKwTableDialog(QWidget* parent) : CKwMFCDialog(kTemplateId, null
     connect(KwControl<QPushButton>(this, IDC_DELETE_ORIGIN), &QPushButton::clicked, this,
             [this] { OnDeleteOrigin(); });
     connect(KwControl<QPushButton>(this, IDC_SHOW_XY_PLOT), &QPushButton::clicked, this,
-            &CKwTableDialog::OnShowXYPlot);
+            [this] { OnShowXYPlot(); });
     connect(KwControl<QPushButton>(this, IDC_BUTTON_OK), &QPushButton::clicked, this,
             [this] { OnOK(); });
     connect(KwControl<QPushButton>(this, IDC_BUTTON_CANCEL), &QPushButton::clicked, this,
@@ -116,10 +116,7 @@ CKwTableDialog::CKwTableDialog(QWidget* parent) : CKwMFCDialog(kTemplateId, null
             &CKwTableDialog::showContextMenu);
 }
 
-CKwTableDialog::~CKwTableDialog()
-{
-    delete m_plotWindow.data();
-}
+CKwTableDialog::~CKwTableDialog() = default;
 
 CKwTableDialog* CKwTableDialog::NewFor(CKwTable* table, QWidget* parent)
 {
@@ -143,15 +140,10 @@ void CKwTableDialog::SetTable(CFMView* view, CKwTable* table, KW_UOM* units,
     SetsubcaseUnits(units);
     m_pTable = table;
     m_pMaterial = material;
-    if (table) {
-        SetFunctions(table->GetXFunction()->Clone(), table->GetYFunction()->Clone());
-    } else {
-        auto* x = new CKwFunction;
-        auto* y = new CKwFunction;
-        x->SetUnitType(-1);
-        y->SetUnitType(-1);
-        SetFunctions(x, y);
-    }
+    // The rows are the edit copy: the table's values go straight into them when the dialog
+    // opens, and OK builds new functions from the rows.
+    SetFunctions(UnitsOf(table ? table->GetXFunction() : nullptr, -1),
+                 UnitsOf(table ? table->GetYFunction() : nullptr, -1));
 }
 
 bool CKwTableDialog::Create(CFMView* view, CKwTable* table, KW_UOM* units, CKwMaterial* material)
@@ -171,7 +163,8 @@ bool CKwTableDialog::OnInitDialog()
     BuildList();
     m_List.Header()->SizeColumns(kListWidth - 2 * m_List.frameWidth() -
                                  m_List.verticalScrollBar()->sizeHint().width());
-    LoadFunctions();
+    if (m_pTable)
+        LoadFunctions(m_pTable->GetXFunction(), m_pTable->GetYFunction());
     ResizeList();
     return CKwMFCDialog::OnInitDialog();
 }
@@ -213,26 +206,33 @@ bool CKwTableDialog::IsValidDataInput(const QString& text, int, int col, int sho
 {
     const int unit = col == 0 ? (m_pXFunction ? m_pXFunction->GetUnitType() : -1)
                               : (m_pYFunction ? m_pYFunction->GetUnitType() : -1);
-    if (!IsNumberInput(text, unit)) {
-        if (showMessage) {
-            const KW_UOM fallback;
-            ShowTableMessage((m_pUnits ? m_pUnits : &fallback)
-                                 ->GetErrorMessageForUnit(text.trimmed(), unit));
-        }
-        return false;
-    }
-    if (m_bNonNegativeX && col == 0 && !text.trimmed().isEmpty() && KwAtof(text) < 0) {
+    switch (CheckCellInput(text, unit, m_bNonNegativeX && col == 0, showMessage)) {
+    case CellInput::Accepted:
+        return true;
+    case CellInput::Negative:
         if (showMessage)
             ShowTableMessage(KwErrText(DialogTexts().section, m_negativeXKey, m_negativeX));
         return false;
+    default:
+        return false;
     }
-    return true;
 }
 
 bool CKwTableDialog::WriteBack()
 {
+    // Rows the user never typed into (the edit row clicked and left) are no points.
+    DropBlankRows();
     if (!UpdateListData(0, &m_pXFunction) || !UpdateListData(1, &m_pYFunction))
         return false;
+    if (m_bNonNegativeX) {
+        // Whatever way a negative X got into a cell, it never reaches the table.
+        for (int r = 0; r < m_nRowCount; ++r)
+            if (const double x = m_pXFunction->GetValue(r); !IsMissingValue(x) && x < 0) {
+                m_List.SelectRow(r);
+                ShowTableMessage(KwErrText(DialogTexts().section, m_negativeXKey, m_negativeX));
+                return false;
+            }
+    }
     if (m_pTable) {
         m_pTable->SetFunctions(m_pXFunction->Clone(), m_pYFunction->Clone());
         const QString name = m_name->text().trimmed();
@@ -252,17 +252,10 @@ void CKwTableDialog::OnOK()
     CKwMFCDialog::OnOK();
 }
 
-void CKwTableDialog::OnShowXYPlot()
+QString CKwTableDialog::CurvePlotTitle() const
 {
     const Texts t = DialogTexts();
-    ShowCurveWindow(this, m_plotWindow,
-                    KwTitleWithName(KwPropText(t.section, t.titleKey, t.title), m_name->text()),
-                    KwPropText("General", "ButtonClose", "Close"));
-}
-
-KwChart* CKwTableDialog::PlotChart() const
-{
-    return m_plotWindow ? m_plotWindow->findChild<KwChart*>() : nullptr;
+    return KwTitleWithName(KwPropText(t.section, t.titleKey, t.title), m_name->text());
 }
 
 void CKwTableDialog::showContextMenu(const QPoint& globalPos)

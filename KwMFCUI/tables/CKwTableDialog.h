@@ -8,11 +8,8 @@
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearDialogBase.h"
 
-#include <QPointer>
-
 class CKwMaterial;
 class CKwTable;
-class KwChart;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -60,10 +57,8 @@ public:
     void OnOK() override;
     // Writes the points and the name into the table; false (table untouched) at a bad cell.
     bool WriteBack();
-    void OnShowXYPlot();
-    // The plot window "Show XY Plot" opened (null before), and its chart.
-    QDialog* PlotWindow() const { return m_plotWindow.data(); }
-    KwChart* PlotChart() const;
+    // "Show XY Plot" captions its window with the dialog's title and the name being typed.
+    QString CurvePlotTitle() const override;
 
 protected:
     // The texts that differ between the table kinds.
@@ -93,7 +88,6 @@ private:
     QLineEdit* m_name;
     QLabel* m_id;
     QLabel* m_type;
-    QPointer<QDialog> m_plotWindow;
 };
 
 // Temperature dependence of a value: X is the temperature.

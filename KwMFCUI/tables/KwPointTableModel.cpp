@@ -1,6 +1,8 @@
 #include "KwPointTableModel.h"
 
+#include <QTimer>
 #include <algorithm>
+#include <cmath>
 
 KwPointTableModel::KwPointTableModel(int columns, QObject* parent)
     : QAbstractTableModel(parent), m_columns(columns > 0 ? columns : 1)
@@ -23,9 +25,22 @@ QVariant KwPointTableModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rows() || index.column() >= m_columns)
         return {};
-    if (role == Qt::DisplayRole || role == Qt::EditRole)
-        return cellText(index.row(), index.column());
-    return {};
+    if (role != Qt::DisplayRole && role != Qt::EditRole)
+        return {};
+    const int r = index.row();
+    if (r >= m_pendingDone && r < m_pendingEnd) {
+        // A painted row of numbers not yet turned into text: formatted for the paint only.
+        if (index.column() > 1)
+            return QString();
+        const double v =
+            m_pending[std::size_t(r - m_pendingFirst) * 2 + std::size_t(index.column())];
+        char buf[48];
+        const int n = std::isnan(v) ? 0 : m_format(v, buf);
+        return QString::fromLatin1(buf, n);
+    }
+    // Other rows are text already: read without asking for the pending ones.
+    const Cell& c = m_cells[std::size_t(r) * std::size_t(m_columns) + std::size_t(index.column())];
+    return QString::fromUtf8(m_text.data() + c.offset, qsizetype(c.length));
 }
 
 bool KwPointTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -67,6 +82,7 @@ bool KwPointTableModel::setHeaderData(int section, Qt::Orientation o, const QVar
 
 std::string_view KwPointTableModel::cellView(int row, int col) const
 {
+    ensureText();
     if (row < 0 || row >= rows() || col < 0 || col >= m_columns)
         return {};
     const Cell& c = m_cells[std::size_t(row) * std::size_t(m_columns) + std::size_t(col)];
@@ -97,6 +113,7 @@ KwPointTableModel::Cell KwPointTableModel::store(std::string_view utf8)
 
 void KwPointTableModel::setCellText(int row, int col, std::string_view utf8)
 {
+    ensureText();
     if (row < 0 || row >= rows() || col < 0 || col >= m_columns)
         return;
     Cell& c = m_cells[std::size_t(row) * std::size_t(m_columns) + std::size_t(col)];
@@ -127,6 +144,7 @@ void KwPointTableModel::setCellText(int row, int col, const QString& text)
 
 void KwPointTableModel::insertRowTexts(int index, std::string_view c0, std::string_view c1)
 {
+    ensureText();
     index = std::clamp(index, 0, rows());
     if (!m_bulk)
         beginInsertRows({}, index, index);
@@ -161,6 +179,7 @@ void KwPointTableModel::insertRowTexts(int index, std::string_view c0, std::stri
 
 void KwPointTableModel::removeRowAt(int index)
 {
+    ensureText();
     if (index < 0 || index >= rows())
         return;
     if (!m_bulk)
@@ -179,6 +198,7 @@ void KwPointTableModel::removeRowsAt(const std::vector<int>& ascending)
 {
     if (ascending.empty())
         return;
+    ensureText();
     if (ascending.size() == 1) {
         removeRowAt(ascending.front());
         return;
@@ -208,6 +228,7 @@ void KwPointTableModel::removeRowsAt(const std::vector<int>& ascending)
 
 void KwPointTableModel::truncate(int n)
 {
+    ensureText();
     if (n < 0 || n >= rows())
         return;
     if (!m_bulk)
@@ -227,6 +248,8 @@ void KwPointTableModel::clear()
     m_cells.clear();
     m_text.clear();
     m_garbage = 0;
+    Numbers().swap(m_pending);
+    m_pendingFirst = m_pendingDone = m_pendingEnd = 0;
     endBulk();
 }
 
@@ -254,6 +277,63 @@ void KwPointTableModel::endBulk()
     }
 }
 
+void KwPointTableModel::insertNumberRows(int index, Numbers values, NumberFormat format)
+{
+    const int n = int(std::min<std::size_t>(values.size() / 2, std::size_t(0x7fffffff - rows())));
+    if (n <= 0 || !format)
+        return;
+    ensureText();
+    index = std::clamp(index, 0, rows());
+    if (!m_bulk)
+        beginInsertRows({}, index, index + n - 1);
+    // Empty placeholders for the rows; their text comes later.
+    m_cells.insert(m_cells.begin() + std::ptrdiff_t(index) * m_columns,
+                   std::size_t(n) * std::size_t(m_columns), Cell{0, 0});
+    // Room for the text the numbers will take ("%.10g" of table values is short).
+    m_text.reserve(m_text.size() + std::size_t(n) * 20);
+    values.resize(std::size_t(n) * 2);
+    m_pending = std::move(values);
+    m_format = format;
+    m_pendingFirst = m_pendingDone = index;
+    m_pendingEnd = index + n;
+    if (!m_bulk)
+        endInsertRows();
+    formatPendingLater();
+}
+
+void KwPointTableModel::formatPending(int count)
+{
+    const int end = m_pendingEnd - m_pendingDone > count ? m_pendingDone + count : m_pendingEnd;
+    char buf[48];
+    const std::size_t cols = std::size_t(m_columns);
+    for (int r = m_pendingDone; r < end; ++r) {
+        const double* v = &m_pending[std::size_t(r - m_pendingFirst) * 2];
+        Cell* cells = &m_cells[std::size_t(r) * cols];
+        for (int c = 0; c < 2 && c < m_columns; ++c) {
+            const int len = std::isnan(v[c]) ? 0 : m_format(v[c], buf);
+            cells[c] = store(std::string_view(buf, std::size_t(len)));
+        }
+    }
+    m_pendingDone = end;
+    if (m_pendingDone >= m_pendingEnd) {
+        Numbers().swap(m_pending);
+        m_pendingFirst = m_pendingDone = m_pendingEnd = 0;
+    }
+}
+
+void KwPointTableModel::formatPendingLater()
+{
+    if (m_sliceQueued || m_pendingEnd <= m_pendingDone)
+        return;
+    m_sliceQueued = true;
+    // A slice of a few milliseconds at a time, so the user can type and scroll meanwhile.
+    QTimer::singleShot(0, this, [this] {
+        m_sliceQueued = false;
+        formatPending(20000);
+        formatPendingLater();
+    });
+}
+
 void KwPointTableModel::compactIfWasteful()
 {
     // Edits and deletes leave dead text behind; once it outweighs the live text (and is worth
@@ -277,5 +357,6 @@ void KwPointTableModel::compactIfWasteful()
 
 std::size_t KwPointTableModel::memoryBytes() const
 {
-    return m_text.capacity() + m_cells.capacity() * sizeof(Cell);
+    return m_text.capacity() + m_cells.capacity() * sizeof(Cell) +
+           m_pending.capacity() * sizeof(double);
 }

@@ -52,6 +52,18 @@ public:
     void endBulk();
     bool inBulk() const { return m_bulk > 0; }
 
+    // Rows of numbers whose text is made only when it is needed: a table of a million stored
+    // points opens without formatting two million numbers first. `values` holds two display
+    // values per row (column 0, column 1; NaN for an empty cell), `format` writes one into at
+    // most 47 bytes and returns the length. Painting formats the rows it shows; anything that
+    // reads or changes cells turns every pending row into text first; in between, idle time
+    // does so a slice at a time. The rows go in at `index` like insertRowTexts.
+    using NumberFormat = int (*)(double value, char* out);
+    using Numbers = std::vector<double, KwLargeAllocator<double>>;
+    void insertNumberRows(int index, Numbers values, NumberFormat format);
+    // Rows still waiting for their text (0 once every cell is text).
+    int pendingRows() const { return m_pendingEnd - m_pendingDone; }
+
     std::size_t textBytes() const { return m_text.size(); }
     // Bytes the storage holds (capacity, not only what is in use).
     std::size_t memoryBytes() const;
@@ -64,6 +76,14 @@ private:
     };
 
     Cell store(std::string_view utf8);
+    // Turns pending rows into text: all of them, or up to `rows` of them.
+    void formatPending(int rows);
+    void ensureText() const
+    {
+        if (m_pendingEnd > m_pendingDone)
+            const_cast<KwPointTableModel*>(this)->formatPending(m_pendingEnd - m_pendingDone);
+    }
+    void formatPendingLater();
     void release(const Cell& c) { m_garbage += c.length; }
     void compactIfWasteful();
 
@@ -75,4 +95,12 @@ private:
     std::size_t m_garbage = 0;
     int m_bulk = 0;
     QStringList m_headers;
+    // Rows [m_pendingFirst, m_pendingEnd) came as numbers; those from m_pendingDone on are
+    // not text yet (their cells are empty placeholders).
+    Numbers m_pending;
+    NumberFormat m_format = nullptr;
+    int m_pendingFirst = 0;
+    int m_pendingDone = 0;
+    int m_pendingEnd = 0;
+    bool m_sliceQueued = false;
 };

@@ -10,6 +10,12 @@
 CKwUIBase::CKwUIBase() = default;
 CKwUIBase::~CKwUIBase() = default;
 
+void CKwUIBase::ReloadObjectData()
+{
+    LoadObjectData();
+    OnObjectDataLoaded();
+}
+
 void CKwUIBase::OnKwMessage(const QString& text, unsigned, unsigned) { m_lastMessage = text; }
 
 void CKwUIBase::ShowFieldError(const QString& label, const QString& message) const

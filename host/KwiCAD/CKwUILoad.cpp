@@ -3,7 +3,9 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
+#include "CKwFunction.h"
 #include "CKwSubCase.h"
+#include "CKwTable.h"
 #include "CKwUIEntity.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
@@ -17,6 +19,8 @@
 #include <initializer_list>
 #include <span>
 
+using KwEntityLogic::FillArgs;
+using KwEntityLogic::FormatNumber;
 using KwUIText::err;
 using KwUIText::prop;
 
@@ -126,22 +130,6 @@ std::span<const Subtype> subtypesOf(int type)
 constexpr double kHuge = 1.0e20;
 constexpr double kAbsoluteZero = 0.0; // K
 
-// Fills the "%s" of a message in order.
-QString subst(QString text, std::initializer_list<QString> args)
-{
-    qsizetype from = 0;
-    for (const QString& a : args) {
-        const qsizetype at = text.indexOf(QStringLiteral("%s"), from);
-        if (at < 0)
-            break;
-        text.replace(at, 2, a);
-        from = at + a.size();
-    }
-    return text;
-}
-
-QString number(double v) { return QString::asprintf("%.10g", v); }
-
 int useIndex(int use) { return use == KwTableLookup::Temperature ? 1 : 0; }
 
 } // namespace
@@ -232,10 +220,7 @@ const KW_UOM* CKwUILoad::units() const { return m_pView ? m_pView->GetUnitHolder
 
 QString CKwUILoad::shown(double internalValue, int unitKind) const
 {
-    if (IsMissingValue(internalValue))
-        return QString();
-    const KW_UOM* u = units();
-    return number(u ? u->GetDisplayValue(internalValue, unitKind) : internalValue);
+    return KwEntityLogic::FormatShown(internalValue, unitKind, units());
 }
 
 int CKwUILoad::GetMagnitudeUnitKind() const
@@ -297,6 +282,78 @@ void CKwUILoad::LoadTableItems()
     }
 }
 
+int CKwUILoad::AddNewTable(int use)
+{
+    CKwFEModel* model = GetModel();
+    const int count = static_cast<int>(KwTableLookup::List(model, use).size());
+    const int id = KwTableLookup::Add(model, use,
+                                      prop("Loads", "DropDownNewTable", "New Table") +
+                                          QStringLiteral(" %1").arg(count + 1));
+    if (id > 0)
+        m_addedTables.push_back(id);
+    return id;
+}
+
+void CKwUILoad::DropNewTable(int id)
+{
+    const auto at = std::find(m_addedTables.begin(), m_addedTables.end(), id);
+    if (at == m_addedTables.end())
+        return; // only what this editor added
+    m_addedTables.erase(at);
+    KwTableLookup::Remove(GetModel(), id);
+    m_keptTables.erase(std::remove_if(m_keptTables.begin(), m_keptTables.end(),
+                                      [id](const KeptTable& k) { return k.id == id; }),
+                       m_keptTables.end());
+}
+
+void CKwUILoad::KeepTableForCancel(int id, int use)
+{
+    const CKwTable* t = KwTableLookup::Find(GetModel(), id, use);
+    if (!t || std::find(m_addedTables.begin(), m_addedTables.end(), id) != m_addedTables.end())
+        return; // a table this editor added goes as a whole
+    for (const KeptTable& k : m_keptTables)
+        if (k.id == id)
+            return; // the first state is the one to go back to
+    m_keptTables.push_back({id, use, t->GetName(), t->GetXFunction()->Values(),
+                            t->GetYFunction()->Values(), t->GetXFunction()->GetUnitType(),
+                            t->GetYFunction()->GetUnitType()});
+}
+
+long CKwUILoad::OnSubmitUI()
+{
+    const long status = CKwFEUIBase<CKwLoad>::OnSubmitUI();
+    if (status == 0) { // the tables belong to the model now
+        m_addedTables.clear();
+        m_keptTables.clear();
+    }
+    return status;
+}
+
+long CKwUILoad::OnCancelUI()
+{
+    // The tables made and edited from this editor go back to what the model had.
+    CKwFEModel* model = GetModel();
+    for (int id : m_addedTables)
+        KwTableLookup::Remove(model, id);
+    for (const KeptTable& k : m_keptTables) {
+        CKwTable* t = KwTableLookup::Find(model, k.id, k.use);
+        if (!t)
+            continue; // deleted meanwhile: nothing to put back
+        const auto column = [](const std::vector<double>& values, int unitType) {
+            auto* f = new CKwFunction;
+            for (double v : values)
+                f->AddValue(v);
+            f->SetUnitType(unitType);
+            return f;
+        };
+        t->SetName(k.name);
+        t->SetFunctions(column(k.x, k.xUnit), column(k.y, k.yUnit));
+    }
+    m_addedTables.clear();
+    m_keptTables.clear();
+    return CKwFEUIBase<CKwLoad>::OnCancelUI();
+}
+
 bool CKwUILoad::ReportMissingTable(int use)
 {
     const CKwLoad* l = GetEditObject();
@@ -312,22 +369,23 @@ bool CKwUILoad::ReportMissingTable(int use)
                 .arg(time ? prop("Loads", "CheckboxTimeDependence", "Time Dependence")
                           : prop("Loads", "EnterCheckboxTemperatureTableData",
                                  "Temperature Dependence"),
-                     subst(err("Loads", "TableDeleted",
-                               "Table %s no longer exists; choose another table."),
-                           {QString::number(id)})),
+                     FillArgs(err("Loads", "TableDeleted",
+                                  "Table %s no longer exists; choose another table."),
+                              {QString::number(id)})),
             0);
     return true;
 }
 
+QList<CKwLoad*>* CKwUILoad::GetModelList() const
+{
+    return GetModel() ? &GetModel()->m_loads : nullptr;
+}
+
 std::unique_ptr<CKwLoad> CKwUILoad::CreateNewObject()
 {
-    CKwFEModel* model = GetModel();
-    const int id = model ? CKwFEModel::NextId(model->m_loads) : 1;
+    const int id = NextFreeID();
     auto l = std::make_unique<CKwLoad>(id, QStringLiteral("Load %1").arg(id));
-    if (m_pSubCase)
-        l->m_subcaseIds = {m_pSubCase->GetID()};
-    else if (CKwAnalysis* a = GetAnalysis(); a && !a->GetSubCases().isEmpty())
-        l->m_subcaseIds = {a->GetSubCases().first()->GetID()};
+    l->m_subcaseIds = KwEntityLogic::NewEntitySubcaseIds(m_pSubCase, GetAnalysis());
     return l;
 }
 
@@ -337,14 +395,15 @@ void CKwUILoad::LoadObjectData()
     if (!l)
         return;
     m_pickTarget = PickEntities;
+    m_typedMagnitudes.clear();
     if (!GetTypeRow(l->m_type)) {
         // A code no row has (a heading row, or a type of another version): shown as a force,
         // and the user is told before anything can be written.
         if (m_pView)
             m_pView->ShowBubbleToolTipWarning(
-                subst(err("Loads", "UnknownLoadType",
-                          "The stored load type %s is unknown; the load is shown as %s."),
-                      {QString::number(l->m_type), GetTypeName(CKwLoad::Force)}),
+                FillArgs(err("Loads", "UnknownLoadType",
+                             "The stored load type %s is unknown; the load is shown as %s."),
+                         {QString::number(l->m_type), GetTypeName(CKwLoad::Force)}),
                 0);
         l->m_type = CKwLoad::Force;
         l->m_subtype = 0;
@@ -357,17 +416,8 @@ void CKwUILoad::LoadObjectData()
     const QStringList types = GetTypeItems();
     SetControlItems(CodeTypeItems, static_cast<int>(types.size()), types.constData());
 
-    QStringList names;
-    std::vector<int> selected;
-    if (CKwAnalysis* a = GetAnalysis()) {
-        for (CKwSubCase* s : a->GetSubCases()) {
-            if (l->m_subcaseIds.contains(s->GetID()))
-                selected.push_back(static_cast<int>(names.size()));
-            names << s->GetName();
-        }
-    }
-    SetControlItems(CodeSubcaseItems, static_cast<int>(names.size()), names.constData());
-    SelectControlItems(CodeSubcaseSelection, static_cast<int>(selected.size()), selected.data());
+    KwEntityLogic::FillSubcaseList(*this, GetAnalysis(), CodeSubcaseItems, CodeSubcaseSelection,
+                                   l->m_subcaseIds);
     SetControlColor(CodeColor, l->m_color);
     LoadTableItems();
     SetControlText(CodeResultsFile, l->m_resultsFile);
@@ -376,6 +426,29 @@ void CKwUILoad::LoadObjectData()
     ReportMissingTable(KwTableLookup::Time);
     ReportMissingTable(KwTableLookup::Temperature);
     Display(1);
+}
+
+void CKwUILoad::switchMagnitudeKind(int oldKind)
+{
+    CKwLoad* l = GetEditObject();
+    const int newKind = GetMagnitudeUnitKind();
+    if (!l || newKind == oldKind)
+        return;
+    // A number in one quantity is no number in another (1500 N is not 1500 Pa), so the field
+    // is not carried over; what was typed waits for its own quantity, as it was typed, in
+    // case the user comes back to it.
+    TypedMagnitude& away = m_typedMagnitudes[oldKind];
+    away.value = l->m_magnitude;
+    away.hasText = GetControlText(CodeMagnitude, away.text) != 0;
+    const auto back = m_typedMagnitudes.find(newKind);
+    if (back == m_typedMagnitudes.end()) {
+        l->m_magnitude = MissingDouble;
+        SetControlText(CodeMagnitude, QString());
+        return;
+    }
+    l->m_magnitude = back->second.value;
+    SetControlText(CodeMagnitude,
+                   back->second.hasText ? back->second.text : shown(back->second.value, newKind));
 }
 
 void CKwUILoad::loadTypeDependent(bool keepTypedValues)
@@ -398,9 +471,9 @@ void CKwUILoad::loadTypeDependent(bool keepTypedValues)
         SetControlText(CodeMagnitude, shown(l->m_magnitude, GetMagnitudeUnitKind()));
         for (int i = 0; i < 3; ++i) {
             const std::size_t a = static_cast<std::size_t>(i);
-            SetControlText(CodeDirectionX + i,
-                           IsMissingValue(l->m_direction[a]) ? QString()
-                                                             : number(l->m_direction[a]));
+            SetControlText(CodeDirectionX + i, IsMissingValue(l->m_direction[a])
+                                                   ? QString()
+                                                   : FormatNumber(l->m_direction[a]));
             SetControlText(CodeLocationX + i, shown(l->m_location[a], KwUnitKind::Length));
         }
         SetControlText(CodeAmbientTemperature,
@@ -527,18 +600,18 @@ int CKwUILoad::validateNumber(double value, int unitKind, double min, double max
         ShowFieldError(
             label, unit.isEmpty()
                        ? err("Loads", "NumberRequiredNoUnit", "Enter a number.")
-                       : subst(err("Loads", "NumberRequired", "Enter a number in %s."), {unit}));
+                       : FillArgs(err("Loads", "NumberRequired", "Enter a number in %s."), {unit}));
         return 0;
     }
     const bool low = minExclusive ? value <= min : value < min;
     if (low || value > max) {
-        const QString lo = number(u->GetDisplayValue(min, unitKind));
-        const QString hi = number(u->GetDisplayValue(max, unitKind));
+        const QString lo = FormatNumber(u->GetDisplayValue(min, unitKind));
+        const QString hi = FormatNumber(u->GetDisplayValue(max, unitKind));
         ShowFieldError(
             label,
             minExclusive && max >= kHuge
-                ? subst(err("Loads", "ValueAbove", "Enter a value above %s."), {lo})
-                : subst(err("Loads", "ValueBetween", "Enter a value from %s to %s."), {lo, hi}));
+                ? FillArgs(err("Loads", "ValueAbove", "Enter a value above %s."), {lo})
+                : FillArgs(err("Loads", "ValueBetween", "Enter a value from %s to %s."), {lo, hi}));
         return 0;
     }
     return 1;
@@ -550,7 +623,6 @@ int CKwUILoad::ValidateObjectData()
     if (!l)
         return 0;
     if (!ValidateNameAndID(
-            GetModel() ? &GetModel()->m_loads : nullptr,
             {"Loads", "Enter a name for the load.", "Another load already uses this ID."}))
         return 0;
     const KwLoadTypeRow* row = GetTypeRow(l->m_type);
@@ -591,16 +663,16 @@ int CKwUILoad::ValidateObjectData()
         const QString unit = u->GetUnits(fieldKind);
         QString message;
         if (e.status == KW_UOM::ParseOutOfRange)
-            message = subst(err("Loads", "ValueBetween", "Enter a value from %s to %s."),
-                            {number(u->GetDisplayValue(-kHuge, fieldKind)),
-                             number(u->GetDisplayValue(kHuge, fieldKind))});
+            message = FillArgs(err("Loads", "ValueBetween", "Enter a value from %s to %s."),
+                               {FormatNumber(u->GetDisplayValue(-kHuge, fieldKind)),
+                                FormatNumber(u->GetDisplayValue(kHuge, fieldKind))});
         else if (e.status == KW_UOM::ParseWrongUnit)
-            message = subst(err("Loads", "WrongUnit", "The value is in %s; enter it in %s."),
-                            {e.unitSeen, unit});
+            message = FillArgs(err("Loads", "WrongUnit", "The value is in %s; enter it in %s."),
+                               {e.unitSeen, unit});
         else if (unit.isEmpty())
             message = err("Loads", "NumberRequiredNoUnit", "Enter a number.");
         else
-            message = subst(err("Loads", "NumberRequired", "Enter a number in %s."), {unit});
+            message = FillArgs(err("Loads", "NumberRequired", "Enter a number in %s."), {unit});
         ShowFieldError(fieldLabel(e.code), message);
         return 0;
     }
@@ -698,9 +770,9 @@ int CKwUILoad::ValidateObjectData()
     for (const CKwUIEntity* e : l->m_entities) {
         if (!(row->accepts & e->FilterBit())) {
             const bool ids = m_pView && m_pView->GetShowIDs();
-            ShowFieldError(selected, subst(err("Loads", "EntityKindRefused",
-                                               "%s cannot carry this type of load."),
-                                           {e->GetDisplayText(ids)}));
+            ShowFieldError(selected, FillArgs(err("Loads", "EntityKindRefused",
+                                                  "%s cannot carry this type of load."),
+                                              {e->GetDisplayText(ids)}));
             return 0;
         }
     }
@@ -728,9 +800,9 @@ int CKwUILoad::ValidateObjectData()
         }
         if (!KwTableLookup::Exists(GetModel(), t.id, t.use)) {
             ShowFieldError(prop("Loads", t.key, t.english),
-                           subst(err("Loads", "TableDeleted",
-                                     "Table %s no longer exists; choose another table."),
-                                 {QString::number(t.id)}));
+                           FillArgs(err("Loads", "TableDeleted",
+                                        "Table %s no longer exists; choose another table."),
+                                    {QString::number(t.id)}));
             return 0;
         }
     }
@@ -744,14 +816,6 @@ int CKwUILoad::ValidateObjectData()
 }
 
 // --- writing ---
-
-void CKwUILoad::AddNewObjects()
-{
-    CKwFEModel* model = GetModel();
-    if (!model || !GetEditObject())
-        return;
-    AppendEditCopy(model->m_loads);
-}
 
 void CKwUILoad::Display(int on)
 {
@@ -825,8 +889,8 @@ void CKwUILoad::OnSelected(QList<CKwUIEntity*>* entities)
         const bool ids = m_pView && m_pView->GetShowIDs();
         ShowFieldError(
             prop("Constraints", "LabelSelectedEntities", "Selected Entities"),
-            subst(err("Loads", "EntityKindRefused", "%s cannot carry this type of load."),
-                  {refused.first()->GetDisplayText(ids)}));
+            FillArgs(err("Loads", "EntityKindRefused", "%s cannot carry this type of load."),
+                     {refused.first()->GetDisplayText(ids)}));
     }
     Display(1);
 }
@@ -849,14 +913,8 @@ void CKwUILoad::OnDeselected(QList<CKwUIEntity*>* entities)
 void CKwUILoad::SetListValue(int code, const QList<int>& values)
 {
     CKwLoad* l = GetEditObject();
-    CKwAnalysis* a = GetAnalysis();
-    if (code != CodeSubcaseSelection || !l || !a)
-        return;
-    const QList<CKwSubCase*>& subcases = a->GetSubCases();
-    l->m_subcaseIds.clear();
-    for (int row : values)
-        if (row >= 0 && row < subcases.size())
-            l->m_subcaseIds.append(subcases[row]->GetID());
+    if (code == CodeSubcaseSelection && l && GetAnalysis())
+        l->m_subcaseIds = KwEntityLogic::SubcaseIdsOfRows(GetAnalysis(), values);
 }
 
 int CKwUILoad::GetValue(int field, int& value)
@@ -898,10 +956,7 @@ int CKwUILoad::SetValue(int field, int value)
         const int oldKind = GetMagnitudeUnitKind();
         l->m_type = value;
         l->m_subtype = 0;
-        const bool kindChanged = GetMagnitudeUnitKind() != oldKind;
-        // A number in one quantity is no number in another: 1500 N is not 1500 Pa.
-        if (kindChanged)
-            l->m_magnitude = MissingDouble;
+        switchMagnitudeKind(oldKind);
         if (!(next->flags & KwLoadFlag::LocationByNode) &&
             l->m_locationMode == CKwLoad::LocationNode)
             l->m_locationMode = CKwLoad::LocationVertexOrPoint;
@@ -910,8 +965,6 @@ int CKwUILoad::SetValue(int field, int value)
         if (l->m_locationEntity && !acceptsLocation(l->m_locationEntity))
             l->m_locationEntity = nullptr;
         loadTypeDependent(true);
-        if (kindChanged)
-            SetControlText(CodeMagnitude, QString());
         Display(1);
         return 1;
     }
@@ -923,10 +976,7 @@ int CKwUILoad::SetValue(int field, int value)
             return 1;
         const int oldKind = GetMagnitudeUnitKind();
         l->m_subtype = value;
-        if (GetMagnitudeUnitKind() != oldKind) {
-            l->m_magnitude = MissingDouble;
-            SetControlText(CodeMagnitude, QString());
-        }
+        switchMagnitudeKind(oldKind);
         SetControlText(CodeMagnitudeLabel, GetMagnitudeCaption());
         return 1;
     }

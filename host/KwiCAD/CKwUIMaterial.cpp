@@ -11,6 +11,7 @@
 #include "KwUIText.h"
 
 #include <QFileInfo>
+#include <algorithm>
 
 namespace K = KwMaterialKeys;
 
@@ -76,10 +77,14 @@ const KW_UOM* CKwUIMaterial::GetUnits() const
     return m_pView ? m_pView->GetUnitHolder() : nullptr;
 }
 
+QList<CKwMaterial*>* CKwUIMaterial::GetModelList() const
+{
+    return GetModel() ? &GetModel()->m_materials : nullptr;
+}
+
 std::unique_ptr<CKwMaterial> CKwUIMaterial::CreateNewObject()
 {
-    CKwFEModel* model = GetModel();
-    const int id = model ? CKwFEModel::NextId(model->m_materials) : 1;
+    const int id = NextFreeID();
     auto m = std::make_unique<CKwMaterial>(id, QStringLiteral("Material %1").arg(id));
     // Room temperature is the reference most data sheets are given at.
     m->SetValue(K::REFT, 293.15);
@@ -143,16 +148,21 @@ void CKwUIMaterial::UpdateObjectData(bool)
     UpdateNameAndID(CodeName, CodeID);
     if (GetControlText(CodeDescription, text))
         m->m_description = text;
-    for (int i = 0; i < K::Count; ++i) {
+    // Only what the material's type shows is read: a value of another type's row is out of
+    // the user's sight, so it keeps what the edit copy holds and cannot block the OK.
+    const int type = m->GetMaterialType();
+    for (int i : CKwMaterial::KeysForType(type)) {
         double v = m->GetValue(i);
         take(CodeValueFirst + i, K::UnitKind(i), &v);
         m->SetValue(i, v);
     }
-    for (int e = 0; e < CKwMaterial::ExtraCount; ++e) {
+    for (int e : CKwMaterial::ExtrasForType(type)) {
         double v = m->GetExtra(e);
         take(CodeExtraFirst + e, CKwMaterial::ExtraUnitKind(e), &v);
         m->SetExtra(e, v);
     }
+    if (type != CKwMaterial::Anisotropic3D)
+        return;
     for (int k = 0; k < CKwMaterial::MatrixSize; ++k) {
         double v = m->GetMatrix(k);
         take(CodeMatrixFirst + k, KwUnitKind::Stress, &v);
@@ -165,8 +175,7 @@ int CKwUIMaterial::ValidateObjectData()
     const CKwMaterial* m = GetEditObject();
     if (!m)
         return 0;
-    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_materials : nullptr,
-                           {"Materials", "Enter a name for the material.",
+    if (!ValidateNameAndID({"Materials", "Enter a name for the material.",
                             "Another material already uses this ID."}))
         return 0;
     if (m_badCode != 0) {
@@ -201,14 +210,6 @@ int CKwUIMaterial::ValidateObjectData()
         return 0;
     }
     return 1;
-}
-
-void CKwUIMaterial::AddNewObjects()
-{
-    CKwFEModel* model = GetModel();
-    if (!model || !GetEditObject())
-        return;
-    AppendEditCopy(model->m_materials);
 }
 
 QString CKwUIMaterial::GetPageTitleString() const
@@ -302,13 +303,13 @@ std::vector<int> CKwUIMaterial::GetListedTypes() const
     for (int t = 0; t < CKwMaterial::TypeCount; ++t)
         if (IsTypeOffered(t, explicitEnabled))
             types.push_back(t);
-    const int stored = GetObject() ? GetObject()->GetMaterialType() : -1;
     // Crushable foam, rigid and concrete come and go with the tech preview; a material stored
-    // with one of them keeps showing it.
-    if ((stored == CKwMaterial::CrushableFoam || stored == CKwMaterial::Rigid ||
-         stored == CKwMaterial::Concrete) &&
-        !IsTypeOffered(stored, explicitEnabled))
-        types.push_back(stored);
+    // with one of them keeps showing it, and so does one read from a file into the editor.
+    for (const int t : {GetObject() ? GetObject()->GetMaterialType() : -1, m_loadedType}) {
+        if (t >= 0 && !IsTypeOffered(t, explicitEnabled) &&
+            std::find(types.begin(), types.end(), t) == types.end())
+            types.push_back(t);
+    }
     return types;
 }
 
@@ -360,10 +361,12 @@ bool CKwUIMaterial::LoadMaterialFromFile(const QString& path, int which, QString
             *error = why;
         return false;
     }
-    const int id = m->GetID();
-    *m = r.materials[which];
-    m->SetID(id);
+    auto loaded = std::make_unique<CKwMaterial>(r.materials[which]);
+    loaded->SetID(m->GetID());
     m_badCode = 0;
-    LoadObjectData();
+    m_loadedType = loaded->GetMaterialType();
+    // A material of another type brings other rows, width and switches: the whole dialog
+    // follows, not only the values the codes fill.
+    ReplaceEditObject(std::move(loaded));
     return true;
 }

@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "KW_UOM.h"
 
+#include <charconv>
 #include <cmath>
 
 using namespace KwMeshQuality;
@@ -33,7 +34,7 @@ double angleScale(const KW_UOM* units)
 }
 
 // The comparison itself, with the value already in the unit of its limit.
-inline bool fails(int measure, double shown, float limit)
+inline bool fails(int measure, double shown, double limit)
 {
     if (std::isnan(shown))
         return false;
@@ -64,15 +65,32 @@ CKwMeshModel::QualityCheck CKwUIMeshQualityResults::CheckFor(int family, int mea
     return kRule[family][measure];
 }
 
+double CKwUIMeshQualityResults::LimitValue(float limit)
+{
+    // The shortest decimal that reads back as the same float is the number that was typed.
+    char buf[32];
+    const auto w = std::to_chars(buf, buf + sizeof buf, limit);
+    double v = static_cast<double>(limit);
+    if (w.ec == std::errc())
+        std::from_chars(buf, w.ptr, v);
+    return v;
+}
+
 bool CKwUIMeshQualityResults::FailsCheck(const CKwMeshModel& mesh, const KW_UOM* units,
                                          int family, int measure, double value)
+{
+    const double shown = IsAngle(measure) && std::isfinite(value) ? value * angleScale(units)
+                                                                  : value;
+    return FailsShownValue(mesh, family, measure, shown);
+}
+
+bool CKwUIMeshQualityResults::FailsShownValue(const CKwMeshModel& mesh, int family,
+                                              int measure, double shown)
 {
     const QC check = CheckFor(family, measure);
     if (check == kNone || !mesh.GetQualityCheck(check))
         return false;
-    const double shown = IsAngle(measure) && std::isfinite(value) ? value * angleScale(units)
-                                                                  : value;
-    return fails(measure, shown, mesh.GetQualityLimit(check));
+    return fails(measure, shown, LimitValue(mesh.GetQualityLimit(check)));
 }
 
 void CKwUIMeshQualityResults::CheckMeshQuality(const CKwMeshModel* mesh, const KW_UOM* units)
@@ -85,13 +103,13 @@ void CKwUIMeshQualityResults::CheckMeshQuality(const CKwMeshModel* mesh, const K
         return;
     // The rules as flat arrays: whether each measure is checked, its limit, its unit scale.
     bool on[4][MeasureCount] = {};
-    float limit[4][MeasureCount] = {};
+    double limit[4][MeasureCount] = {};
     const double aScale = angleScale(units);
     for (int f = 1; f < 4; ++f)
         for (int m = 0; m < MeasureCount; ++m)
             if (kRule[f][m] != kNone) {
                 on[f][m] = mesh->GetQualityCheck(kRule[f][m]);
-                limit[f][m] = mesh->GetQualityLimit(kRule[f][m]);
+                limit[f][m] = LimitValue(mesh->GetQualityLimit(kRule[f][m]));
             }
     const auto& nodes = mesh->Nodes();
     const std::size_t n = mesh->ElementCount();
@@ -122,7 +140,7 @@ void CKwUIMeshQualityResults::CheckMeshQuality(const CKwMeshModel* mesh, const K
         row.id = mesh->ElementID(i);
         row.family = static_cast<unsigned char>(family);
         for (int m = 0; m < MeasureCount; ++m)
-            row.value[m] = static_cast<float>(out[m]);
+            row.value[m] = out[m];
         m_failed.push_back(row);
     }
 }

@@ -23,9 +23,7 @@ const KW_UOM& si()
 
 QString formatValue(double internal, int kind, const KW_UOM& units)
 {
-    if (IsMissingValue(internal))
-        return QString();
-    return QString::asprintf("%.10g", units.GetDisplayValue(internal, kind));
+    return KwEntityLogic::FormatShown(internal, kind, &units);
 }
 
 } // namespace
@@ -39,10 +37,15 @@ const KW_UOM* CKwUIPhysicalProperty::GetUnits() const
     return units ? units : &si();
 }
 
+QList<CKwPhysicalProperty*>* CKwUIPhysicalProperty::GetModelList() const
+{
+    return GetModel() ? &GetModel()->m_properties : nullptr;
+}
+
 std::unique_ptr<CKwPhysicalProperty> CKwUIPhysicalProperty::CreateNewObject()
 {
     CKwFEModel* model = GetModel();
-    const int id = model ? CKwFEModel::NextId(model->m_properties) : 1;
+    const int id = NextFreeID();
     auto p = std::make_unique<CKwPhysicalProperty>(id, QStringLiteral("Property %1").arg(id));
     if (model && !model->m_materials.isEmpty())
         p->m_materialId = model->m_materials.first()->GetID();
@@ -113,8 +116,7 @@ int CKwUIPhysicalProperty::ValidateObjectData()
     CKwPhysicalProperty* p = GetEditObject();
     if (!p)
         return 0;
-    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_properties : nullptr,
-                           {"PhysicalProperties", "Enter a name for the property.",
+    if (!ValidateNameAndID({"PhysicalProperties", "Enter a name for the property.",
                             "Another property already uses this ID."}))
         return 0;
     if (GetModel()) {
@@ -155,14 +157,6 @@ int CKwUIPhysicalProperty::ValidateObjectData()
         p->m_sectionArea = values[KwSectionValue::Area];
     }
     return 1;
-}
-
-void CKwUIPhysicalProperty::AddNewObjects()
-{
-    CKwFEModel* model = GetModel();
-    if (!model || !GetEditObject())
-        return;
-    AppendEditCopy(model->m_properties);
 }
 
 QString CKwUIPhysicalProperty::GetPageTitleString() const
@@ -251,8 +245,8 @@ QString CKwUIPhysicalProperty::GetShellOptionText(int which) const
         return QString();
     switch (which) {
     case ShellOffset: return formatValue(p->m_shellOffset, KwUnitKind::Length, *GetUnits());
-    case ShellBendingRatio: return QString::asprintf("%.10g", p->m_bendingRatio);
-    case ShellShearRatio: return QString::asprintf("%.10g", p->m_shearRatio);
+    case ShellBendingRatio: return KwEntityLogic::FormatNumber(p->m_bendingRatio);
+    case ShellShearRatio: return KwEntityLogic::FormatNumber(p->m_shearRatio);
     default: return QString();
     }
 }

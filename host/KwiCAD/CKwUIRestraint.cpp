@@ -51,16 +51,17 @@ QList<CKwUIEntity*> CKwUIRestraint::GetSelectedEntities() const
     return GetEditObject() ? GetEditObject()->m_entities : QList<CKwUIEntity*>();
 }
 
+QList<CKwRestraint*>* CKwUIRestraint::GetModelList() const
+{
+    return GetModel() ? &GetModel()->m_restraints : nullptr;
+}
+
 std::unique_ptr<CKwRestraint> CKwUIRestraint::CreateNewObject()
 {
-    CKwFEModel* model = GetModel();
-    const int id = model ? CKwFEModel::NextId(model->m_restraints) : 1;
+    const int id = NextFreeID();
     auto r = std::make_unique<CKwRestraint>(id, QStringLiteral("Constraint %1").arg(id));
     r->m_dof.fill(true);
-    if (m_pSubCase)
-        r->m_subcaseIds = {m_pSubCase->GetID()};
-    else if (CKwAnalysis* a = GetAnalysis(); a && !a->GetSubCases().isEmpty())
-        r->m_subcaseIds = {a->GetSubCases().first()->GetID()};
+    r->m_subcaseIds = KwEntityLogic::NewEntitySubcaseIds(m_pSubCase, GetAnalysis());
     return r;
 }
 
@@ -71,29 +72,24 @@ void CKwUIRestraint::LoadObjectData()
         return;
     LoadNameAndID(CodeName, CodeID);
     if (CKwFEModel* model = GetModel()) {
-        const QStringList cs = model->m_coordinateSystems;
+        // The built-in global systems are named in the user's language; systems the user
+        // defined keep their own names.
+        QStringList cs = model->m_coordinateSystems;
+        static const char* const builtIn[][2] = {
+            {"CoordSysGlobalRectangular", "Global Rectangular"},
+            {"CoordSysGlobalCylindrical", "Global Cylindrical"},
+            {"CoordSysGlobalSpherical", "Global Spherical"}};
+        for (QString& name : cs)
+            for (const auto& b : builtIn)
+                if (name == QLatin1String(b[1]))
+                    name = prop("General", b[0], b[1]);
         SetControlItems(CodeCoordSystems, static_cast<int>(cs.size()), cs.constData());
     }
-    QStringList names;
-    std::vector<int> selected;
-    if (CKwAnalysis* a = GetAnalysis()) {
-        for (CKwSubCase* s : a->GetSubCases()) {
-            if (r->m_subcaseIds.contains(s->GetID()))
-                selected.push_back(static_cast<int>(names.size()));
-            names << s->GetName();
-        }
-    }
-    SetControlItems(CodeSubcaseItems, static_cast<int>(names.size()), names.constData());
-    SelectControlItems(CodeSubcaseSelection, static_cast<int>(selected.size()), selected.data());
-    QString temp;
-    if (!IsMissingValue(r->m_temperature)) {
-        const KW_UOM* units = m_pView ? m_pView->GetUnitHolder() : nullptr;
-        const double shown =
-            units ? units->GetDisplayValue(r->m_temperature, KwUnitKind::Temperature)
-                  : r->m_temperature;
-        temp = QString::asprintf("%.10g", shown);
-    }
-    SetControlText(CodeTemperature, temp);
+    KwEntityLogic::FillSubcaseList(*this, GetAnalysis(), CodeSubcaseItems, CodeSubcaseSelection,
+                                   r->m_subcaseIds);
+    SetControlText(CodeTemperature,
+                   KwEntityLogic::FormatShown(r->m_temperature, KwUnitKind::Temperature,
+                                              m_pView ? m_pView->GetUnitHolder() : nullptr));
     SetControlColor(CodeColor, r->m_color);
     Display(1);
 }
@@ -117,8 +113,7 @@ int CKwUIRestraint::ValidateObjectData()
     CKwRestraint* r = GetEditObject();
     if (!r)
         return 0;
-    if (!ValidateNameAndID(GetModel() ? &GetModel()->m_restraints : nullptr,
-                           {"Constraints", "Enter a name for the constraint.",
+    if (!ValidateNameAndID({"Constraints", "Enter a name for the constraint.",
                             "Another constraint already uses this ID."}))
         return 0;
     if (r->m_entities.isEmpty()) {
@@ -155,14 +150,6 @@ int CKwUIRestraint::ValidateCoordSysForPinAndFrictionlessConstraint()
         }
     }
     return 1;
-}
-
-void CKwUIRestraint::AddNewObjects()
-{
-    CKwFEModel* model = GetModel();
-    if (!model || !GetEditObject())
-        return;
-    AppendEditCopy(model->m_restraints);
 }
 
 void CKwUIRestraint::Display(int on)
@@ -232,14 +219,8 @@ void CKwUIRestraint::DeleteRestraintDrawList()
 void CKwUIRestraint::SetListValue(int code, const QList<int>& values)
 {
     CKwRestraint* r = GetEditObject();
-    CKwAnalysis* a = GetAnalysis();
-    if (code != CodeSubcaseSelection || !r || !a)
-        return;
-    const QList<CKwSubCase*>& subcases = a->GetSubCases();
-    r->m_subcaseIds.clear();
-    for (int row : values)
-        if (row >= 0 && row < subcases.size())
-            r->m_subcaseIds.append(subcases[row]->GetID());
+    if (code == CodeSubcaseSelection && r && GetAnalysis())
+        r->m_subcaseIds = KwEntityLogic::SubcaseIdsOfRows(GetAnalysis(), values);
 }
 
 int CKwUIRestraint::GetValue(int field, int& value)

@@ -16,7 +16,6 @@ struct V
 {
     double x, y, z;
 };
-inline V at(const double* p) { return {p[0], p[1], p[2]}; }
 inline V operator-(V a, V b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
 inline V operator+(V a, V b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 inline double dot(V a, V b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
@@ -28,11 +27,59 @@ inline double norm(V a) { return std::sqrt(dot(a, a)); }
 // acos that tolerates rounding just outside [-1, 1].
 inline double safeAcos(double c) { return std::acos(std::clamp(c, -1.0, 1.0)); }
 
+// The corners relative to the first one, scaled by a power of two so that the largest
+// coordinate difference lies in [1, 2). Every measure is a ratio or an angle, so neither step
+// changes it, but squares, cross products and the triple product of lengths then stay far
+// from overflow (coordinates near 1e200) and underflow (elements a few 1e-200 across).
+// Powers of two scale exactly. Returns false when a coordinate is not a finite number.
+bool localCorners(const double* const p[], int n, V out[])
+{
+    double big = 0;
+    for (int i = 0; i < n; ++i)
+        for (int k = 0; k < 3; ++k) {
+            if (!std::isfinite(p[i][k]))
+                return false;
+            big = std::max(big, std::fabs(p[i][k]));
+        }
+    // Differences of coordinates beyond half the largest double would overflow: bring such
+    // coordinates down first (exact but for parts far below the element's own size).
+    const double down = big > 0x1p1000 ? std::ldexp(1.0, -std::ilogb(big)) : 1.0;
+    const V o{p[0][0] * down, p[0][1] * down, p[0][2] * down};
+    double span = 0;
+    for (int i = 0; i < n; ++i) {
+        out[i] = V{p[i][0] * down, p[i][1] * down, p[i][2] * down} - o;
+        span = std::max({span, std::fabs(out[i].x), std::fabs(out[i].y), std::fabs(out[i].z)});
+    }
+    if (span > 0) {
+        // A power of two as a factor (one multiplication a coordinate); beyond the range of
+        // normal factors, in two steps.
+        const int e = std::ilogb(span);
+        const double f1 = std::ldexp(1.0, -e / 2), f2 = std::ldexp(1.0, -e - (-e / 2));
+        for (int i = 0; i < n; ++i)
+            out[i] = {out[i].x * f1 * f2, out[i].y * f1 * f2, out[i].z * f1 * f2};
+    }
+    return true;
+}
+
+// An element with a coordinate that is not a number cannot be measured: every measure of its
+// family reads as collapsed (+infinity, the Jacobian 0), so an active check fails it.
+void unmeasurable(double out[MeasureCount], bool quadrilateral)
+{
+    out[AspectRatio] = kInf;
+    out[Skew] = kInf;
+    out[Warping] = quadrilateral ? kInf : kNaN;
+    out[Taper] = quadrilateral ? kInf : kNaN;
+    out[Jacobian] = 0.0;
+}
+
 } // namespace
 
 void MeasureTriangle(const double* const p[3], double out[MeasureCount])
 {
-    const V a = at(p[0]), b = at(p[1]), c = at(p[2]);
+    V q[3];
+    if (!localCorners(p, 3, q))
+        return unmeasurable(out, false);
+    const V a = q[0], b = q[1], c = q[2];
     const V ab = b - a, bc = c - b, ca = a - c;
     const double lab = norm(ab), lbc = norm(bc), lca = norm(ca);
     const double area2 = norm(cross(ab, c - a)); // twice the area
@@ -62,7 +109,10 @@ void MeasureTriangle(const double* const p[3], double out[MeasureCount])
 
 void MeasureQuadrilateral(const double* const p[4], double out[MeasureCount])
 {
-    const V p0 = at(p[0]), p1 = at(p[1]), p2 = at(p[2]), p3 = at(p[3]);
+    V q[4];
+    if (!localCorners(p, 4, q))
+        return unmeasurable(out, true);
+    const V p0 = q[0], p1 = q[1], p2 = q[2], p3 = q[3];
     // Principal axes (twice the bimedians) and the cross term of the bilinear map.
     const V x1 = (p1 - p0) + (p2 - p3);
     const V x2 = (p2 - p1) + (p3 - p0);
@@ -79,20 +129,37 @@ void MeasureQuadrilateral(const double* const p[4], double out[MeasureCount])
         out[Skew] = kInf;
         out[Taper] = kInf;
     }
-    // Warping: the larger angle between the normals of the two triangles of either diagonal
-    // split. A split with a collapsed half says nothing.
-    auto splitCos = [](V a, V b, V c, V d) {
+    // Warping: the angle between the normals of the two triangles of a diagonal split, the
+    // larger of the two splits. Only a split whose diagonal runs inside the element measures a
+    // bend out of its plane; its two triangles then both face the side of the centre normal.
+    // Across the outside diagonal of a concave quadrilateral the halves face opposite ways, an
+    // angle near 180 degrees that is the re-entrant corner and no bend at all: the Jacobian
+    // reports that corner (negative). When neither split runs inside (a twisted or folded
+    // element) the smaller angle is how far it folds over. A split with a collapsed half
+    // says nothing and counts 0.
+    const V n = cross(x1, x2);
+    auto splitAngle = [&n](V a, V b, V c, V d, bool* inside) {
         const V n1 = cross(b - a, c - a);
         const V n2 = cross(c - a, d - a);
         const double l = norm(n1) * norm(n2);
-        return l > 0 ? dot(n1, n2) / l : 1.0;
+        if (!(l > 0)) {
+            *inside = true;
+            return 0.0;
+        }
+        *inside = dot(n1, n) > 0 && dot(n2, n) > 0;
+        return safeAcos(dot(n1, n2) / l);
     };
-    const double c13 = splitCos(p0, p1, p2, p3);
-    const double c24 = splitCos(p1, p2, p3, p0);
-    out[Warping] = safeAcos(std::min(c13, c24));
+    bool in13 = false, in24 = false;
+    const double w13 = splitAngle(p0, p1, p2, p3, &in13);
+    const double w24 = splitAngle(p1, p2, p3, p0, &in24);
+    if (in13 && in24)
+        out[Warping] = std::max(w13, w24);
+    else if (in13 || in24)
+        out[Warping] = in13 ? w13 : w24;
+    else
+        out[Warping] = std::min(w13, w24);
     // Jacobian: the smallest corner determinant, each over its two edge lengths, measured
     // against the normal at the centre (negative at a re-entrant corner).
-    const V n = cross(x1, x2);
     const double ln = norm(n);
     if (ln > 0) {
         const V nh{n.x / ln, n.y / ln, n.z / ln};
@@ -112,7 +179,10 @@ void MeasureQuadrilateral(const double* const p[4], double out[MeasureCount])
 
 void MeasureTetrahedron(const double* const p[4], double out[MeasureCount])
 {
-    const V p0 = at(p[0]), p1 = at(p[1]), p2 = at(p[2]), p3 = at(p[3]);
+    V q[4];
+    if (!localCorners(p, 4, q))
+        return unmeasurable(out, false);
+    const V p0 = q[0], p1 = q[1], p2 = q[2], p3 = q[3];
     const V e01 = p1 - p0, e02 = p2 - p0, e03 = p3 - p0;
     const V e12 = p2 - p1, e13 = p3 - p1, e23 = p3 - p2;
     const double l01 = norm(e01), l02 = norm(e02), l03 = norm(e03);

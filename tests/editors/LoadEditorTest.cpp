@@ -24,6 +24,7 @@
 #include <QTest>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace {
 
@@ -56,20 +57,12 @@ protected:
 
 TEST_F(LoadEditor, headingsHandOnAndEachAnalysisAdvisesAgainstWhatItCannotTake)
 {
-    const QString notExplicit = QStringLiteral("%1 not supported in Explicit analyses.");
+    // The explicit analysis (4) row by row is the next test.
     const struct { int analysis, row, taken; QString bubble; } cases[] = {
-        {4, 2, 2, notExplicit.arg("DropDownMoment")}, // key and default exchanged for Moment
-        {4, 5, 5, notExplicit.arg("Rotational Force")},
-        {4, 6, 6, notExplicit.arg("Distributed Load")},
-        {4, 7, 7, notExplicit.arg("Remote Force")},
-        {4, 8, 8, notExplicit.arg("Bearing Load")},
-        {4, 9, 9, notExplicit.arg("Hydrostatic Load")},
-        {4, 1, 1, ""},
-        {4, 10, 10, "'From Output' load not supported in Explicit analyses."},
-        {4, 12, 13, ""},
         {2, 18, 19, "Enforced Motion Loads not supported in Nonlinear Transient Response analysis."},
+        {0, 18, 19, ""},
         {0, 11, 11, "The load selected is not compatible with this analysis."},
-        {4, 11, 11, ""},
+        {0, 12, 13, ""},
         {0, 20, 21, ""},
     };
     for (const auto& c : cases) {
@@ -82,13 +75,109 @@ TEST_F(LoadEditor, headingsHandOnAndEachAnalysisAdvisesAgainstWhatItCannotTake)
         EXPECT_EQ(host.view->GetLastBubbleText(), c.bubble);
         d->OnCancel();
     }
-    // Initial accelerations in an explicit analysis.
+}
+
+TEST_F(LoadEditor, anExplicitAnalysisWarnsExactlyAboutTheLoadsItCannotTake)
+{
+    // Every row of the type list in the explicit dynamics analysis; a heading hands on.
+    const QString notExplicit = QStringLiteral("%1 not supported in Explicit analyses.");
+    const std::map<int, QString> warned = {
+        {CKwLoad::Moment, notExplicit.arg("DropDownMoment")},
+        {CKwLoad::RotationalForce, notExplicit.arg("Rotational Force")},
+        {CKwLoad::DistributedLoad, notExplicit.arg("Distributed Load")},
+        {CKwLoad::RemoteForce, notExplicit.arg("Remote Force")},
+        {CKwLoad::BearingLoad, notExplicit.arg("Bearing Load")},
+        {CKwLoad::HydrostaticLoad, notExplicit.arg("Hydrostatic Load")},
+        {CKwLoad::FromOutput, "'From Output' load not supported in Explicit analyses."},
+    };
     CKwMFCUILoad* d = open(4);
-    choose(d, 21);
+    for (int r = 0; r < CKwUILoad::GetTypeRowCount(); ++r) {
+        SCOPED_TRACE(r);
+        choose(d, r == 0 ? 1 : 0); // from another row, so that the combo reports the choice
+        host.view->ClearBubbleRecord();
+        choose(d, r);
+        const int type = d->GetEditObject()->m_type;
+        EXPECT_EQ(type, CKwUILoad::TypeOfRow(CKwUILoad::IsHeadingRow(r) ? r + 1 : r));
+        const auto it = warned.find(type);
+        EXPECT_EQ(host.view->GetLastBubbleText(), it == warned.end() ? QString() : it->second);
+    }
+
+    // Initial conditions: the accelerations only, and only in the explicit analysis.
+    const struct { int analysis, subtype; QString bubble; } initial[] = {
+        {4, CKwLoad::InitialVelocity, ""},
+        {4, CKwLoad::InitialAngularVelocity, ""},
+        {4, CKwLoad::InitialAcceleration,
+         "Inital Acceleration not supported in Explicit Dynamics analysis."},
+        {4, CKwLoad::InitialAngularAcceleration,
+         "Inital Angular Acceleration not supported in Explicit Dynamics analysis."},
+        {0, CKwLoad::InitialAcceleration, ""},
+        {0, CKwLoad::InitialAngularAcceleration, ""},
+    };
+    d->OnCancel();
+    for (const auto& c : initial) {
+        SCOPED_TRACE(c.subtype);
+        CKwMFCUILoad* e = open(c.analysis);
+        choose(e, 21);
+        host.view->ClearBubbleRecord();
+        KwControl<QComboBox>(e, 7420)->setCurrentIndex(c.subtype);
+        EXPECT_EQ(e->GetEditObject()->m_subtype, c.subtype);
+        EXPECT_EQ(host.view->GetLastBubbleText(), c.bubble);
+        e->OnCancel();
+    }
+}
+
+TEST_F(LoadEditor, aHeadingThatHandsOnToTheStoredTypeWarnsAndChangesNothing)
+{
+    // A stored enforced velocity in the nonlinear transient analysis. Choosing the heading
+    // above it is a real selection change (the combo leaves row 19), handed back to row 19.
+    auto* stored = new CKwLoad(50, QStringLiteral("Shaker"));
+    stored->m_type = CKwLoad::EnforcedMotion;
+    stored->m_subtype = CKwLoad::EnforcedVelocity;
+    stored->m_magnitude = 0.003;
+    stored->m_direction = {0, 0, 1};
+    host.model->m_loads.append(stored);
+    CKwMFCUILoad* d = open(2, stored);
+    ASSERT_EQ(row(d), 19);
+    EXPECT_EQ(KwGetControlText(d, 7432), "3");
+    KwControl<QLineEdit>(d, 7432)->setText("4");
     host.view->ClearBubbleRecord();
-    KwControl<QComboBox>(d, 7420)->setCurrentIndex(CKwLoad::InitialAngularAcceleration);
+    choose(d, 18);
+    EXPECT_EQ(row(d), 19);
     EXPECT_EQ(host.view->GetLastBubbleText(),
-              "Inital Angular Acceleration not supported in Explicit Dynamics analysis.");
+              "Enforced Motion Loads not supported in Nonlinear Transient Response analysis.");
+    EXPECT_EQ(KwControl<QComboBox>(d, 7420)->currentIndex(), CKwLoad::EnforcedVelocity);
+    EXPECT_EQ(d->GetEditObject()->m_subtype, CKwLoad::EnforcedVelocity);
+    EXPECT_EQ(KwGetControlText(d, 7432), "4");
+    EXPECT_EQ(KwGetControlText(d, 7431), "Magnitude (mm/s):");
+}
+
+TEST_F(LoadEditor, magnitudesWaitForTheirQuantityAndANewLoadOpensWithTheGeneralPrompt)
+{
+    CKwMFCUILoad* d = open();
+    const QString opening = QStringLiteral("Select face, edge, or vertex");
+    EXPECT_EQ(d->GetSelectionBox()->toolTip(), opening);
+    // The opening prompt outlives a language switch; the type's prompt takes over on a choice.
+    d->SetTextToCurrentLang();
+    EXPECT_EQ(d->GetSelectionBox()->toolTip(), opening);
+    const struct { int row; const char* shows; const char* typed; const char* prompt; } steps[] = {
+        {0, "", "1500", nullptr}, // the new force, as it opened
+        {2, "", "25", "Select face, edge, or point"},      // moment
+        {0, "1500", nullptr, "Select face, edge, or point"}, // force again
+        {1, "", nullptr, "Select faces/surfaces"},          // pressure
+        {4, "25", nullptr, "Select faces/surfaces"},        // torque: a moment again
+    };
+    for (const auto& s : steps) {
+        SCOPED_TRACE(s.row);
+        choose(d, s.row);
+        EXPECT_EQ(KwGetControlText(d, 7432), s.shows);
+        if (s.typed)
+            KwControl<QLineEdit>(d, 7432)->setText(s.typed);
+        EXPECT_EQ(d->GetSelectionBox()->toolTip(), s.prompt ? s.prompt : opening);
+    }
+    d->OnCancel();
+    // A stored load opens with its type's prompt.
+    d = open(0, host.model->m_loads.at(1));
+    EXPECT_EQ(d->GetSelectionBox()->toolTip(), "Select faces/surfaces");
 }
 
 TEST_F(LoadEditor, okWritesThePickedLoadInInternalUnitsAndRefusesBadInput)
@@ -219,6 +308,46 @@ TEST_F(LoadEditor, tableButtonsOpenTheTableDialogAndANewTableStaysOnlyOnOk)
               QString("Time Dependence - \n 'Table %1 no longer exists; choose another table.'")
                   .arg(newId));
     EXPECT_FALSE(edit->isEnabled());
+
+    // A table kept with OK in its dialog leaves the model again when the load editor is
+    // cancelled, and stays when the load is written; so do the edits of an existing table.
+    for (bool okEditor : {false, true}) {
+        SCOPED_TRACE(okEditor);
+        d->OnCancel();
+        const qsizetype count = host.model->m_tables.size();
+        CKwTable* ramp = KwTableLookup::Find(host.model.get(), 2, KwTableLookup::Time);
+        ASSERT_NE(ramp, nullptr);
+        const QString rampName = ramp->GetName();
+        d = open(0, pressure);
+        combo = KwControl<QComboBox>(d, 7482);
+        kwtest::AnswerModals([&] { KwControl<QAbstractButton>(d, 7484)->click(); },
+                             QMessageBox::Ok, [](QWidget* w) {
+                                 if (auto* t = dynamic_cast<CKwTableDialog*>(w))
+                                     t->OnOK();
+                             });
+        ASSERT_EQ(host.model->m_tables.size(), count + 1);
+        const int made = host.model->m_tables.last()->GetID();
+        // "Edit Table Data" on the ramp the load had: renamed, written with OK.
+        combo->setCurrentIndex(d->GetRowOfTable(KwTableLookup::Time, 2));
+        kwtest::AnswerModals([&] { EXPECT_TRUE(d->EditTableData(KwTableLookup::Time)); },
+                             QMessageBox::Ok, [](QWidget* w) {
+                                 auto* t = dynamic_cast<CKwTableDialog*>(w);
+                                 ASSERT_NE(t, nullptr);
+                                 KwControl<QLineEdit>(t, CKwTableDialog::IDC_NAME)
+                                     ->setText(QStringLiteral("Steeper ramp"));
+                                 t->OnOK();
+                             });
+        ASSERT_EQ(ramp->GetName(), "Steeper ramp");
+        if (okEditor)
+            QTest::mouseClick(KwControl<QAbstractButton>(d, 1), Qt::LeftButton);
+        else
+            d->OnCancel();
+        EXPECT_EQ(host.view->GetOpenDialogCount(), 0);
+        EXPECT_EQ(host.model->m_tables.size(), count + (okEditor ? 1 : 0));
+        EXPECT_EQ(KwTableLookup::Exists(host.model.get(), made, KwTableLookup::Time), okEditor);
+        EXPECT_EQ(ramp->GetName(), okEditor ? QString("Steeper ramp") : rampName);
+        d = open(0, pressure);
+    }
 }
 
 TEST_F(LoadEditor, advancedPartToggleAndResultsFileDialog)

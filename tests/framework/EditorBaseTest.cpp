@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -89,6 +90,7 @@ public:
         redrawSuspendedMeanwhile = GetFMView()->IsRedrawSuspended();
         return 7;
     }
+    using CKwMFCUIBase::TargetOnClick;
     QListWidget* list;
     CKwMFCNodeElemSelectionBox* geometry;
     CKwMFCNodeElemSelectionBox* faces;
@@ -375,6 +377,50 @@ TEST_F(EditorBase, warningTemplateIsFullyTranslated)
     }, QMessageBox::Ok, [&](QWidget* w) { bad = kwtest::UntranslatedCaptions(w); });
     CKwXMLUtils::SetCurrentLanguage("en");
     EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
+}
+
+// Filters kept as "name|pattern|" pairs become the file dialog's names with their patterns;
+// a pair without its pattern or name is dropped, a name that shows its patterns is kept.
+TEST(EditorBaseFilters, pipeFiltersBecomeTheFileDialogsForm)
+{
+    struct Case
+    {
+        const char* pipe;
+        QStringList expected;
+    };
+    const Case cases[] = {
+        {"Material Files (*.svrmat)|*.svrmat|", {"Material Files (*.svrmat)"}},
+        {"Libraries|*.kwimat;*.xml|CAD|*.sldmat|", {"Libraries (*.kwimat *.xml)", "CAD (*.sldmat)"}},
+        {"FNO (*.fno)|*.fno|CFD (*.cfdst)|*.cfdst", {"FNO (*.fno)", "CFD (*.cfdst)"}},
+        {"No pattern||Name only", {}},
+        {"|*.a|Good|*.b|", {"Good (*.b)"}},
+        {"", {}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(CKwMFCUIBase::FileDialogFilters(QString::fromLatin1(c.pipe)), c.expected)
+            << c.pipe;
+}
+
+// Clicking into a selection box makes it the target of picks, unless its check refuses.
+TEST_F(EditorBase, clickingIntoABoxMakesItTheTargetOfPicks)
+{
+    ProbeEditor* e = open();
+    bool facesTakePicks = false;
+    e->TargetOnClick(e->geometry);
+    e->TargetOnClick(e->faces, [&] { return facesTakePicks; });
+    ASSERT_EQ(e->GetActiveSelectionBox(), e->geometry);
+    const auto click = [](QWidget* box) {
+        QFocusEvent focus(QEvent::FocusIn, Qt::MouseFocusReason);
+        QApplication::sendEvent(box, &focus);
+    };
+    click(e->faces);
+    EXPECT_EQ(e->GetActiveSelectionBox(), e->geometry) << "the check refused";
+    facesTakePicks = true;
+    click(e->faces);
+    EXPECT_EQ(e->GetActiveSelectionBox(), e->faces);
+    click(e->geometry);
+    EXPECT_EQ(e->GetActiveSelectionBox(), e->geometry);
+    e->DestroyWindow();
 }
 
 } // namespace

@@ -9,6 +9,8 @@
 #include "CKwUIMaterial.h"
 #include "CKwUIPhysicalProperty.h"
 #include "CKwUIRestraint.h"
+#include "KW_UOM.h"
+#include "KwNumbers.h"
 #include "KwTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -215,6 +217,49 @@ TEST(EntityAnalysis, subcaseThenChosenThenTheModelsFirst)
     expectAnalysisInContext<CKwUIRestraint>(host);
     expectAnalysisInContext<CKwUILoad>(host);
     expectAnalysisInContext<CKwUIMaterial>(host);
+}
+
+// The helpers the entity logics share for subcases and texts.
+TEST(EntityLogicHelpers, subcaseRowsAndTexts)
+{
+    kwtest::IsolateSettings();
+    kwtest::Host host;
+    CKwAnalysis* a = host.model->m_analyses[1];
+    const QList<CKwSubCase*>& subcases = a->GetSubCases();
+    ASSERT_FALSE(subcases.isEmpty());
+    const int first = subcases.first()->GetID();
+    const int last = subcases.last()->GetID();
+    const int n = static_cast<int>(subcases.size());
+    const struct { QList<int> rows; QList<int> ids; } rows[] = {
+        {{}, {}},
+        {{0}, {first}},
+        {{n - 1, 0}, {last, first}}, // in the order given
+        {{-1, n, 0}, {first}},       // rows out of range are skipped
+    };
+    for (const auto& r : rows)
+        EXPECT_EQ(KwEntityLogic::SubcaseIdsOfRows(a, r.rows), r.ids);
+    EXPECT_EQ(KwEntityLogic::SubcaseIdsOfRows(nullptr, {0}), QList<int>{});
+
+    // A new entity goes to its subcase, else to the analysis's first; else to none.
+    EXPECT_EQ(KwEntityLogic::NewEntitySubcaseIds(subcases.last(), a), QList<int>{last});
+    EXPECT_EQ(KwEntityLogic::NewEntitySubcaseIds(nullptr, a), QList<int>{first});
+    CKwAnalysis empty(9, QStringLiteral("Empty"));
+    EXPECT_EQ(KwEntityLogic::NewEntitySubcaseIds(nullptr, &empty), QList<int>{});
+
+    const struct { const char* text; std::initializer_list<QString> args; const char* filled; }
+        texts[] = {
+            {"%s cannot carry %s.", {"Edge 1", "this"}, "Edge 1 cannot carry this."},
+            {"Table %s is gone.", {"%s", "2"}, "Table %s is gone."}, // never filled twice
+            {"from %s to %s", {"0"}, "from 0 to %s"},
+            {"no place", {"x"}, "no place"},
+        };
+    for (const auto& t : texts)
+        EXPECT_EQ(KwEntityLogic::FillArgs(QString::fromLatin1(t.text), t.args),
+                  QString::fromLatin1(t.filled));
+    // Shown values: nothing for a missing one, else display units.
+    const KW_UOM mm(KW_UOM::MMNS);
+    EXPECT_EQ(KwEntityLogic::FormatShown(MissingDouble, KwUnitKind::Length, &mm), QString());
+    EXPECT_EQ(KwEntityLogic::FormatShown(0.0125, KwUnitKind::Length, &mm), "12.5");
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 // the current units, validation messages, and what submit and cancel leave in the model.
 #include "CFMView.h"
 #include "CKwFEModel.h"
+#include "CKwFunction.h"
+#include "CKwTable.h"
 #include "CKwUIEntity.h"
 #include "CKwUILoad.h"
 #include "CKwXMLUtils.h"
@@ -263,6 +265,138 @@ TEST_F(LoadLogic, submitWritesInternalUnitsAndCancelLeavesTheLoad)
     EXPECT_TRUE(IsMissingValue(e.GetEditObject()->m_magnitude));
     EXPECT_EQ(e.text[CKwUILoad::CodeMagnitude], QString());
     EXPECT_EQ(e.text[CKwUILoad::CodeMagnitudeLabel], QStringLiteral("Magnitude (N mm):"));
+}
+
+TEST_F(LoadLogic, eachQuantityKeepsWhatWasTypedForItWhileTheEditorIsOpen)
+{
+    using L = CKwUILoad;
+    // One editor, one step after another: the type (and subtype) chosen, what the magnitude
+    // field shows then, and what the user types next (null: nothing).
+    const struct
+    {
+        int type;
+        int subtype; // -1: the type has none
+        const char* shows;
+        const char* typed;
+    } steps[] = {
+        {CKwLoad::Force, -1, "0.5", "1500"},
+        {CKwLoad::Moment, -1, "", "20"},             // N mm: the newtons are not carried over
+        {CKwLoad::Force, -1, "1500", nullptr},       // Force -> Moment -> Force keeps 1500 N
+        {CKwLoad::DistributedLoad, -1, "1500", nullptr}, // the same quantity keeps the field
+        {CKwLoad::Pressure, -1, "", "abc"},
+        {CKwLoad::Convection, -1, "", nullptr},      // no magnitude at all
+        {CKwLoad::Torque, -1, "20", nullptr},        // a moment again
+        {CKwLoad::Pressure, -1, "abc", nullptr},     // as typed, even what is no number yet
+        {CKwLoad::EnforcedMotion, CKwLoad::EnforcedDisplacement, "", "2"},
+        {CKwLoad::EnforcedMotion, CKwLoad::EnforcedVelocity, "", "7"},
+        {CKwLoad::EnforcedMotion, CKwLoad::EnforcedDisplacement, "2", nullptr},
+        {CKwLoad::InitialCondition, -1, "7", nullptr}, // velocity, as typed for enforced motion
+        {CKwLoad::Force, -1, "1500", nullptr},
+    };
+    fresh(CKwLoad::Force);
+    for (const auto& s : steps) {
+        SCOPED_TRACE(testing::Message() << s.type << "/" << s.subtype);
+        EXPECT_EQ(d.SetValue(L::FieldType, s.type), 1);
+        if (s.subtype >= 0)
+            EXPECT_EQ(d.SetValue(L::FieldSubtype, s.subtype), 1);
+        EXPECT_EQ(d.text[L::CodeMagnitude], QString::fromLatin1(s.shows));
+        if (s.typed)
+            d.text[L::CodeMagnitude] = QString::fromLatin1(s.typed);
+    }
+    for (int i = 0; i < 3; ++i)
+        d.text[L::CodeDirectionX + i] = i == 2 ? QStringLiteral("-1") : "0";
+    EXPECT_EQ(submit(), QString());
+    EXPECT_DOUBLE_EQ(host.model->m_loads.last()->m_magnitude, 1500.0);
+
+    // A dialog without a magnitude field: the edit copy's number waits the same way.
+    Dialog bare;
+    bare.OnCreate(host.view.get(), host.model->m_loads.last(), nullptr);
+    bare.LoadObjectData();
+    bare.text.erase(L::CodeMagnitude);
+    bare.SetValue(L::FieldType, CKwLoad::Pressure);
+    EXPECT_TRUE(IsMissingValue(bare.GetEditObject()->m_magnitude));
+    bare.SetValue(L::FieldType, CKwLoad::Force);
+    EXPECT_DOUBLE_EQ(bare.GetEditObject()->m_magnitude, 1500.0);
+
+    // A fresh edit copy starts afresh: nothing typed for another load comes back.
+    d.OnCreate(host.view.get(), nullptr, nullptr);
+    d.LoadObjectData();
+    d.SetValue(L::FieldType, CKwLoad::Moment);
+    EXPECT_EQ(d.text[L::CodeMagnitude], QString());
+}
+
+TEST_F(LoadLogic, choosingTheStoredTypeAgainChangesNothing)
+{
+    using L = CKwUILoad;
+    fresh(CKwLoad::EnforcedMotion);
+    ASSERT_EQ(d.SetValue(L::FieldSubtype, CKwLoad::EnforcedVelocity), 1);
+    d.text[L::CodeMagnitude] = QStringLiteral("3");
+    d.SetValue(L::FieldTimeDependent, 1);
+    const QList<CKwUIEntity*> entities = d.GetEditObject()->m_entities;
+    EXPECT_EQ(d.SetValue(L::FieldType, CKwLoad::EnforcedMotion), 1);
+    EXPECT_EQ(d.GetEditObject()->m_subtype, CKwLoad::EnforcedVelocity);
+    EXPECT_EQ(d.text[L::CodeMagnitude], QStringLiteral("3"));
+    EXPECT_EQ(d.text[L::CodeMagnitudeLabel], QStringLiteral("Magnitude (mm/s):"));
+    EXPECT_TRUE(d.GetEditObject()->m_timeDependent);
+    EXPECT_EQ(d.GetEditObject()->m_entities, entities);
+}
+
+TEST_F(LoadLogic, cancelTakesBackTheTablesMadeAndEditedFromTheEditor)
+{
+    CKwFEModel* m = host.model.get();
+    const auto ramp = [m] { return KwTableLookup::Find(m, 2, KwTableLookup::Time); };
+    const auto editRamp = [&](Dialog& e) {
+        e.KeepTableForCancel(2, KwTableLookup::Time);
+        auto* y = new CKwFunction;
+        y->AddValue(9.0);
+        ramp()->SetFunctions(nullptr, y);
+        ramp()->SetName(QStringLiteral("Edited"));
+        e.KeepTableForCancel(2, KwTableLookup::Time); // a second edit keeps the first state
+    };
+    // In order, each on what the one before left.
+    const struct
+    {
+        const char* what;
+        std::function<void(Dialog&)> act;
+        bool submit;
+        int tablesAdded;
+        bool rampAsBefore;
+    } cases[] = {
+        {"new table, cancel", [](Dialog& e) { e.AddNewTable(KwTableLookup::Time); }, false, 0,
+         true},
+        {"new table, submit", [](Dialog& e) { e.AddNewTable(KwTableLookup::Temperature); }, true,
+         1, true},
+        {"new table dropped",
+         [](Dialog& e) { e.DropNewTable(e.AddNewTable(KwTableLookup::Time)); }, true, 0, true},
+        {"another table is not dropped", [](Dialog& e) { e.DropNewTable(2); }, false, 0, true},
+        {"edited, cancel", editRamp, false, 0, true},
+        {"edited, submit", editRamp, true, 0, false},
+        {"edited then deleted, cancel",
+         [&](Dialog& e) {
+             editRamp(e);
+             KwTableLookup::Remove(m, 2);
+         },
+         false, -1, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const qsizetype tables = m->m_tables.size();
+        const QString name = ramp()->GetName();
+        const std::vector<double> ys = ramp()->GetYFunction()->Values();
+        Dialog e;
+        e.OnCreate(host.view.get(), m->m_loads.at(1), nullptr);
+        e.LoadObjectData();
+        c.act(e);
+        if (c.submit)
+            EXPECT_EQ(e.OnSubmitUI(), 0) << host.view->GetLastBubbleText().toStdString();
+        else
+            EXPECT_EQ(e.OnCancelUI(), 0);
+        EXPECT_EQ(m->m_tables.size(), tables + c.tablesAdded);
+        if (ramp()) {
+            EXPECT_EQ(ramp()->GetName() == name, c.rampAsBefore);
+            EXPECT_EQ(ramp()->GetYFunction()->Values() == ys, c.rampAsBefore);
+        }
+    }
 }
 
 TEST_F(LoadLogic, deletedTablesAndUnknownTypesAreReportedNotFollowed)

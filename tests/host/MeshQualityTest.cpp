@@ -43,6 +43,13 @@ void measure(const Shape& s, double out[MeasureCount])
         MeasureTetrahedron(pts, out);
 }
 
+double measured(const Shape& s, int m)
+{
+    double out[MeasureCount];
+    measure(s, out);
+    return out[m];
+}
+
 } // namespace
 
 TEST(MeshQuality, measuresMatchHandComputedValues)
@@ -126,6 +133,160 @@ TEST(MeshQuality, collapsedElementsGiveNumbersOrInfinityNeverNaN)
                                                         out[Jacobian]))
             << s.name;
     }
+}
+
+// Every measure is a ratio or an angle: moving and scaling an element changes none, however
+// far the coordinates go, and no element measures NaN.
+TEST(MeshQuality, extremeCoordinatesMeasureLikeTheUnitElement)
+{
+    const Shape shapes[] = {
+        {"parallelogram", CKwMeshModel::Quad4, {{0, 0, 0}, {1, 0, 0}, {2, 1, 0}, {1, 1, 0}}, {}},
+        {"lifted square", CKwMeshModel::Quad4, {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, {}},
+        {"right triangle", CKwMeshModel::Tri3, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {}},
+        {"sliver triangle", CKwMeshModel::Tri3, {{0, 0, 0}, {1, 0, 0}, {0.5, 1e-6, 0}}, {}},
+        {"corner tetrahedron", CKwMeshModel::Tet4,
+         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {}},
+    };
+    struct Move
+    {
+        double scale;
+        double offset;
+    };
+    const Move moves[] = {{1e200, 0}, {1e200, 3e201}, {1e-200, 0}, {1e-200, -5e-199},
+                          {1e306, 1e307}, {1e-310, 0}};
+    for (const Shape& s : shapes) {
+        double ref[MeasureCount];
+        measure(s, ref);
+        for (const Move& mv : moves) {
+            Shape moved = s;
+            for (auto& p : moved.p)
+                for (double& c : p)
+                    c = mv.offset + mv.scale * c;
+            double out[MeasureCount];
+            measure(moved, out);
+            for (int m = 0; m < MeasureCount; ++m) {
+                if (std::isnan(ref[m])) {
+                    EXPECT_TRUE(std::isnan(out[m])) << s.name << " x" << mv.scale << " " << m;
+                    continue;
+                }
+                // Subnormal coordinates (1e-310) keep a few digits only.
+                const double tol = mv.scale < 1e-300 ? 1e-3 : 1e-6;
+                EXPECT_NEAR(out[m], ref[m], tol * std::max(1.0, std::fabs(ref[m])))
+                    << s.name << " x" << mv.scale << " +" << mv.offset << " " << m;
+            }
+        }
+    }
+    // A coordinate that is no number: the element cannot be measured and reads as collapsed.
+    for (const Shape& s : shapes) {
+        for (double bad : {kNaN, kInf}) {
+            Shape broken = s;
+            broken.p[1][1] = bad;
+            double out[MeasureCount];
+            measure(broken, out);
+            for (int m = 0; m < MeasureCount; ++m) {
+                const double want = std::isnan(measured(s, m)) ? kNaN : m == Jacobian ? 0 : kInf;
+                EXPECT_TRUE(std::isnan(want) ? std::isnan(out[m]) : out[m] == want)
+                    << s.name << " " << bad << " " << m << ": " << out[m];
+            }
+        }
+    }
+}
+
+TEST(MeshQuality, elementsFarOutAreCheckedNotPassedSilently)
+{
+    // A 10 x 1 quadrilateral near 1e200 and a triangle with a node at NaN fail; a good
+    // triangle near 1e200 passes.
+    CKwMeshModel mesh;
+    const double f = 1e200, h = 1e198;
+    const double nodes[][3] = {{f, f, 0},     {f + 10 * h, f, 0}, {f + 10 * h, f + h, 0},
+                               {f, f + h, 0}, {0, 0, 0},          {1, 0, 0},
+                               {0, kNaN, 0},  {f + h, f, 0},      {f + 0.5 * h, f + 0.8660254 * h, 0}};
+    for (int i = 0; i < 9; ++i)
+        mesh.AddNode(i + 1, nodes[i][0], nodes[i][1], nodes[i][2]);
+    mesh.AddElement(1, CKwMeshModel::Quad4, {1, 2, 3, 4});
+    mesh.AddElement(2, CKwMeshModel::Tri3, {5, 6, 7});
+    mesh.AddElement(3, CKwMeshModel::Tri3, {1, 8, 9});
+    CKwUIMeshQualityResults r;
+    r.CheckMeshQuality(&mesh, nullptr);
+    std::vector<int> ids;
+    for (const auto& e : r.GetFailedElements()) {
+        ids.push_back(e.id);
+        for (int m = 0; m < MeasureCount; ++m) {
+            if (CKwUIMeshQualityResults::CheckFor(e.family, m) != CKwMeshModel::QualityCheckCount) {
+                EXPECT_FALSE(std::isnan(e.value[m])) << e.id << " " << m;
+            }
+        }
+    }
+    EXPECT_EQ(ids, (std::vector<int>{1, 2}));
+    ASSERT_FALSE(r.GetFailedElements().empty());
+    EXPECT_NEAR(r.GetFailedElements()[0].value[AspectRatio], 10.0, 1e-9);
+}
+
+// A flat quadrilateral with a re-entrant corner is not warped: the diagonal outside it is no
+// fold. Its Jacobian says what it is (negative at that corner); a concave element that does
+// bend shows the bend along its inner diagonal.
+TEST(MeshQuality, concaveQuadrilateralsAreReportedByTheirJacobianNotAsWarped)
+{
+    struct Case
+    {
+        const char* name;
+        std::vector<std::array<double, 3>> p;
+        double warping;
+        double jacobian; // NaN: any negative number
+    };
+    const Case cases[] = {
+        {"flat dart", {{0, 0, 0}, {2, 1, 0}, {0, 2, 0}, {0.5, 1, 0}}, 0, -0.8},
+        {"flat dart, other start", {{2, 1, 0}, {0, 2, 0}, {0.5, 1, 0}, {0, 0, 0}}, 0, -0.8},
+        {"flat dart, clockwise", {{0, 0, 0}, {0.5, 1, 0}, {0, 2, 0}, {2, 1, 0}}, 0, -0.8},
+        {"dart with its reflex corner lifted", {{0, 0, 0}, {2, 1, 0}, {0, 2, 0}, {0.5, 1, 0.5}},
+         std::acos(3.0 / 7.0), kNaN},
+        {"flat square (convex)", {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, 0, 1},
+    };
+    for (const Case& c : cases) {
+        const double* pts[4];
+        for (int i = 0; i < 4; ++i)
+            pts[i] = c.p[static_cast<std::size_t>(i)].data();
+        double out[MeasureCount];
+        MeasureQuadrilateral(pts, out);
+        EXPECT_NEAR(out[Warping], c.warping, 1e-12) << c.name;
+        if (std::isnan(c.jacobian))
+            EXPECT_LT(out[Jacobian], 0) << c.name;
+        else
+            EXPECT_NEAR(out[Jacobian], c.jacobian, 1e-12) << c.name;
+    }
+}
+
+// A limit stands for the decimal number typed, not for the float that stores it: a value
+// equal to it passes, one beyond it by any amount fails.
+TEST(MeshQuality, limitsCompareAsTheDecimalsTheyStoreStrictly)
+{
+    CKwMeshModel mesh;
+    using R = CKwUIMeshQualityResults;
+    struct Case
+    {
+        CKwMeshModel::QualityCheck check;
+        float limit;
+        int family;
+        int measure;
+        double value;
+        bool fails;
+    };
+    const Case cases[] = {
+        {CKwMeshModel::QuadJacobian, 0.6f, Quadrilateral, Jacobian, 0.6, false},
+        {CKwMeshModel::QuadJacobian, 0.6f, Quadrilateral, Jacobian, 0.5999999999, true},
+        {CKwMeshModel::TriaJacobian, 0.3f, Triangle, Jacobian, 0.3, false},
+        {CKwMeshModel::TetAspectRatio, 2.0f, Tetrahedron, AspectRatio, 2.0000001, true},
+        {CKwMeshModel::TetAspectRatio, 2.0f, Tetrahedron, AspectRatio, 2.0, false},
+        {CKwMeshModel::QuadTaper, 0.1f, Quadrilateral, Taper, 0.1, false},
+        {CKwMeshModel::QuadTaper, 0.1f, Quadrilateral, Taper, 0.10000000149, true},
+    };
+    for (const Case& c : cases) {
+        mesh.SetQualityLimit(c.check, c.limit);
+        EXPECT_EQ(R::FailsCheck(mesh, nullptr, c.family, c.measure, c.value), c.fails)
+            << c.limit << " " << c.value;
+    }
+    EXPECT_EQ(R::LimitValue(0.6f), 0.6);
+    EXPECT_EQ(R::LimitValue(1e-7f), 1e-7);
 }
 
 TEST(MeshQuality, strictLimitsAngleUnitsAndSwitchedOffChecks)

@@ -554,7 +554,7 @@ TEST_F(SectionDialogsTest, speaksGerman)
     Dlg* d = open(&p, &mm);
     EXPECT_EQ(d->windowTitle(), QStringLiteral("Querschnittsdefinition"));
     EXPECT_EQ(KwGetControlText(d, Dlg::IDC_CHECK_TAPERED), QStringLiteral("Verjüngter Balken"));
-    EXPECT_EQ(KwGetControlText(d, Dlg::IDC_DRAW_ENDA), QStringLiteral("Ende zeichnen A"));
+    EXPECT_EQ(KwGetControlText(d, Dlg::IDC_DRAW_ENDA), QStringLiteral("Ansicht Ende A"));
     // The bad-number bubble names the text and the unit in the current language.
     edit(d, Dlg::IDC_ENDA_DIM1)->setText(QStringLiteral("abc"));
     host.view->ClearBubbleRecord();

@@ -111,11 +111,13 @@ TEST(TablePaste, piecesLandWhereTheSeparatorsSay)
          {{"Invalid Data: x", "1"}, {"2", "Invalid Data: kg"}}},
         // Only separators.
         {{}, 0, "\t\t\r\n\r\n", {{"", ""}}},
+        // Text beyond ASCII keeps its characters (stored as UTF-8).
+        {{{"1", "1"}}, 0, "\xc2\xb5m\t2\r\n3\t\xc3\xa4", {{"Invalid Data: \xc2\xb5m", "2"}, {"3", "Invalid Data: \xc3\xa4"}}},
     };
     for (const auto& c : cases) {
         Fixture f(host, c.before);
         QString first;
-        kwtest::AnswerModals([&] { f.dlg->PasteToCell(QString::fromLatin1(c.text), c.row, 0, &first); });
+        kwtest::AnswerModals([&] { f.dlg->PasteToCell(QString::fromUtf8(c.text), c.row, 0, &first); });
         EXPECT_EQ(f.rows(), c.after) << c.text;
         EXPECT_TRUE(f.editRowLast()) << c.text;
     }
@@ -427,20 +429,27 @@ TEST(TablePaste, largeAndSmallPastesFollowTheSameRules)
                 before, text, start, [](int) { return true; },
                 [](const std::string& s, int) { return plainNumberOrEmpty(s); });
 
-            Fixture f(host, before);
-            host.view->ClearBubbleRecord();
-            QString first;
-            f.dlg->PasteToCell(std::string_view(text), start, 0, &first);
-            const Rows got = f.rows();
-            std::size_t diff = 0;
-            while (diff < got.size() && diff < want.rows.size() && got[diff] == want.rows[diff])
-                ++diff;
-            ASSERT_EQ(got, want.rows) << "seed " << seed << ", " << bytes << " bytes, row "
-                                      << diff << ": " << (diff < got.size() ? got[diff].first + "|" + got[diff].second : "-")
-                                      << " want " << (diff < want.rows.size() ? want.rows[diff].first + "|" + want.rows[diff].second : "-");
-            EXPECT_TRUE(f.editRowLast());
-            EXPECT_EQ(host.view->GetBubbleCount(), want.reports) << seed;
-            EXPECT_EQ(first.toStdString(), want.first) << seed;
+            // The 8-bit entry and the UTF-16 one (the clipboard's) alike.
+            for (const bool wide : {false, true}) {
+                Fixture f(host, before);
+                host.view->ClearBubbleRecord();
+                QString first;
+                if (wide)
+                    f.dlg->PasteToCell(QString::fromLatin1(text.data(), qsizetype(text.size())), start,
+                                       0, &first);
+                else
+                    f.dlg->PasteToCell(std::string_view(text), start, 0, &first);
+                const Rows got = f.rows();
+                std::size_t diff = 0;
+                while (diff < got.size() && diff < want.rows.size() && got[diff] == want.rows[diff])
+                    ++diff;
+                ASSERT_EQ(got, want.rows) << "seed " << seed << ", " << bytes << " bytes, row "
+                                          << diff << ": " << (diff < got.size() ? got[diff].first + "|" + got[diff].second : "-")
+                                          << " want " << (diff < want.rows.size() ? want.rows[diff].first + "|" + want.rows[diff].second : "-");
+                EXPECT_TRUE(f.editRowLast());
+                EXPECT_EQ(host.view->GetBubbleCount(), want.reports) << seed;
+                EXPECT_EQ(first.toStdString(), want.first) << seed;
+            }
         }
         // A stress-strain curve: row 0 is the origin and takes no paste; negatives are bad.
         KW_UOM units(KW_UOM::SI);

@@ -6,10 +6,37 @@
 #include "CFMView.h"
 #include "CKwUIBase.h"
 
+#include <QList>
+#include <QString>
+#include <initializer_list>
 #include <memory>
 
+class CKwAnalysis;
 class CKwFEModel;
 class CKwSubCase;
+class KW_UOM;
+
+// What the entity logics share beside their base class: subcase lists and the texts of
+// numbers and messages. Exported, so that the class template below stays free of the model's
+// headers.
+namespace KwEntityLogic {
+// Fills a multiple-selection list with the analysis's subcases (nothing without an analysis)
+// and selects the rows of those whose ids are in `ids`.
+KWICAD_EXPORT void FillSubcaseList(CKwUIBase& ui, const CKwAnalysis* analysis, int itemsCode,
+                                   int selectionCode, const QList<int>& ids);
+// The ids of the analysis's subcases at `rows`; rows out of range are skipped.
+KWICAD_EXPORT QList<int> SubcaseIdsOfRows(const CKwAnalysis* analysis, const QList<int>& rows);
+// Where a new entity goes: the subcase it is created in, else the analysis's first subcase.
+KWICAD_EXPORT QList<int> NewEntitySubcaseIds(const CKwSubCase* subcase,
+                                             const CKwAnalysis* analysis);
+// A number as the editors show it: up to ten significant digits ("%.10g").
+KWICAD_EXPORT QString FormatNumber(double value);
+// An internal value in the display unit of `unitKind` (SI without units); empty when missing.
+KWICAD_EXPORT QString FormatShown(double internalValue, int unitKind, const KW_UOM* units);
+// Fills the "%s" of a message in order; surplus arguments are dropped, and a "%s" inside an
+// argument is never filled again.
+KWICAD_EXPORT QString FillArgs(QString text, std::initializer_list<QString> args);
+} // namespace KwEntityLogic
 
 template <class T> class CKwFEUIBase : public virtual CKwUIBase
 {
@@ -39,8 +66,12 @@ public:
         if (m_pObject)
             *m_edit = *m_pObject;
     }
-    // Puts a new entity (a copy of the edit copy) into the model.
-    virtual void AddNewObjects() = 0;
+    // Puts a new entity (a copy of the edit copy) into the model's list of its kind.
+    virtual void AddNewObjects()
+    {
+        if (QList<T*>* all = GetModelList(); all && m_edit)
+            AppendEditCopy(*all);
+    }
     // The entity being created, or null when an existing one is edited.
     T* GetNewObject() const { return m_pObject ? nullptr : m_edit.get(); }
     QString GetPageTitleString() const override = 0;
@@ -66,9 +97,7 @@ public:
         if (status != 0)
             return status;
         m_pObject = nullptr;
-        m_edit = CreateNewObject();
-        LoadObjectData();
-        OnObjectDataLoaded();
+        ReplaceEditObject(CreateNewObject());
         return 1;
     }
     // Submits and goes on with a copy of what was just written.
@@ -79,12 +108,8 @@ public:
             return status;
         auto copy = std::make_unique<T>(*m_edit);
         m_pObject = nullptr;
-        m_edit = CreateNewObject();
-        const int id = m_edit->GetID();
-        *m_edit = *copy;
-        m_edit->SetID(id);
-        LoadObjectData();
-        OnObjectDataLoaded();
+        copy->SetID(CreateNewObject()->GetID());
+        ReplaceEditObject(std::move(copy));
         return 1;
     }
     long OnCancelUI() override
@@ -98,9 +123,8 @@ public:
     void Refresh() override
     {
         UpdateEditObject();
-        LoadObjectData();
         m_upToDate = true;
-        OnObjectDataLoaded();
+        ReloadObjectData();
     }
     // The host marks the editor stale when the entity changed underneath it.
     void MarkOutOfDate() { m_upToDate = false; }
@@ -113,6 +137,27 @@ public:
 protected:
     // A new entity with defaults and the next free id.
     virtual std::unique_ptr<T> CreateNewObject() = 0;
+    // Every replacement of the edit copy goes through here and ends in ReloadObjectData.
+    void ReplaceEditObject(std::unique_ptr<T> copy)
+    {
+        if (!copy)
+            return;
+        m_edit = std::move(copy);
+        ReloadObjectData();
+    }
+
+    // The model's list of entities of this kind; null without a model or for a kind the model
+    // keeps no list of. Identity checks and new entities go by it.
+    virtual QList<T*>* GetModelList() const { return nullptr; }
+    // The id a new entity takes: one above the highest in the model's list (1 without one).
+    int NextFreeID() const
+    {
+        int id = 0;
+        if (const QList<T*>* all = GetModelList())
+            for (const T* e : *all)
+                id = e->GetID() > id ? e->GetID() : id;
+        return id + 1;
+    }
 
     // Name and ID controls: filled from the edit copy, read back (the name trimmed).
     void LoadNameAndID(int nameCode, int idCode)
@@ -128,12 +173,12 @@ protected:
         if (GetControlText(idCode, text))
             m_edit->SetID(CFMView::GetIntegerFromString(text));
     }
-    // The name and ID checks of the edit copy (see ValidateIdentity); `all` is the model's
-    // list of the kind (null without a model), where the entity being edited may keep its ID.
-    int ValidateNameAndID(const QList<T*>* all, const IdentityTexts& texts) const
+    // The name and ID checks of the edit copy (see ValidateIdentity) against the model's list
+    // of the kind, where the entity being edited may keep its own ID.
+    int ValidateNameAndID(const IdentityTexts& texts) const
     {
         bool taken = false;
-        if (all)
+        if (const QList<T*>* all = GetModelList())
             for (const T* other : *all)
                 if (other != m_pObject && other->GetID() == m_edit->GetID())
                     taken = true;

@@ -45,6 +45,11 @@ public:
     // Runs after the edit copy was (re)loaded and the controls filled through the codes:
     // the dialog shows what has no code (bound controls, type panel, picked entities).
     virtual void OnObjectDataLoaded() {}
+    // The one way back after the edit copy was replaced (opening, refresh, next, duplicate, a
+    // material read from a file): fills the controls through the codes, then runs the
+    // object-loaded hook, so what the dialog shows (type, panels, width, switches) is always
+    // the edit copy's and never only the codes' part of it.
+    void ReloadObjectData();
     // Shows (1) or hides (0) the entity's symbols in the view.
     virtual void Display(int on) {}
     // The entity's type and the row of the dialog's type list that shows it (-1: none).

@@ -7,8 +7,10 @@
 // field messages and writes the load into the model.
 #include "CKwFEUIBase.h"
 #include "CKwLoad.h"
+#include "KwNumbers.h"
 
 #include <QStringList>
+#include <map>
 #include <vector>
 
 class CKwAnalysis;
@@ -116,8 +118,10 @@ public:
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
     int ValidateObjectData() override;
-    void AddNewObjects() override;
     void Display(int on) override;
+    // A submit keeps the tables made and edited from this editor; a cancel takes them back.
+    long OnSubmitUI() override;
+    long OnCancelUI() override;
     QString GetPageTitleString() const override;
     // The entities the load acts on and, after them, its picked location.
     QList<CKwUIEntity*> GetSelectedEntities() const override;
@@ -162,9 +166,19 @@ public:
     // Names in the view's bubble the load's table of this use (KwTableLookup::Use) when the
     // model no longer has it; false when there is nothing to report.
     bool ReportMissingTable(int use);
+    // Adds an empty table of this use to the model ("New Table 3", counting the tables of the
+    // use) and returns its id (0 without a model). It stays only when the load is submitted:
+    // DropNewTable or cancelling the editor deletes it again.
+    int AddNewTable(int use);
+    // Deletes a table AddNewTable made; other tables are left alone.
+    void DropNewTable(int id);
+    // Call before a table of the model is edited from this editor: cancelling the editor puts
+    // back what the table holds now.
+    void KeepTableForCancel(int id, int use);
 
 protected:
     std::unique_ptr<CKwLoad> CreateNewObject() override;
+    QList<CKwLoad*>* GetModelList() const override;
 
 private:
     struct FieldError
@@ -180,10 +194,31 @@ private:
                        bool minExclusive, const QString& label);
     QString fieldLabel(int code) const;
     void loadTypeDependent(bool keepTypedValues);
+    // After a type or subtype change: the magnitude of the new quantity as last typed while
+    // the editor is open, else empty.
+    void switchMagnitudeKind(int oldKind);
     bool acceptsLocation(const CKwUIEntity* e) const;
 
     CKwAnalysis* m_analysis = nullptr;
     int m_pickTarget = PickEntities;
     std::vector<FieldError> m_fieldErrors;
     std::vector<int> m_tableRows[2]; // ids per row: time, temperature
+    struct TypedMagnitude
+    {
+        QString text; // as typed, when the dialog has the field
+        bool hasText = false;
+        double value = MissingDouble;
+    };
+    std::map<int, TypedMagnitude> m_typedMagnitudes; // by unit kind
+    // Tables this editor added to the model, and what the tables it edited held before.
+    struct KeptTable
+    {
+        int id;
+        int use;
+        QString name;
+        std::vector<double> x, y;
+        int xUnit, yUnit;
+    };
+    std::vector<int> m_addedTables;
+    std::vector<KeptTable> m_keptTables;
 };

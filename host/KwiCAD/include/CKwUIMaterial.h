@@ -38,7 +38,8 @@ public:
     static bool IsTypeOffered(int type, bool explicitEnabled);
     // The types the type list shows, row by row: the offered ones in code order (explicit
     // analyses enabled or not as the add-in says), then the stored material's own type when it
-    // is rigid or concrete and not offered, so that the list shows what is stored.
+    // is not offered, and that of a material read from a file, so that the list shows what is
+    // stored or loaded.
     std::vector<int> GetListedTypes() const;
     int GetTypeFromSelection(int row) const override;
     int GetSelectionFromType(int type) const override;
@@ -51,7 +52,6 @@ public:
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
     int ValidateObjectData() override;
-    void AddNewObjects() override;
     QString GetPageTitleString() const override;
 
     int GetValue(int field, int& value) override;
@@ -82,10 +82,14 @@ public:
 
 protected:
     std::unique_ptr<CKwMaterial> CreateNewObject() override;
+    QList<CKwMaterial*>* GetModelList() const override;
 
 private:
     // The first control text that was not a number: its code and its text.
     int m_badCode = 0;
     QString m_badText;
     CKwAnalysis* m_analysis = nullptr;
+    // The type of the material last read from a file; listed while the editor is open even
+    // when the list does not offer it.
+    int m_loadedType = -1;
 };

@@ -16,13 +16,13 @@ class KW_UOM;
 class KWICAD_EXPORT CKwUIMeshQualityResults
 {
 public:
-    // One failed element: its id, family and the five measures (NaN where a measure does not
-    // apply; angles in radians).
+    // One failed element: the five measures as measured (NaN where a measure does not apply;
+    // angles in radians), its id and family.
     struct FailedElement
     {
+        double value[KwMeshQuality::MeasureCount];
         int id;
         unsigned char family;
-        float value[KwMeshQuality::MeasureCount];
     };
 
     CKwUIMeshQualityResults();
@@ -44,6 +44,13 @@ public:
     // (not applicable) never fails.
     static bool FailsCheck(const CKwMeshModel& mesh, const KW_UOM* units, int family,
                            int measure, double value);
+    // The same rule for a value already in the unit of its limit (the number a cell shows).
+    static bool FailsShownValue(const CKwMeshModel& mesh, int family, int measure,
+                                double shown);
+    // A limit as the number it stands for: the shortest decimal that is stored as this float
+    // (0.6f stands for 0.6, not for 0.60000002384). Every comparison uses it, so a measured
+    // 0.6 passes a limit of 0.6 whether it is read from the cell or compared as measured.
+    static double LimitValue(float limit);
     static int FamilyOf(int elementType);
 
     // --- element groups ---

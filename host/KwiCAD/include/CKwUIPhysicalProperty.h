@@ -31,7 +31,6 @@ public:
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
     int ValidateObjectData() override;
-    void AddNewObjects() override;
     QString GetPageTitleString() const override;
 
     int GetValue(int field, int& value) override;
@@ -55,6 +54,7 @@ public:
 
 protected:
     std::unique_ptr<CKwPhysicalProperty> CreateNewObject() override;
+    QList<CKwPhysicalProperty*>* GetModelList() const override;
 
 private:
     // The section the name was loaded with.

@@ -30,7 +30,6 @@ public:
     void LoadObjectData() override;
     void UpdateObjectData(bool checkOnly) override;
     int ValidateObjectData() override;
-    void AddNewObjects() override;
     void Display(int on) override;
     QString GetPageTitleString() const override;
 
@@ -54,6 +53,7 @@ public:
 
 protected:
     std::unique_ptr<CKwRestraint> CreateNewObject() override;
+    QList<CKwRestraint*>* GetModelList() const override;
 
 private:
     CKwAnalysis* m_analysis = nullptr;
