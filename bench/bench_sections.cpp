@@ -1,11 +1,20 @@
 // All 22 values of each of the twenty section shapes after one dimension changes, as the
 // definition dialog recomputes them while the user types. The torsion constant is checked
 // against a converged solution once per shape (counter "J_error_pct").
+// BM_HostileXml: every XML reader of the project on the files that froze or crashed the
+// document-model readers (149,000 nested elements in 1 MB, one element with 60,000
+// attributes); each must be refused well within a second.
+#include "CKwDefineCrossSectionDlg.h"
 #include "CKwPhysicalProperty.h"
+#include "CKwXMLUtils.h"
+#include "KW_UOM.h"
+#include "KwMaterialDatabase.h"
 #include "KwSectionSolver.h"
 
+#include <QApplication>
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -59,7 +68,86 @@ void BM_SectionAfterOneChange(benchmark::State& state)
     state.SetLabel(P::ShapeName(s).toStdString());
 }
 
+QByteArray hostile(int which, const QByteArray& open, const QByteArray& close)
+{
+    if (which == 2) {
+        // The bounded pass's worst case: just under 1 MiB of elements at both bounds (32 deep
+        // in all, 64 attributes each), read to the end.
+        QByteArray e = "<x";
+        for (int i = 0; i < 64; ++i)
+            e += " a" + QByteArray::number(i) + "='1'";
+        e += "/>";
+        const QByteArray chain = QByteArray("<y>").repeated(26), unchain = QByteArray("</y>").repeated(26);
+        QByteArray body;
+        while (body.size() + chain.size() + e.size() < 1000000)
+            body += e;
+        return open + chain + body + unchain + close;
+    }
+    if (which == 0)
+        return open + QByteArray("<x>").repeated(149000) + QByteArray("</x>").repeated(149000) +
+               close;
+    QByteArray e = "<x";
+    for (int i = 0; i < 60000; ++i)
+        e += " a" + QByteArray::number(i) + "=\"\"";
+    return open + e + "/>" + close;
+}
+
+// range(0): reader (0 section file, 1 svrmat, 2 sldmat, 3 material xml, 4 language);
+// range(1): 0 deep, 1 wide, 2 within both bounds. Counter "read" is 1 when the reader took the file (it must not).
+void BM_HostileXml(benchmark::State& state)
+{
+    static KW_UOM units(KW_UOM::MMNS);
+    static CKwPhysicalProperty property(1, QStringLiteral("Bench"));
+    static CKwDefineCrossSectionDlg* dlg = [] {
+        auto* d = new CKwDefineCrossSectionDlg(&property, &units, nullptr);
+        d->Create();
+        return d;
+    }();
+    namespace DB = KwMaterialDatabase;
+    struct Reader
+    {
+        const char* name;
+        QByteArray open, close;
+        std::function<bool(const QByteArray&)> read;
+    };
+    const Reader readers[] = {
+        {"section file", "<KwiWorks><Property>", "</Property></KwiWorks>",
+         [](const QByteArray& b) { return dlg->LoadFromBytes(b); }},
+        {"svrmat", "<svrmat>", "</svrmat>", [](const QByteArray& b) { return DB::ReadSvrmat(b).ok; }},
+        {"sldmat", "<materials>", "</materials>",
+         [](const QByteArray& b) { return DB::ReadSldmat(b).ok; }},
+        {"material xml", "<kwimat>", "</kwimat>", [](const QByteArray& b) { return DB::ReadXml(b).ok; }},
+        {"language", "<KwLanguage code='x'>", "</KwLanguage>",
+         [](const QByteArray& b) {
+             QString code, error;
+             return CKwXMLUtils::ParseLanguageDocument(b, &code, &error) >= 0;
+         }},
+    };
+    const Reader& r = readers[state.range(0)];
+    const QByteArray file = hostile(static_cast<int>(state.range(1)), r.open, r.close);
+    bool read = false;
+    for (auto _ : state)
+        read = r.read(file);
+    state.counters["read"] = read ? 1 : 0;
+    state.counters["bytes"] = static_cast<double>(file.size());
+    static const char* const kinds[] = {", 149000 deep", ", 60000 attributes",
+                                        ", 1 MB at the bounds"};
+    state.SetLabel(std::string(r.name) + kinds[state.range(1)]);
+}
+
 } // namespace
 
 BENCHMARK(BM_SectionAfterOneChange)->DenseRange(0, P::ShapeCount - 1)->Unit(benchmark::kMillisecond);
-BENCHMARK_MAIN();
+BENCHMARK(BM_HostileXml)
+    ->ArgsProduct({{0, 1, 2, 3, 4}, {0, 1, 2}})
+    ->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -45,7 +45,9 @@ const std::vector<KwStandardSection>& KwStandardSections()
 
 bool KwApplyStandardSection(CKwPhysicalProperty* p, const QString& shape, int position)
 {
-    if (!p || position < 0)
+    if (!p || position < 0 ||
+        !CKwPhysicalProperty::ShapeFitsElementKind(CKwPhysicalProperty::ShapeFromName(shape),
+                                                   p->m_elementKind))
         return false;
     int seen = 0;
     for (const KwStandardSection& s : KwStandardSections()) {
@@ -106,16 +108,20 @@ CSectionProp* newSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
                             pipe ? CSectionProp::kPipeForm : 0);
 }
 
-// The names and shapes of the standard sections, as the selection dialog lists them.
-void standardSectionLists(QStringList& names, QStringList& shapes)
+} // namespace
+
+// The names and shapes of the standard sections an element kind takes, as the selection
+// dialog lists them (whole shapes are left out, so positions within a shape stay).
+void KwStandardSectionLists(int elementKind, QStringList& names, QStringList& shapes)
 {
     for (const KwStandardSection& s : KwStandardSections()) {
+        if (!CKwPhysicalProperty::ShapeFitsElementKind(
+                CKwPhysicalProperty::ShapeFromName(QString::fromLatin1(s.shape)), elementKind))
+            continue;
         names << QString::fromLatin1(s.name);
         shapes << QString::fromLatin1(s.shape);
     }
 }
-
-} // namespace
 
 int KwOpenSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
 {
@@ -126,7 +132,7 @@ int KwOpenSectionReport(KwHostWindow* host, CKwPhysicalProperty* p)
 int KwOpenSectionSelection(KwHostWindow* host, CKwPhysicalProperty* p)
 {
     QStringList names, shapes;
-    standardSectionLists(names, shapes);
+    KwStandardSectionLists(p->m_elementKind, names, shapes);
     CKwSelectBeamSectionDialog dlg(names, shapes, host);
     const int r = dlg.DoModal();
     if (r == 1)
@@ -201,7 +207,7 @@ void KwSectionGallery(KwHostWindow* host, const QString& directory, QStringList&
                                       : QStringLiteral("section-report-general.png")),
               written, titles);
     QStringList names, shapes;
-    standardSectionLists(names, shapes);
+    KwStandardSectionLists(P::KindBeam, names, shapes);
     auto* sel = new CKwSelectBeamSectionDialog(names, shapes, host);
     sel->Create();
     if (QTreeWidget* t = sel->GetTree())

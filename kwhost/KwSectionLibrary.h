@@ -18,8 +18,11 @@ struct KwStandardSection
 };
 
 const std::vector<KwStandardSection>& KwStandardSections();
+// The names and shapes of the standard sections an element kind takes (no L on a bar, only
+// tubes on a pipe), as the selection dialog lists them.
+void KwStandardSectionLists(int elementKind, QStringList& names, QStringList& shapes);
 // Applies the section at `position` among those of `shape` to the property; false when there is
-// no such section.
+// no such section or the property's element kind does not take the shape.
 bool KwApplyStandardSection(CKwPhysicalProperty* property, const QString& shape, int position);
 
 // Modal dialogs on a beam property, as the demo host opens them. Each returns the dialog's

@@ -2,7 +2,6 @@
 
 #include "CFMView.h"
 #include "CKwAnalysis.h"
-#include "CKwMFCUIApp.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
@@ -547,5 +546,5 @@ void CKwNonlinearParametersDlg::showFieldError(const QString& message)
         return;
     }
     // A host that gave no view still has to hear why OK did nothing.
-    KwMessageBoxW(this, message, CKwMFCUIApp::ProductDisplayName(), KwMB::OK | KwMB::ICONERROR);
+    KwMessageBoxW(this, message, KwProductDisplayName(), KwMB::OK | KwMB::ICONERROR);
 }

@@ -1,7 +1,7 @@
 #include "CKwAboutDlg.h"
 
-#include "CKwMFCUIApp.h"
 #include "KwLangText.h"
+#include "KwMessageBox.h"
 #include "ui_CKwAboutDlg.h"
 
 #include <QIcon>
@@ -27,7 +27,7 @@ QString CKwAboutDlg::BuildText()
 
 void CKwAboutDlg::SetTextToCurrentLang()
 {
-    const QString product = CKwMFCUIApp::ProductDisplayName();
+    const QString product = KwProductDisplayName();
     setWindowTitle(KwPropText("AboutDlg", "Title", "About") + QLatin1Char(' ') + product);
     m_ui->product->setText(QStringLiteral("<b>%1</b>").arg(product.toHtmlEscaped()));
     m_ui->versionLabel->setText(KwLabel(KwPropText("AboutDlg", "LabelVersion", "Version")));

@@ -30,48 +30,6 @@ namespace {
 using Dlg = CKwDefineCrossSectionDlg;
 using PP = CKwPhysicalProperty;
 constexpr const char* kPP = "PhysicalProperties";
-constexpr double kZero = 1e-15;
-
-// One geometric rule: factor * (d[a] + d[b]) < d[c]; b = -1 for a single dimension.
-struct Rule
-{
-    int a, b;
-    double factor;
-    int c;
-};
-
-struct ShapeCheck
-{
-    int dims;     // dimensions the shape uses
-    int tested;   // how many of them the nothing-entered and zero tests look at
-    unsigned required; // bit i: DIMi+1 must be present
-    std::vector<Rule> rules;
-};
-
-// Indices are DIM numbers minus one.
-const ShapeCheck kShapeChecks[PP::ShapeCount] = {
-    /* ROD   */ {1, 1, 0x1, {}},
-    /* TUBE  */ {2, 2, 0x3, {{1, -1, 1, 0}}},
-    /* I     */ {6, 6, 0x3f, {{4, -1, 1, 0}, {5, -1, 1, 0}, {3, -1, 1, 1}, {4, 5, 1, 0}, {3, -1, 1, 2}}},
-    /* I1    */ {4, 4, 0xf, {{2, -1, 1, 3}}},
-    /* CHAN  */ {4, 4, 0xf, {{2, -1, 1, 0}, {3, -1, 2, 1}}},
-    /* CHAN1 */ {4, 4, 0xf, {{2, -1, 1, 3}}},
-    /* CHAN2 */ {4, 4, 0xf, {{0, -1, 2, 3}, {1, -1, 1, 2}}},
-    /* T     */ {4, 4, 0xf, {{3, -1, 1, 0}, {2, -1, 1, 1}}},
-    /* T1    */ {4, 4, 0xf, {{3, -1, 1, 0}}},
-    /* T2    */ {4, 4, 0xf, {{3, -1, 1, 0}, {2, -1, 1, 1}}},
-    /* CROSS */ {4, 4, 0xf, {{3, -1, 1, 2}}},
-    /* BAR   */ {2, 2, 0x2, {}},
-    /* BOX   */ {4, 4, 0xf, {{3, -1, 2, 0}, {2, -1, 2, 1}}},
-    /* BOX1  */ {6, 6, 0x3f, {{4, 5, 1, 0}, {2, 3, 1, 1}}},
-    /* H     */ {4, 4, 0xf, {{3, -1, 1, 2}}},
-    /* HEXA  */ {3, 2, 0x7, {{0, -1, 2, 1}}},
-    /* Z     */ {4, 4, 0xf, {{2, -1, 1, 3}}},
-    /* HAT   */ {4, 4, 0xf, {{1, -1, 2, 2}, {0, -1, 1, 1}}},
-    /* HAT1  */ {5, 5, 0x1f, {{2, -1, 1, 0}, {3, -1, 1, 0}, {4, -1, 1, 1}, {3, -1, 1, 1},
-                              {3, -1, 1, 2}, {3, -1, 2, 2}, {3, 4, 1, 1}}},
-    /* L     */ {4, 4, 0xf, {{3, -1, 1, 0}, {2, -1, 1, 1}}},
-};
 
 constexpr int kPictures[PP::ShapeCount] = {331, 332, 333, 342, 334, 340, 346, 335, 341, 347,
                                            336, 337, 338, 344, 339, 343, 345, 330, 329,
@@ -112,26 +70,8 @@ int CKwDefineCrossSectionDlg::PictureIdOf(int shapeCode)
 
 int CKwDefineCrossSectionDlg::ValidateShape(int shapeCode, const double* d)
 {
-    if (shapeCode < 0 || shapeCode >= PP::ShapeCount || !d)
-        return 3;
-    const ShapeCheck& s = kShapeChecks[shapeCode];
-    bool allMissing = true;
-    for (int i = 0; i < s.tested; ++i)
-        allMissing = allMissing && IsMissingValue(d[i]);
-    if (allMissing)
-        return 1;
-    for (int i = 0; i < s.tested; ++i)
-        if (!IsMissingValue(d[i]) && std::abs(d[i]) < kZero)
-            return 2;
-    for (int i = 0; i < s.dims; ++i)
-        if ((s.required >> i & 1) && IsMissingValue(d[i]))
-            return 3;
-    for (const Rule& r : s.rules) {
-        const double lhs = r.factor * (d[r.a] + (r.b >= 0 ? d[r.b] : 0.0));
-        if (!(lhs < d[r.c]))
-            return 3;
-    }
-    return 0;
+    // The host's rules are the only ones: a section the dialog accepts is one the host draws.
+    return PP::CheckShapeDimensions(shapeCode, d);
 }
 
 CKwDefineCrossSectionDlg::CKwDefineCrossSectionDlg(CKwPhysicalProperty* property, KW_UOM* units,
@@ -262,6 +202,8 @@ void CKwDefineCrossSectionDlg::buildControls()
     auto* propGroup = new QGroupBox(this);
     KwSetControlId(propGroup, IDC_GROUP_PROPERTIES);
     auto* pg = new QGridLayout(propGroup);
+    pg->addWidget(label(IDC_LABEL_PROP_ENDA), 0, 1, Qt::AlignHCenter);
+    pg->addWidget(label(IDC_LABEL_PROP_ENDB), 0, 2, Qt::AlignHCenter);
     const int rowLabels[9] = {IDC_LABEL_AREA, IDC_LABEL_IZZ, IDC_LABEL_IYY, IDC_LABEL_IZY,
                               IDC_LABEL_J,    IDC_LABEL_KZ,  IDC_LABEL_KY,  IDC_LABEL_SC_Z,
                               IDC_LABEL_SC_Y};
@@ -269,7 +211,7 @@ void CKwDefineCrossSectionDlg::buildControls()
         QLabel* l = label(rowLabels[r]);
         if (r >= 1 && r <= 4)
             l->setProperty("kwData", true);
-        pg->addWidget(l, r, 0);
+        pg->addWidget(l, r + 1, 0);
         for (int end = 1; end >= 0; --end) {
             auto* e = new QLineEdit(propGroup);
             e->setReadOnly(true);
@@ -277,7 +219,7 @@ void CKwDefineCrossSectionDlg::buildControls()
             e->setMinimumWidth(90);
             KwSetControlId(e, (end ? IDC_PROP_ENDA_FIRST : IDC_PROP_ENDB_FIRST) + r);
             m_props[end][r] = e;
-            pg->addWidget(e, r, end ? 1 : 2);
+            pg->addWidget(e, r + 1, end ? 1 : 2);
         }
     }
     right->addWidget(propGroup);
@@ -329,6 +271,8 @@ void CKwDefineCrossSectionDlg::SetTextToCurrentLang()
     const QString end = KwPropText("General", "LabelEnd", "End");
     KwSetControlText(this, IDC_LABEL_ENDA, QStringLiteral("%1 A").arg(end));
     KwSetControlText(this, IDC_LABEL_ENDB, QStringLiteral("%1 B").arg(end));
+    KwSetControlText(this, IDC_LABEL_PROP_ENDA, QStringLiteral("%1 A").arg(end));
+    KwSetControlText(this, IDC_LABEL_PROP_ENDB, QStringLiteral("%1 B").arg(end));
     const QString draw = KwPropText(kPP, "DrawEnd", "Draw End");
     KwSetControlText(this, IDC_DRAW_ENDA, QStringLiteral("%1 A").arg(draw));
     KwSetControlText(this, IDC_DRAW_ENDB, QStringLiteral("%1 B").arg(draw));
@@ -386,8 +330,8 @@ bool CKwDefineCrossSectionDlg::OnInitDialog()
     m_bFilling = false;
     UpdateDimensionControls();
     UpdateCrossSectionBitmap();
-    if (!p->m_tapered)
-        KwFindControl(this, IDC_DRAW_ENDB)->setEnabled(false);
+    if (isBeamTapered())
+        DrawCrossSection(0); // End B's values; End A's come with the first paint
     adjustSize();
     RestorePlacement();
     return true;
@@ -426,6 +370,9 @@ void CKwDefineCrossSectionDlg::UpdateCrossSectionBitmap()
     m_pClone->m_sectionShape = code;
     m_nPictureId = PictureIdOf(code);
     m_picture->setPixmap(KwSectionPicture(m_nPictureId, devicePixelRatioF()));
+    // End B follows the tapered flag as a whole; then the shape's count (and the element kind
+    // and section mode) decide which of its edits take input.
+    EnableTaperBeamOptions(m_tapered->isChecked() ? 1 : 0);
     EnableDimensions(PP::ShapeDimensionCount(code));
 }
 
@@ -443,13 +390,12 @@ void CKwDefineCrossSectionDlg::EnableDimensions(int count)
         m_dimLabels[i]->setEnabled(true);
         dimEdit(0, i)->setEnabled(endB);
     }
-    KwFindControl(this, IDC_LABEL_ENDB)->setEnabled(endB);
-    KwFindControl(this, IDC_DRAW_ENDB)->setEnabled(endB);
 }
 
 void CKwDefineCrossSectionDlg::EnableTaperBeamOptions(int enable)
 {
     KwFindControl(this, IDC_LABEL_ENDB)->setEnabled(enable != 0);
+    KwFindControl(this, IDC_LABEL_PROP_ENDB)->setEnabled(enable != 0);
     for (int i = 0; i < 6; ++i)
         dimEdit(0, i)->setEnabled(enable != 0);
     KwFindControl(this, IDC_DRAW_ENDB)->setEnabled(enable != 0);
@@ -461,9 +407,9 @@ int CKwDefineCrossSectionDlg::ValidateError(int count)
         return 1;
     auto check = [&](QLineEdit* e) {
         const QString t = e->text().trimmed();
-        if (t.isEmpty() || IsNumber(t))
+        if (t.isEmpty() || CFMView::IsValidNumberString(t, KwUnitKind::Length))
             return true;
-        const QString msg = units()->GetErrorMessageForUnit(KwUnitKind::Length);
+        const QString msg = units()->GetErrorMessageForUnit(t, KwUnitKind::Length);
         if (CFMView* v = GetFMView())
             v->ShowBubbleToolTipError(msg, 0);
         e->setFocus();
@@ -607,6 +553,11 @@ void CKwDefineCrossSectionDlg::repaintSection()
 {
     m_bRedraw = true;
     DrawCrossSection(m_nShownEnd);
+    // A tapered definition shows the values of both ends; otherwise End B has none.
+    if (isBeamTapered())
+        DrawCrossSection(m_nShownEnd ? 0 : 1);
+    else
+        ClearProperties(0);
     m_canvas->update();
 }
 

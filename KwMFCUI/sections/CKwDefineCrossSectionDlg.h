@@ -59,6 +59,8 @@ public:
         IDC_SAVE = 1312,
         IDC_LOAD = 1313,
         IDC_LABEL_REFPOINT = 1314,
+        IDC_LABEL_PROP_ENDA = 1315, // headings of the two property columns
+        IDC_LABEL_PROP_ENDB = 1316,
         IDC_CANCEL = 2,
     };
     // Pictures of the shapes by code (the L picture has its own id).

@@ -7,10 +7,12 @@
 
 #include <QFontMetricsF>
 #include <QGroupBox>
+#include <QHash>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -102,6 +104,15 @@ CSectionProp::CSectionProp(QWidget* parent, const QList<QList<SymMatrixUtils::Po
     pl->addWidget(m_edit);
     lay->addWidget(section);
     lay->addWidget(props, 1);
+    // The report only informs: one button closes it.
+    auto* close = new QPushButton(this);
+    KwSetControlId(close, IDC_CLOSE);
+    close->setDefault(true);
+    connect(close, &QPushButton::clicked, this, [this] { OnOK(); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(close);
+    pl->addLayout(buttons);
 }
 
 void CSectionProp::SetTextToCurrentLang()
@@ -109,6 +120,7 @@ void CSectionProp::SetTextToCurrentLang()
     setWindowTitle(KwPropText(kPP, "LabelSectionProp", "Section Properties"));
     KwSetControlText(this, IDC_GROUP_SECTION, KwPropText(kPP, "LabelSection", "Section"));
     KwSetControlText(this, IDC_GROUP_PROPERTIES, KwPropText(kPP, "LabelProperties", "Properties"));
+    KwSetControlText(this, IDC_CLOSE, KwPropText("General", "ButtonClose", "Close"));
 }
 
 QString CSectionProp::BuildReport(const double* d, double pierceZ, double pierceY,
@@ -190,25 +202,34 @@ bool CSectionProp::OnInitDialog()
     KW_UOM fallback;
     m_report = BuildReport(m_data.data(), m_pierceZ, m_pierceY, m_units ? *m_units : fallback, m_form);
     m_edit->setFont(QFont(QStringLiteral("Arial Unicode MS"), 9));
-    // The report keeps its tab runs (copies of it line up in a fixed-width editor); on screen
-    // the values stand in one column: one tab each, stopped just past the widest label.
+    // The report goes in as built, tab runs and all. Its runs were laid out for one font's tab
+    // stops; for ours, the distance is chosen at which the most values start in one column.
     const QFontMetricsF fm(m_edit->font());
-    qreal widest = 0;
-    QStringList shown;
-    for (const QString& line : m_report.split(QStringLiteral("\r\n"))) {
-        const qsizetype tab = line.indexOf(QLatin1Char('\t'));
-        if (tab < 0) {
-            shown << line;
-            continue;
+    const qreal unit = fm.averageCharWidth();
+    qreal best = 8 * unit;
+    int bestCount = 0;
+    for (int chars = 4; chars <= 24; ++chars) {
+        const qreal stop = chars * unit;
+        QHash<int, int> columns;
+        for (const QString& line : m_report.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts)) {
+            const qsizetype tab = line.indexOf(QLatin1Char('\t'));
+            if (tab < 0)
+                continue;
+            qsizetype runEnd = tab;
+            while (runEnd < line.size() && line.at(runEnd) == QLatin1Char('\t'))
+                ++runEnd;
+            const qreal label = fm.horizontalAdvance(line.left(tab));
+            const int column = int(std::floor(label / stop)) + int(runEnd - tab);
+            ++columns[column];
         }
-        qsizetype value = tab;
-        while (value < line.size() && line.at(value) == QLatin1Char('\t'))
-            ++value;
-        widest = std::max(widest, fm.horizontalAdvance(line.left(tab)));
-        shown << line.left(tab) + QLatin1Char('\t') + line.mid(value);
+        for (int count : std::as_const(columns))
+            if (count > bestCount) {
+                bestCount = count;
+                best = stop;
+            }
     }
-    m_edit->setTabStopDistance(std::ceil(widest) + fm.horizontalAdvance(QStringLiteral("  ")));
-    m_edit->setPlainText(shown.join(QLatin1Char('\n')));
+    m_edit->setTabStopDistance(best);
+    m_edit->setPlainText(m_report);
     adjustSize();
     RestorePlacement();
     return true;

@@ -19,6 +19,7 @@ public:
         IDC_GROUP_SECTION = 1001,
         IDC_GROUP_PROPERTIES = 1002,
         IDC_REPORT = 1003,
+        IDC_CLOSE = 1,
         IDC_OUTLINE = 308,
     };
     static constexpr int kPipeForm = 2;

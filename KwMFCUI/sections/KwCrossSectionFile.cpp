@@ -3,6 +3,7 @@
 #include "CKwDefineCrossSectionDlg.h"
 #include "CKwPhysicalProperty.h"
 #include "KW_UOM.h"
+#include "KwBoundedXml.h"
 #include "KwControls.h"
 #include "KwLangText.h"
 #include "KwMessageBox.h"
@@ -10,29 +11,58 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QSaveFile>
 #include <QXmlStreamReader>
+#include <vector>
 
 namespace {
 
 using PP = CKwPhysicalProperty;
 constexpr qint64 kMaxFileBytes = 1 << 20;
 
-// A section file is small and plain: anything with a document type declaration (and so
-// entities, internal or external) is refused before the DOM sees it.
-bool isPlainDocument(const QByteArray& bytes)
+// What a section file says, in the order the load applies it: for each Property (in document
+// order) its own attributes and then those of its child elements.
+struct SectionEntry
 {
-    if (bytes.size() > kMaxFileBytes)
-        return false;
-    QXmlStreamReader r(bytes);
+    QString element, attribute, value;
+};
+using SectionGroup = std::vector<SectionEntry>;
+
+// Reads the whole document before anything is applied, so that a file that is not
+// well-formed, or breaks the bounds of the reader, changes nothing.
+bool readSectionFile(const QByteArray& bytes, std::vector<SectionGroup>* groups)
+{
+    KwBoundedXmlReader bounded(bytes, kMaxFileBytes);
+    QXmlStreamReader& r = bounded.stream();
+    r.setNamespaceProcessing(false); // names are compared as written, prefix and all
+    std::vector<int> open; // per open element: its group when it is a Property, else -1
     while (!r.atEnd()) {
-        r.readNext();
-        if (r.tokenType() == QXmlStreamReader::DTD ||
-            r.tokenType() == QXmlStreamReader::EntityReference)
-            return false;
+        const QXmlStreamReader::TokenType t = r.readNext();
+        if (t == QXmlStreamReader::StartElement) {
+            const QString tag = r.qualifiedName().toString();
+            auto add = [&](int g) {
+                for (const QXmlStreamAttribute& a : r.attributes())
+                    (*groups)[g].push_back(
+                        {tag, a.qualifiedName().toString(), a.value().toString()});
+            };
+            if (!open.empty() && open.back() >= 0)
+                add(open.back());
+            int own = -1;
+            if (tag == QLatin1String("Property")) {
+                own = static_cast<int>(groups->size());
+                groups->emplace_back();
+                add(own);
+            }
+            open.push_back(own);
+        } else if (t == QXmlStreamReader::EndElement) {
+            if (!open.empty())
+                open.pop_back();
+        }
     }
     return !r.hasError();
 }
@@ -91,11 +121,12 @@ QByteArray CKwDefineCrossSectionDlg::SaveToBytes() const
 
 bool CKwDefineCrossSectionDlg::SaveToFile(const QString& path)
 {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    // Written beside and renamed over the old file: a failed save leaves that file as it was.
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly))
         return false;
     const QByteArray bytes = SaveToBytes();
-    return f.write(bytes) == bytes.size();
+    return f.write(bytes) == bytes.size() && f.commit();
 }
 
 bool CKwDefineCrossSectionDlg::LoadFromFile(const QString& path)
@@ -108,49 +139,35 @@ bool CKwDefineCrossSectionDlg::LoadFromFile(const QString& path)
 
 bool CKwDefineCrossSectionDlg::LoadFromBytes(const QByteArray& bytes)
 {
-    if (!isPlainDocument(bytes))
-        return false;
-    QDomDocument doc;
-    if (!doc.setContent(bytes))
-        return false;
-    const QDomNodeList props = doc.elementsByTagName(QStringLiteral("Property"));
-    if (props.isEmpty())
+    std::vector<SectionGroup> groups;
+    if (!readSectionFile(bytes, &groups) || groups.empty())
         return false;
     PP* p = m_pClone;
     const QString lMessage = KwErrText("PhysicalProperties", "LSectionNotSupported",
                                        "L section not supported for bar elements");
     bool endB = false;
-    auto apply = [&](const QDomElement& e) {
-        const QDomNamedNodeMap attrs = e.attributes();
-        for (int k = 0; k < attrs.count(); ++k) {
-            const QDomAttr a = attrs.item(k).toAttr();
-            const QString name = a.name();
+    for (const SectionGroup& group : groups)
+        for (const SectionEntry& e : group) {
+            const QString& name = e.attribute;
             if (name == QLatin1String("Shape")) {
-                const int code = p->GetSectionTypeFromName(a.value());
+                const int code = p->GetSectionTypeFromName(e.value);
                 if (code == PP::L && p->m_elementKind == PP::KindBar)
                     KwMessageBoxW(this, lMessage, windowTitle(), KwMB::OK | KwMB::ICONERROR);
                 else
                     p->m_sectionShape = code;
                 continue;
             }
-            const bool isA = e.tagName() == QLatin1String("EndA");
-            const bool isB = e.tagName() == QLatin1String("EndB");
+            const bool isA = e.element == QLatin1String("EndA");
+            const bool isB = e.element == QLatin1String("EndB");
             if ((!isA && !isB) || name.size() != 4 || !name.startsWith(QLatin1String("DIM")))
                 continue;
             const int i = name.at(3).digitValue() - 1;
             if (i < 0 || i > 5)
                 continue;
-            const double v = units()->ToInternalValue(KwAtof(a.value()), KwUnitKind::Length);
+            const double v = units()->ToInternalValue(KwAtof(e.value), KwUnitKind::Length);
             p->GetDimensions(isA ? 1 : 0)[i] = v;
             endB = endB || isB;
         }
-    };
-    for (int n = 0; n < props.count(); ++n) {
-        const QDomElement prop = props.at(n).toElement();
-        apply(prop);
-        for (QDomElement c = prop.firstChildElement(); !c.isNull(); c = c.nextSiblingElement())
-            apply(c);
-    }
     if (endB && p->m_elementKind == PP::KindBeam && p->m_sectionMode != 2)
         p->m_tapered = 1;
 
@@ -185,7 +202,12 @@ void CKwDefineCrossSectionDlg::OnBnClickedSave()
     QString p = path;
     if (QFileInfo(p).suffix().isEmpty())
         p += QStringLiteral(".xml");
-    SaveToFile(p);
+    if (!SaveToFile(p))
+        KwMessageBoxW(this,
+                      KwErrText("PhysicalProperties", "SectionNotSaved",
+                                "The section could not be saved to %1.")
+                          .arg(QDir::toNativeSeparators(p)),
+                      windowTitle(), KwMB::OK | KwMB::ICONERROR);
 }
 
 void CKwDefineCrossSectionDlg::OnBnClickedLoad()

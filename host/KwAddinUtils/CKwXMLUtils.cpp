@@ -1,9 +1,9 @@
 #include "CKwXMLUtils.h"
 
+#include "KwBoundedXml.h"
 #include "KwRegistry.h"
 
 #include <QDir>
-#include <QDomDocument>
 #include <QFile>
 #include <QHash>
 #include <QMap>
@@ -53,52 +53,72 @@ QStringList shippedFiles(const QString& code)
     return files;
 }
 
-// Parses into `out`; returns count or -1.
+// Language files come from users as well as from us; a translation of everything we show is
+// far below this.
+constexpr qint64 kMaxLanguageBytes = qint64(4) << 20;
+
+// Parses into `out` (left alone on failure); returns count or -1.
 int parseInto(const QByteArray& xml, QString* code, QHash<QString, QString> (&out)[3],
               QString* error)
 {
-    QDomDocument doc;
-    QString msg;
-    int line = 0;
-    int column = 0;
-    if (!doc.setContent(xml, &msg, &line, &column)) {
+    KwBoundedXmlReader bounded(xml, kMaxLanguageBytes);
+    QXmlStreamReader& r = bounded.stream();
+    auto fail = [&](const QString& why) {
         if (error)
-            *error = QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(msg);
+            *error = why;
         return -1;
-    }
-    const QDomElement root = doc.documentElement();
-    if (root.tagName() != QLatin1String("KwLanguage")) {
-        if (error)
-            *error = QStringLiteral("the root element is not KwLanguage");
-        return -1;
-    }
-    const QString c = root.attribute(QStringLiteral("code")).trimmed();
-    if (c.isEmpty()) {
-        if (error)
-            *error = QStringLiteral("the language has no code");
-        return -1;
-    }
-    if (code)
-        *code = c;
+    };
+    auto readFail = [&] {
+        return fail(QStringLiteral("line %1, column %2: %3")
+                        .arg(r.lineNumber())
+                        .arg(r.columnNumber())
+                        .arg(bounded.errorString()));
+    };
+    if (!r.readNextStartElement())
+        return r.hasError() ? readFail() : fail(QStringLiteral("the document has no element"));
+    if (r.name() != QLatin1String("KwLanguage"))
+        return fail(QStringLiteral("the root element is not KwLanguage"));
+    const QString c = r.attributes().value(QLatin1String("code")).toString().trimmed();
+    if (c.isEmpty())
+        return fail(QStringLiteral("the language has no code"));
+    QHash<QString, QString> read[3];
     int count = 0;
-    for (QDomElement texts = root.firstChildElement(QStringLiteral("Texts")); !texts.isNull();
-         texts = texts.nextSiblingElement(QStringLiteral("Texts"))) {
-        const int k = kindIndex(texts.attribute(QStringLiteral("kind")));
-        if (k < 0)
-            continue; // a family this host does not know: skip, keep the rest usable
-        for (QDomElement sec = texts.firstChildElement(QStringLiteral("Section")); !sec.isNull();
-             sec = sec.nextSiblingElement(QStringLiteral("Section"))) {
-            const QString section = sec.attribute(QStringLiteral("name"));
-            for (QDomElement t = sec.firstChildElement(QStringLiteral("Text")); !t.isNull();
-                 t = t.nextSiblingElement(QStringLiteral("Text"))) {
-                const QString key = t.attribute(QStringLiteral("key"));
+    while (r.readNextStartElement()) {
+        const int k = r.name() == QLatin1String("Texts")
+                          ? kindIndex(r.attributes().value(QLatin1String("kind")).toString())
+                          : -1;
+        if (k < 0) {
+            r.skipCurrentElement(); // a family this host does not know: skip, keep the rest usable
+            continue;
+        }
+        while (r.readNextStartElement()) {
+            if (r.name() != QLatin1String("Section")) {
+                r.skipCurrentElement();
+                continue;
+            }
+            const QString section = r.attributes().value(QLatin1String("name")).toString();
+            while (r.readNextStartElement()) {
+                if (r.name() != QLatin1String("Text")) {
+                    r.skipCurrentElement();
+                    continue;
+                }
+                const QString key = r.attributes().value(QLatin1String("key")).toString();
+                const QString text = r.readElementText(QXmlStreamReader::IncludeChildElements);
                 if (key.isEmpty())
                     continue;
-                out[k].insert(joinKey(section, key), t.text());
+                read[k].insert(joinKey(section, key), text);
                 ++count;
             }
         }
     }
+    while (!r.atEnd())
+        r.readNext();
+    if (r.hasError())
+        return readFail();
+    if (code)
+        *code = c;
+    for (int k = 0; k < 3; ++k)
+        out[k].insert(read[k]);
     return count;
 }
 
@@ -198,7 +218,7 @@ bool CKwXMLUtils::SetCurrentLanguage(const QString& code, QString* error)
             return false;
         }
         QString fileCode;
-        if (parseInto(f.readAll(), &fileCode, texts, error) < 0)
+        if (parseInto(f.read(kMaxLanguageBytes + 1), &fileCode, texts, error) < 0)
             return false;
     }
     for (int i = 0; i < 3; ++i)
@@ -218,7 +238,7 @@ bool CKwXMLUtils::LoadLanguageFile(const QString& path, QString* error)
     }
     QHash<QString, QString> texts[3];
     QString code;
-    if (parseInto(f.readAll(), &code, texts, error) < 0)
+    if (parseInto(f.read(kMaxLanguageBytes + 1), &code, texts, error) < 0)
         return false;
     LanguageState& s = state();
     for (int i = 0; i < 3; ++i)

@@ -10,6 +10,8 @@
 #include "KW_UOM.h"
 #include "KwNumbers.h"
 
+#include <cmath>
+
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -221,8 +223,13 @@ double CFMView::GetDoubleFromString(const KW_UOM* units, const QString& text, in
 
 bool CFMView::IsValidNumberString(const QString& text, int unitType)
 {
-    Q_UNUSED(unitType);
-    return IsNumber(text);
+    if (!IsNumber(text))
+        return false;
+    // Lengths become section values up to their sixth power (the warping constant), in any
+    // unit we show them in: beyond this no section of that size has representable values.
+    if (unitType == KwUnitKind::Length)
+        return std::fabs(KwAtof(text)) <= LargestLength;
+    return true;
 }
 
 namespace {

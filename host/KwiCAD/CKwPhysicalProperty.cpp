@@ -20,6 +20,50 @@ constexpr ShapeInfo kShapes[CKwPhysicalProperty::ShapeCount] = {
     {"H", 4},    {"HEXA", 3}, {"Z", 4},     {"HAT", 4}, {"HAT1", 5}, {"L", 4},
 };
 
+// The shape rules: which dimensions a shape needs and how they must relate for the outline to
+// be the shape at all (walls that do not overlap, a web narrower than its flanges, ...).
+// One rule: factor * (d[a] + d[b]) < d[c], b = -1 for a single dimension; indices are DIM
+// numbers minus one.
+struct Rule
+{
+    int a, b;
+    double factor;
+    int c;
+};
+
+struct ShapeRules
+{
+    int tested;        // how many dimensions the nothing-entered and zero tests look at
+    unsigned required; // bit i: DIMi+1 must be present
+    std::vector<Rule> rules;
+};
+
+const ShapeRules kShapeRules[CKwPhysicalProperty::ShapeCount] = {
+    /* ROD   */ {1, 0x1, {}},
+    /* TUBE  */ {2, 0x3, {{1, -1, 1, 0}}},
+    /* I     */ {6, 0x3f, {{4, -1, 1, 0}, {5, -1, 1, 0}, {3, -1, 1, 1}, {4, 5, 1, 0}, {3, -1, 1, 2}}},
+    /* I1    */ {4, 0xf, {{2, -1, 1, 3}}},
+    /* CHAN  */ {4, 0xf, {{2, -1, 1, 0}, {3, -1, 2, 1}}},
+    /* CHAN1 */ {4, 0xf, {{2, -1, 1, 3}}},
+    /* CHAN2 */ {4, 0xf, {{0, -1, 2, 3}, {1, -1, 1, 2}}},
+    /* T     */ {4, 0xf, {{3, -1, 1, 0}, {2, -1, 1, 1}}},
+    /* T1    */ {4, 0xf, {{3, -1, 1, 0}}},
+    /* T2    */ {4, 0xf, {{3, -1, 1, 0}, {2, -1, 1, 1}}},
+    /* CROSS */ {4, 0xf, {{3, -1, 1, 2}}},
+    /* BAR   */ {2, 0x2, {}},
+    /* BOX   */ {4, 0xf, {{3, -1, 2, 0}, {2, -1, 2, 1}}},
+    /* BOX1  */ {6, 0x3f, {{4, 5, 1, 0}, {2, 3, 1, 1}}},
+    /* H     */ {4, 0xf, {{3, -1, 1, 2}}},
+    /* HEXA  */ {2, 0x7, {{0, -1, 2, 1}}},
+    /* Z     */ {4, 0xf, {{2, -1, 1, 3}}},
+    /* HAT   */ {4, 0xf, {{1, -1, 2, 2}, {0, -1, 1, 1}}},
+    /* HAT1  */ {5, 0x1f, {{2, -1, 1, 0}, {3, -1, 1, 0}, {4, -1, 1, 1}, {3, -1, 1, 1},
+                          {3, -1, 1, 2}, {3, -1, 2, 2}, {3, 4, 1, 1}}},
+    /* L     */ {4, 0xf, {{3, -1, 1, 0}, {2, -1, 1, 1}}},
+};
+
+constexpr double kZeroDimension = 1e-15;
+
 constexpr int kCircleSegments = CKwPhysicalProperty::kMaxLoopPoints;
 
 using Loop = std::vector<Kw::Point>;
@@ -167,6 +211,8 @@ std::vector<Loop> toLoops(Kw::Point (*loops)[CKwPhysicalProperty::kMaxLoopPoints
     return out;
 }
 
+// Recovery points C, D, E, F: the outline's points nearest to the corners of its bounding box
+// (upper right, upper left, lower left, lower right), so that each lies on the section.
 void setRecoveryPoints(const std::vector<Loop>& loops, double* props)
 {
     double x0 = 1e300, x1 = -1e300, y0 = 1e300, y1 = -1e300;
@@ -177,8 +223,55 @@ void setRecoveryPoints(const std::vector<Loop>& loops, double* props)
             y0 = std::min(y0, p.y);
             y1 = std::max(y1, p.y);
         }
-    const double pts[8] = {x1, y1, x0, y1, x0, y0, x1, y0}; // C, D, E, F
-    std::copy(pts, pts + 8, props + KwSectionValue::RecoveryFirst);
+    const Kw::Point corners[4] = {{x1, y1}, {x0, y1}, {x0, y0}, {x1, y0}};
+    for (int k = 0; k < 4; ++k) {
+        Kw::Point best = corners[k];
+        double bestDistance = HUGE_VAL;
+        if (!loops.empty())
+            for (const Kw::Point& p : loops.front()) {
+                // Scaled by the box, so that no square overflows.
+                const double dx = (p.x - corners[k].x) / std::max(x1 - x0, 1e-300);
+                const double dy = (p.y - corners[k].y) / std::max(y1 - y0, 1e-300);
+                const double d = dx * dx + dy * dy;
+                if (d < bestDistance) {
+                    bestDistance = d;
+                    best = p;
+                }
+            }
+        props[KwSectionValue::RecoveryFirst + 2 * k] = best.x;
+        props[KwSectionValue::RecoveryFirst + 2 * k + 1] = best.y;
+    }
+}
+
+// Whether the loops are their own mirror image about the line x = axis (mirrorX) or y = axis:
+// every mirrored loop, walked backwards, is one of the loops. `tolerance` is absolute.
+bool isMirrorSymmetric(const std::vector<Loop>& loops, bool mirrorX, double axis, double tolerance)
+{
+    auto mirrored = [&](const Kw::Point& p) {
+        return mirrorX ? Kw::Point{2 * axis - p.x, p.y} : Kw::Point{p.x, 2 * axis - p.y};
+    };
+    auto near = [&](const Kw::Point& a, const Kw::Point& b) {
+        return std::abs(a.x - b.x) <= tolerance && std::abs(a.y - b.y) <= tolerance;
+    };
+    for (const Loop& l : loops) {
+        const size_t n = l.size();
+        bool found = false;
+        for (const Loop& other : loops) {
+            if (other.size() != n)
+                continue;
+            for (size_t shift = 0; shift < n && !found; ++shift) {
+                bool all = true;
+                for (size_t k = 0; k < n && all; ++k)
+                    all = near(mirrored(l[k]), other[(shift + n - k) % n]);
+                found = all;
+            }
+            if (found)
+                break;
+        }
+        if (!found)
+            return false;
+    }
+    return true;
 }
 
 // Shear area over area of a solid (inner = 0) or hollow circle, Poisson's ratio 0: the
@@ -188,8 +281,8 @@ double circleShearFactor(double a, double b)
     const double s = a * a + b * b, p = a * a * b * b;
     double q = 10 * (std::pow(a, 6) - std::pow(b, 6)) / 6 - 6 * s * (std::pow(a, 4) - std::pow(b, 4)) +
                (9 * s * s + 6 * p) * (a * a - b * b);
-    if (b > 0)
-        q -= 9 * p * p * (1 / (a * a) - 1 / (b * b));
+    // 9 p^2 (1/a^2 - 1/b^2), multiplied out: no division by a vanishing inner radius.
+    q -= 9 * p * (b * b - a * a);
     const double ixx = M_PI * (std::pow(a, 4) - std::pow(b, 4)) / 4;
     const double shearArea = 64 * ixx * ixx / (M_PI * q);
     return shearArea / (M_PI * (a * a - b * b));
@@ -252,15 +345,58 @@ int CKwPhysicalProperty::ShapeDimensionCount(int code)
     return code >= 0 && code < ShapeCount ? kShapes[code].dims : 0;
 }
 
+bool CKwPhysicalProperty::ShapeFitsElementKind(int code, int elementKind)
+{
+    if (code < 0 || code >= ShapeCount)
+        return false;
+    switch (elementKind) {
+    case KindPipe: return code == TUBE;
+    case KindBar: return code != L;
+    case KindBeam: return true;
+    default: return false;
+    }
+}
+
+int CKwPhysicalProperty::CheckShapeDimensions(int shape, const double* d)
+{
+    if (shape < 0 || shape >= ShapeCount || !d)
+        return 3;
+    const ShapeRules& s = kShapeRules[shape];
+    bool allMissing = true;
+    for (int i = 0; i < s.tested; ++i)
+        allMissing = allMissing && IsMissingValue(d[i]);
+    if (allMissing)
+        return 1;
+    for (int i = 0; i < s.tested; ++i)
+        if (!IsMissingValue(d[i]) && std::abs(d[i]) < kZeroDimension)
+            return 2;
+    for (int i = 0; i < kShapes[shape].dims; ++i)
+        if ((s.required >> i & 1) && IsMissingValue(d[i]))
+            return 3;
+    for (const Rule& r : s.rules) {
+        const double lhs = r.factor * (d[r.a] + (r.b >= 0 ? d[r.b] : 0.0));
+        if (!(lhs < d[r.c]))
+            return 3;
+    }
+    return 0;
+}
+
+bool CKwPhysicalProperty::IsValidShape(int shape, const double* dims)
+{
+    if (CheckShapeDimensions(shape, dims) != 0)
+        return false;
+    // Beyond the rules: every dimension the shape uses is a real, positive length.
+    for (int i = 0; i < ShapeDimensionCount(shape); ++i)
+        if (IsMissingValue(dims[i]) || !std::isfinite(dims[i]) || !(dims[i] > 0))
+            return false;
+    return true;
+}
+
 int CKwPhysicalProperty::BuildShapeLoops(int shape, const double* dims,
                                          Kw::Point (*loops)[kMaxLoopPoints], int* pointCounts)
 {
-    const int n = ShapeDimensionCount(shape);
-    if (n == 0 || !dims)
+    if (!IsValidShape(shape, dims))
         return 0;
-    for (int i = 0; i < n; ++i)
-        if (IsMissingValue(dims[i]) || !std::isfinite(dims[i]) || !(dims[i] > 0))
-            return 0;
     std::vector<Loop> l = shapeLoops(shape, dims);
     if (l.empty() || static_cast<int>(l.size()) > kMaxLoops || !KwCheckSectionLoops(l))
         return 0;
@@ -319,7 +455,15 @@ bool CKwPhysicalProperty::GetCrossSectionProperties(Kw::Point (*loops)[kMaxLoopP
     v[KwSectionValue::Warping] = r.warping;
     setRecoveryPoints(l, v);
     // Symmetric sections: what is left of a zero product or offset is rounding and mesh noise.
-    const double size = std::max(v[14] - v[16], v[15] - v[19]);
+    double x0 = HUGE_VAL, x1 = -HUGE_VAL, y0 = HUGE_VAL, y1 = -HUGE_VAL;
+    for (const Loop& lp : l)
+        for (const Kw::Point& p : lp) {
+            x0 = std::min(x0, p.x);
+            x1 = std::max(x1, p.x);
+            y0 = std::min(y0, p.y);
+            y1 = std::max(y1, p.y);
+        }
+    const double size = std::max(x1 - x0, y1 - y0);
     if (std::abs(v[KwSectionValue::Izy]) < 1e-12 * (r.exact.ixx + r.exact.iyy)) {
         v[KwSectionValue::Izy] = 0;
         v[KwSectionValue::PrincipalAngle] = r.exact.iyy >= r.exact.ixx ? 0 : M_PI / 2;
@@ -327,6 +471,19 @@ bool CKwPhysicalProperty::GetCrossSectionProperties(Kw::Point (*loops)[kMaxLoopP
     for (int k : {KwSectionValue::ShearOffsetZ, KwSectionValue::ShearOffsetY})
         if (std::abs(v[k]) < 1e-7 * size)
             v[k] = 0;
+    // A section symmetric about an axis through its centroid has its shear centre on that
+    // axis; the mesh of a slanted outline (HEXA) need not be symmetric, so say so exactly.
+    const double tolerance = 1e-9 * size;
+    const bool aboutY = isMirrorSymmetric(l, true, r.exact.cx, tolerance);
+    const bool aboutZ = isMirrorSymmetric(l, false, r.exact.cy, tolerance);
+    if (aboutY)
+        v[KwSectionValue::ShearOffsetZ] = 0;
+    if (aboutZ)
+        v[KwSectionValue::ShearOffsetY] = 0;
+    if (aboutY || aboutZ) {
+        v[KwSectionValue::Izy] = 0;
+        v[KwSectionValue::PrincipalAngle] = r.exact.iyy >= r.exact.ixx ? 0 : M_PI / 2;
+    }
     std::copy(v, v + KwSectionValue::Count, props);
     return true;
 }
@@ -336,15 +493,23 @@ bool CKwPhysicalProperty::GetTubeSectionProperties(double a, double b, double* p
     if (!props || !std::isfinite(a) || !std::isfinite(b) || !(a > 0) || !(b >= 0) || !(b < a))
         return false;
     double v[KwSectionValue::Count] = {};
-    const double i = M_PI * (std::pow(a, 4) - std::pow(b, 4)) / 4;
-    v[KwSectionValue::Area] = M_PI * (a * a - b * b);
+    // In powers of the outer radius times functions of the ratio, which stay representable
+    // for every radius whose fourth power is.
+    const double k = b / a, a2 = a * a;
+    const double i = M_PI * a2 * a2 * (1 - k * k * k * k) / 4;
+    v[KwSectionValue::Area] = M_PI * a2 * (1 - k * k);
     v[KwSectionValue::Izz] = i;
     v[KwSectionValue::Iyy] = i;
     v[KwSectionValue::Torsion] = 2 * i;
-    v[KwSectionValue::ShearFactorZ] = v[KwSectionValue::ShearFactorY] = circleShearFactor(a, b);
+    v[KwSectionValue::ShearFactorZ] = v[KwSectionValue::ShearFactorY] = circleShearFactor(1, k);
     v[KwSectionValue::Rotation] = m_rotationSteps * kRotationStepDegrees * M_PI / 180;
     const double pts[8] = {0, a, a, 0, 0, -a, -a, 0};
     std::copy(pts, pts + 8, v + KwSectionValue::RecoveryFirst);
+    for (double x : v)
+        if (!std::isfinite(x))
+            return false;
+    if (!(v[KwSectionValue::Area] > 0) || !(i > 0))
+        return false;
     std::copy(v, v + KwSectionValue::Count, props);
     return true;
 }
@@ -357,11 +522,12 @@ bool CKwPhysicalProperty::GetRodSectionProperties(double radius, double* props) 
 bool CKwPhysicalProperty::ComputeSectionProperties(int end, double* props) const
 {
     const double* d = GetDimensions(end);
-    auto ok = [](double v) { return !IsMissingValue(v) && std::isfinite(v) && v > 0; };
+    if (!IsValidShape(m_sectionShape, d))
+        return false;
     if (m_sectionShape == ROD)
-        return ok(d[0]) && GetRodSectionProperties(d[0], props);
+        return GetRodSectionProperties(d[0], props);
     if (m_sectionShape == TUBE)
-        return ok(d[0]) && ok(d[1]) && GetTubeSectionProperties(d[0], d[1], props);
+        return GetTubeSectionProperties(d[0], d[1], props);
     Kw::Point loops[kMaxLoops][kMaxLoopPoints];
     int counts[kMaxLoops] = {};
     int n = 0;

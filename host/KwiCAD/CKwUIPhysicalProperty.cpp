@@ -77,7 +77,20 @@ void CKwUIPhysicalProperty::LoadObjectData()
     SetControlItems(CodeMaterials, static_cast<int>(names.size()), names.constData());
     SetControlText(CodeThickness, formatValue(p->m_thickness, KwUnitKind::Length, *GetUnits()));
     SetControlText(CodeSection, GetSectionText());
+    m_named = sectionOf(*p);
     m_badThickness = false;
+}
+
+CKwUIPhysicalProperty::NamedSection CKwUIPhysicalProperty::sectionOf(const CKwPhysicalProperty& p)
+{
+    return {p.m_sectionShape, p.m_dimA, p.m_dimB, p.m_tapered};
+}
+
+void CKwUIPhysicalProperty::dropStaleSectionName()
+{
+    CKwPhysicalProperty* p = GetEditObject();
+    if (p && !(sectionOf(*p) == m_named))
+        p->m_sectionName.clear();
 }
 
 void CKwUIPhysicalProperty::UpdateObjectData(bool)
@@ -197,6 +210,7 @@ int CKwUIPhysicalProperty::SetValue(int field, int value)
             p->m_dimB.fill(MissingDouble);
             p->m_tapered = 0;
         }
+        dropStaleSectionName();
         SetControlText(CodeSection, GetSectionText());
         return 1;
     case FieldMaterial: {
@@ -218,6 +232,7 @@ void CKwUIPhysicalProperty::OnSectionDefined()
     std::array<double, KwSectionValue::Count> values{};
     p->m_sectionArea =
         p->ComputeSectionProperties(1, values.data()) ? values[KwSectionValue::Area] : MissingDouble;
+    dropStaleSectionName();
     SetControlText(CodeSection, GetSectionText());
 }
 

@@ -194,7 +194,9 @@ double KW_UOM::ParseQuantity(const QString& text, int unitKind, int* status,
         return MissingDouble;
     }
     const double v = ToInternalValue(KwAtof(body), unitKind);
-    if (!std::isfinite(v)) {
+    // A value that lands exactly on the missing-value marker would read back as "unset" (in
+    // mm-N-MPa, -1e24 MPa is -1e30 Pa), so it is refused like one that overflows.
+    if (!std::isfinite(v) || IsMissingValue(v)) {
         st = ParseOutOfRange;
         return MissingDouble;
     }

@@ -2,6 +2,7 @@
 
 #include "CKwXMLUtils.h"
 #include "KW_UOM.h"
+#include "KwBoundedXml.h"
 #include "KwMethodLogger.h"
 #include "KwNumbers.h"
 #include "KwRegistry.h"
@@ -70,6 +71,25 @@ QString err(const char* key, const char* english)
         QStringLiteral("MaterialDatabase"), QString::fromLatin1(key), QString::fromUtf8(english));
 }
 
+// Why the bounded reader refused a document, in the material database's words.
+QString refusalError(KwBoundedXmlReader::Refusal r)
+{
+    switch (r) {
+    case KwBoundedXmlReader::TooLarge:
+        return err("FileTooLarge", "The file is too large to be a material file.");
+    case KwBoundedXmlReader::DocumentType:
+        return err("DtdNotAccepted", "Document type declarations are not accepted.");
+    case KwBoundedXmlReader::TooDeep:
+        return err("NestedTooDeep", "The file nests its elements more than %1 deep.")
+            .arg(KwBoundedXmlReader::MaxDepth);
+    case KwBoundedXmlReader::TooManyAttributes:
+        return err("TooManyAttributes", "An element of the file has more than %1 attributes.")
+            .arg(KwBoundedXmlReader::MaxAttributes);
+    case KwBoundedXmlReader::NotRefused: break;
+    }
+    return QString();
+}
+
 DB::ReadResult fail(const QString& why)
 {
     DB::ReadResult r;
@@ -117,11 +137,16 @@ QString defaultUnit(int propertyIndex, int kind)
 class OwnReader
 {
 public:
-    OwnReader(const QByteArray& data, DB::ReadResult* result) : m_xml(data), m_r(result) {}
+    OwnReader(const QByteArray& data, DB::ReadResult* result)
+        : m_bounded(data, DB::MaxFileBytes), m_xml(m_bounded.stream()), m_r(result)
+    {
+    }
 
     // Reads up to the root element; false with an error when it is not one of ours.
     bool readRoot(QString* root)
     {
+        if (m_bounded.refusal() != KwBoundedXmlReader::NotRefused)
+            return error(refusalError(m_bounded.refusal()));
         while (!m_xml.atEnd()) {
             const auto t = m_xml.readNext();
             if (t == QXmlStreamReader::DTD)
@@ -358,7 +383,8 @@ private:
         return true;
     }
 
-    QXmlStreamReader m_xml;
+    KwBoundedXmlReader m_bounded;
+    QXmlStreamReader& m_xml;
     DB::ReadResult* m_r;
 };
 
@@ -389,7 +415,8 @@ DB::ReadResult readOwn(const QByteArray& data, const char* wantedRoot, int limit
 // The first element's local name, or empty when there is none.
 QString rootName(const QByteArray& data)
 {
-    QXmlStreamReader xml(data);
+    KwBoundedXmlReader bounded(data, DB::MaxFileBytes);
+    QXmlStreamReader& xml = bounded.stream();
     while (!xml.atEnd())
         if (xml.readNext() == QXmlStreamReader::StartElement)
             return xml.name().toString();
@@ -524,7 +551,10 @@ ReadResult ReadSldmat(const QByteArray& data)
     if (data.trimmed().isEmpty())
         return fail(err("FileEmpty", "The file is empty."));
     ReadResult r;
-    QXmlStreamReader xml(data);
+    KwBoundedXmlReader bounded(data, MaxFileBytes);
+    if (bounded.refusal() != KwBoundedXmlReader::NotRefused)
+        return fail(refusalError(bounded.refusal()));
+    QXmlStreamReader& xml = bounded.stream();
     // Values of this format are SI without units. Its yield strength is called SIGYLD, which
     // is the shear limit here; the yield limit here is SIGXY.
     const auto keyOf = [](QStringView name) {
@@ -612,6 +642,9 @@ ReadResult ReadXml(const QByteArray& data)
 {
     if (data.size() > MaxFileBytes)
         return fail(err("FileTooLarge", "The file is too large to be a material file."));
+    const KwBoundedXmlReader::Refusal refused = KwBoundedXmlReader::Check(data, MaxFileBytes);
+    if (refused != KwBoundedXmlReader::NotRefused)
+        return fail(refusalError(refused));
     const QString root = rootName(data);
     if (root == QLatin1String("svrmat"))
         return ReadSvrmat(data);

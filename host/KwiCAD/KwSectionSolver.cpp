@@ -465,7 +465,11 @@ bool KwMeshSection(const std::vector<KwLoop>& input, int target, KwSectionMesh& 
     return ok;
 }
 
-bool KwSolveSection(const std::vector<KwLoop>& loops, KwSectionResult& out, int target)
+namespace {
+
+// The solution on loops as given; the products of the shear factors reach the 16th power of
+// the section's size, so the caller brings the section to unit size first.
+bool solveAsGiven(const std::vector<KwLoop>& loops, KwSectionResult& out, int target)
 {
     KwSectionResult r;
     KwSectionMesh mesh;
@@ -621,6 +625,58 @@ bool KwSolveSection(const std::vector<KwLoop>& loops, KwSectionResult& out, int 
     r.shearCenterX = ex.cx + a;
     r.shearCenterY = ex.cy + b;
     r.warping = cw;
+    out = r;
+    return true;
+}
+
+} // namespace
+
+bool KwSolveSection(const std::vector<KwLoop>& loops, KwSectionResult& out, int target)
+{
+    // Solved at unit size and scaled back by the powers of length each value carries, so that
+    // no intermediate over- or underflows; a section whose values cannot be represented has none.
+    double x0 = HUGE_VAL, x1 = -HUGE_VAL, y0 = HUGE_VAL, y1 = -HUGE_VAL;
+    for (const KwLoop& l : loops)
+        for (const Kw::Point& p : l) {
+            x0 = std::min(x0, p.x);
+            x1 = std::max(x1, p.x);
+            y0 = std::min(y0, p.y);
+            y1 = std::max(y1, p.y);
+        }
+    const double extent = std::max(x1 - x0, y1 - y0);
+    if (!std::isfinite(extent) || !(extent > 0))
+        return false;
+    // A power of two: scaling is exact, so the mesh (and every tie the ear clipping breaks)
+    // is the one of the section as given.
+    const int e = std::ilogb(extent);
+    const double down = std::ldexp(1.0, -e);
+    std::vector<KwLoop> unit = loops;
+    for (KwLoop& l : unit)
+        for (Kw::Point& p : l)
+            p = {p.x * down, p.y * down};
+    KwSectionResult r;
+    if (!solveAsGiven(unit, r, target))
+        return false;
+    const double size = std::ldexp(1.0, e), s2 = std::ldexp(1.0, 2 * e),
+                 s4 = std::ldexp(1.0, 4 * e), s6 = std::ldexp(1.0, 6 * e);
+    r.exact.area *= s2;
+    r.exact.cx *= size;
+    r.exact.cy *= size;
+    r.exact.ixx *= s4;
+    r.exact.iyy *= s4;
+    r.exact.ixy *= s4;
+    r.torsion *= s4;
+    r.shearCenterX *= size;
+    r.shearCenterY *= size;
+    r.warping *= s6;
+    const double all[] = {r.exact.area, r.exact.cx, r.exact.cy, r.exact.ixx, r.exact.iyy,
+                          r.exact.ixy, r.principalAngle, r.torsion, r.shearFactorX,
+                          r.shearFactorY, r.shearCenterX, r.shearCenterY, r.warping};
+    for (double v : all)
+        if (!std::isfinite(v))
+            return false;
+    if (!(r.exact.area > 0) || !(r.exact.ixx > 0) || !(r.exact.iyy > 0))
+        return false;
     out = r;
     return true;
 }

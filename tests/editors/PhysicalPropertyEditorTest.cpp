@@ -120,10 +120,12 @@ TEST_F(PhysicalPropertyEditor, beamSectionRoundTripsThroughTheDefinitionDialog)
     kwtest::AnswerModals([&] { d->DefineCrossSection(); }, QMessageBox::Ok,
                          [&](QWidget* w) { change(w, false); });
     EXPECT_DOUBLE_EQ(d->GetEditObject()->m_dimA[0], 0.02);
+    EXPECT_EQ(KwControl<QLabel>(d, 7624)->text(), "Box 20x20x2 (BOX)");
 
     kwtest::AnswerModals([&] { d->DefineCrossSection(); }, QMessageBox::Ok,
                          [&](QWidget* w) { change(w, true); });
     EXPECT_DOUBLE_EQ(d->GetEditObject()->m_dimA[0], 0.03);
+    EXPECT_EQ(KwControl<QLabel>(d, 7624)->text(), "BOX") << "a 30 wide box is no 20x20x2";
     EXPECT_DOUBLE_EQ(beam()->m_dimA[0], 0.02) << "the model waits for the editor's OK";
     ok(d);
     EXPECT_DOUBLE_EQ(beam()->m_dimA[0], 0.03);
@@ -137,7 +139,8 @@ TEST_F(PhysicalPropertyEditor, pipeIsATubeAndAnInvalidSectionIsRefused)
     ASSERT_NE(d, nullptr);
     KwControl<QComboBox>(d, 7622)->setCurrentIndex(CKwPhysicalProperty::KindPipe);
     EXPECT_EQ(d->GetEditObject()->m_sectionShape, CKwPhysicalProperty::TUBE);
-    EXPECT_EQ(KwControl<QLabel>(d, 7624)->text(), "Box 20x20x2 (TUBE)");
+    // The name belonged to the box: the label names what the section is now.
+    EXPECT_EQ(KwControl<QLabel>(d, 7624)->text(), "TUBE");
     ok(d);
     EXPECT_TRUE(d->isVisible()) << "a tube without dimensions is no section";
     EXPECT_TRUE(host.view->GetLastBubbleText().startsWith("Cross Section - \n '"));

@@ -142,3 +142,60 @@ TEST(Numbers, viewParsesFieldsIntoValuesOrMissing)
     EXPECT_TRUE(IsMissingValue(
         CFMView::GetDoubleFromString(&mm, QStringLiteral("inf"), KwUnitKind::Length, 0)));
 }
+
+// A typed number whose internal value is exactly the missing-value marker would be stored as
+// "unset" while the field said it was read; one that overflows would store infinity. Both are
+// refused as out of range, in every kind and system.
+TEST(Units, parseRefusesValuesLandingOnTheMarkerOrBeyondTheFiniteRange)
+{
+    const struct
+    {
+        KW_UOM::System system;
+        int kind;
+        const char* text;
+        int status;
+    } cases[] = {
+        // -1e24 MPa is -1e30 Pa: the marker itself.
+        {KW_UOM::MMNS, KwUnitKind::Stress, "-1e24", KW_UOM::ParseOutOfRange},
+        {KW_UOM::MMNS, KwUnitKind::Pressure, "-1e24 MPa", KW_UOM::ParseOutOfRange},
+        {KW_UOM::SI, KwUnitKind::Force, "-1e30", KW_UOM::ParseOutOfRange},
+        {KW_UOM::SI, KwUnitKind::Dimensionless, "-1e30", KW_UOM::ParseOutOfRange},
+        // Next to the marker is an ordinary value.
+        {KW_UOM::MMNS, KwUnitKind::Stress, "-1.0000001e24", KW_UOM::ParseOk},
+        {KW_UOM::SI, KwUnitKind::Force, "1e30", KW_UOM::ParseOk},
+        // Finite as typed, infinite inside.
+        {KW_UOM::MMNS, KwUnitKind::Density, "1e300", KW_UOM::ParseOutOfRange},
+        {KW_UOM::MMNS, KwUnitKind::Stress, "-1e303 MPa", KW_UOM::ParseOutOfRange},
+        {KW_UOM::IPS, KwUnitKind::Mass, "1e305", KW_UOM::ParseOk},
+        {KW_UOM::IPS, KwUnitKind::Mass, "1.1e306", KW_UOM::ParseOutOfRange},
+    };
+    for (const auto& c : cases) {
+        int status = -1;
+        const double v =
+            KW_UOM(c.system).ParseQuantity(QString::fromLatin1(c.text), c.kind, &status);
+        EXPECT_EQ(status, c.status) << c.text << " kind " << c.kind;
+        EXPECT_EQ(IsMissingValue(v), c.status != KW_UOM::ParseOk) << c.text;
+    }
+
+    // Every kind in every system: the text that shows the marker never reads as a value that
+    // is the marker.
+    int landed = 0;
+    for (KW_UOM::System s : {KW_UOM::SI, KW_UOM::MMNS, KW_UOM::IPS}) {
+        const KW_UOM u(s);
+        for (int kind : kAllKinds) {
+            const double shown = u.GetDisplayValue(MissingDouble, kind);
+            for (const QString& text : {QString::number(shown, 'g', 17),
+                                        QString::number(shown, 'g', 17) + QStringLiteral("  ") + u.GetUnits(kind)}) {
+                if (IsMissingValue(u.ToInternalValue(KwAtof(text), kind)))
+                    ++landed;
+                int status = -1;
+                const double v = u.ParseQuantity(text, kind, &status);
+                EXPECT_EQ(status == KW_UOM::ParseOk, !IsMissingValue(v))
+                    << qPrintable(text) << " system " << s << " kind " << kind;
+                EXPECT_TRUE(std::isfinite(v));
+            }
+        }
+    }
+    // The sweep above is only worth something if the marker's own text reads back onto it.
+    EXPECT_GT(landed, 20);
+}

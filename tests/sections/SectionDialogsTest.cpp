@@ -15,7 +15,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDomDocument>
+#include <QFileInfo>
 #include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -168,7 +171,14 @@ TEST_F(SectionDialogsTest, okWritesOnlyAValidSection)
     host.view->ClearBubbleRecord();
     rec = kwtest::AnswerModals([&] { d->OnDefineCSOK(); });
     EXPECT_EQ(rec.count(), 0);
-    EXPECT_EQ(host.view->GetLastBubbleText(), mm.GetErrorMessageForUnit(KwUnitKind::Length));
+    EXPECT_EQ(host.view->GetLastBubbleText(),
+              QStringLiteral("'12x' is not a valid number. Enter a number in mm."));
+    // A length whose section values could not be represented is refused the same way.
+    edit(d, Dlg::IDC_ENDA_DIM1 + 4)->setText(QStringLiteral("1e16"));
+    rec = kwtest::AnswerModals([&] { d->OnDefineCSOK(); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_EQ(host.view->GetLastBubbleText(), mm.GetErrorMessageForUnit(QStringLiteral("1e16"), KwUnitKind::Length));
+    EXPECT_DOUBLE_EQ(p.m_dimA[4], 0.012);
     // A tapered beam with an invalid End B is refused too.
     edit(d, Dlg::IDC_ENDA_DIM1 + 4)->setText(QStringLiteral("12"));
     edit(d, Dlg::IDC_ENDA_DIM1 + 5)->setText(QStringLiteral("14"));
@@ -322,9 +332,9 @@ TEST_F(SectionDialogsTest, reportsInBothFormsWithinItsLimits)
     CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
 }
 
-// On screen every value stands in one column right of the widest label, whatever tab runs
-// the report text has; the report itself is left as built.
-TEST_F(SectionDialogsTest, reportShowsItsValuesInOneColumn)
+// The report goes into its edit as built, tabs and all; tab stops lay it out. One button
+// closes the dialog.
+TEST_F(SectionDialogsTest, reportShowsItsTextUnchangedAndCloses)
 {
     double v[KwSectionValue::Count] = {};
     for (int i = 0; i < 22; ++i)
@@ -332,21 +342,163 @@ TEST_F(SectionDialogsTest, reportShowsItsValuesInOneColumn)
     for (int form : {0, int(CSectionProp::kPipeForm)}) {
         auto* d = new CSectionProp(nullptr, {}, v, 0, 0, 0, &mm, 0, form);
         d->Create();
+        d->show();
         auto* edit = KwControl<QPlainTextEdit>(d, CSectionProp::IDC_REPORT);
         ASSERT_NE(edit, nullptr);
-        const QString shown = edit->toPlainText();
         QString report = d->GetReport();
-        report.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        EXPECT_EQ(QString(shown).remove(QLatin1Char('\t')), report.remove(QLatin1Char('\t')));
-        const QFontMetricsF fm(edit->font());
-        for (const QString& line : shown.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-            EXPECT_EQ(line.count(QLatin1Char('\t')), 1) << line.toStdString();
-            EXPECT_LT(fm.horizontalAdvance(line.section(QLatin1Char('\t'), 0, 0)),
-                      edit->tabStopDistance())
-                << line.toStdString();
-        }
+        EXPECT_TRUE(report.contains(QStringLiteral("\t\t")));
+        EXPECT_EQ(edit->toPlainText(), report.replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+        EXPECT_GE(edit->tabStopDistance(), 4 * QFontMetricsF(edit->font()).averageCharWidth());
+        auto* close = KwControl<QPushButton>(d, CSectionProp::IDC_CLOSE);
+        ASSERT_NE(close, nullptr);
+        EXPECT_EQ(close->text(), QStringLiteral("Close"));
+        close->click();
+        EXPECT_FALSE(d->isVisible());
         delete d;
     }
+}
+
+// End B follows the tapered flag as a whole (label, edits, Draw End B); section mode 2 and the
+// shape's count then keep edits from input. Both property columns are headed, and a tapered
+// definition fills both.
+TEST_F(SectionDialogsTest, endBFollowsTheTaperedFlag)
+{
+    struct Case
+    {
+        int mode, tapered;
+        bool drawB, editB;
+    };
+    const Case cases[] = {{0, 0, false, false}, {0, 1, true, true}, {2, 1, true, false},
+                          {2, 0, false, false}};
+    for (const Case& c : cases) {
+        P p = beam(P::BAR, {20, 40});
+        p.m_sectionMode = c.mode;
+        p.m_tapered = c.tapered;
+        p.m_dimB = {0.01, 0.03, M, M, M, M};
+        Dlg* d = open(&p, &mm);
+        SCOPED_TRACE(std::to_string(c.mode) + " " + std::to_string(c.tapered));
+        EXPECT_EQ(KwFindControl(d, Dlg::IDC_DRAW_ENDB)->isEnabled(), c.drawB);
+        EXPECT_EQ(KwFindControl(d, Dlg::IDC_LABEL_ENDB)->isEnabled(), c.drawB);
+        EXPECT_EQ(edit(d, Dlg::IDC_ENDB_DIM1)->isEnabled(), c.editB);
+        EXPECT_FALSE(edit(d, Dlg::IDC_ENDB_DIM1 + 3)->isEnabled()); // DIM3: BAR has two
+        EXPECT_EQ(KwGetControlText(d, Dlg::IDC_LABEL_PROP_ENDA), QStringLiteral("End A"));
+        EXPECT_EQ(KwGetControlText(d, Dlg::IDC_LABEL_PROP_ENDB), QStringLiteral("End B"));
+        // End B's area (10 x 30 mm) stands beside End A's when tapered.
+        EXPECT_EQ(edit(d, Dlg::IDC_PROP_ENDB_FIRST)->text(),
+                  c.drawB ? QStringLiteral("300.000") : QString());
+        delete d;
+    }
+    // Toggling the box and loading a tapered file switch End B as a whole.
+    P p = beam(P::I, {200, 100, 100, 8, 12, 12});
+    Dlg* d = open(&p, &mm);
+    auto* box = KwControl<QCheckBox>(d, Dlg::IDC_CHECK_TAPERED);
+    box->click();
+    EXPECT_TRUE(KwFindControl(d, Dlg::IDC_DRAW_ENDB)->isEnabled());
+    EXPECT_TRUE(edit(d, Dlg::IDC_ENDB_DIM1 + 5)->isEnabled()); // DIM6 of End B
+    box->click();
+    EXPECT_FALSE(KwFindControl(d, Dlg::IDC_DRAW_ENDB)->isEnabled());
+    EXPECT_FALSE(KwFindControl(d, Dlg::IDC_LABEL_ENDB)->isEnabled());
+    EXPECT_TRUE(edit(d, Dlg::IDC_PROP_ENDB_FIRST)->text().isEmpty());
+    ASSERT_TRUE(d->LoadFromBytes("<KwiWorks><Property><Section Shape='BAR'/><EndA DIM1='20'/>"
+                                 "<EndA DIM2='40'/><EndB DIM1='10'/><EndB DIM2='30'/>"
+                                 "</Property></KwiWorks>"));
+    EXPECT_TRUE(KwFindControl(d, Dlg::IDC_DRAW_ENDB)->isEnabled());
+    EXPECT_EQ(edit(d, Dlg::IDC_PROP_ENDB_FIRST)->text(), QStringLiteral("300.000"));
+    delete d;
+}
+
+TEST_F(SectionDialogsTest, aFailedSaveSaysSoAndKeepsTheOldFile)
+{
+    QTemporaryDir dir;
+    P p = beam(P::BAR, {20, 40});
+    Dlg* d = open(&p, &mm);
+    const QString missing = dir.filePath(QStringLiteral("no/such/folder/section.xml"));
+    d->SetFileChooser([&](bool) { return missing; });
+    auto rec = kwtest::AnswerModals([&] { d->OnBnClickedSave(); });
+    ASSERT_EQ(rec.boxTexts.size(), 1);
+    EXPECT_TRUE(rec.boxTexts[0].startsWith(QStringLiteral("The section could not be saved to ")));
+    EXPECT_TRUE(rec.boxTexts[0].contains(QStringLiteral("section.xml")));
+    // A good save says nothing.
+    const QString path = dir.filePath(QStringLiteral("section.xml"));
+    d->SetFileChooser([&](bool) { return path; });
+    rec = kwtest::AnswerModals([&] { d->OnBnClickedSave(); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_TRUE(QFileInfo::exists(path));
+    delete d;
+}
+
+// The drawing: the section's box fitted with one scale and a 5 % margin on the governing side
+// and centred on the other; circles with a tenth of the area as margin; "Invalid Shape!" in
+// the current language and nothing blue for a section that is none.
+TEST_F(SectionDialogsTest, drawsToScaleCentredOrSaysInvalid)
+{
+    auto draw = [&](P& p, QSize size) {
+        Dlg* d = open(&p, &mm);
+        QImage img(size, QImage::Format_RGB32);
+        QPainter painter(&img);
+        d->DrawCrossSection(1, &painter, QRect(QPoint(0, 0), size));
+        painter.end();
+        delete d;
+        return img;
+    };
+    // Bounding box of the pixels that are clearly blue, and the count of dark ones.
+    struct Ink
+    {
+        QRect blue;
+        int dark = 0;
+    };
+    auto ink = [](const QImage& img) {
+        Ink r;
+        int x0 = img.width(), y0 = img.height(), x1 = -1, y1 = -1;
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x) {
+                const QColor c = img.pixelColor(x, y);
+                if (c.blue() > 150 && c.red() < 100 && c.green() < 100) {
+                    x0 = std::min(x0, x);
+                    x1 = std::max(x1, x);
+                    y0 = std::min(y0, y);
+                    y1 = std::max(y1, y);
+                }
+                if (c.red() < 80 && c.green() < 80 && c.blue() < 80)
+                    ++r.dark;
+            }
+        if (x1 >= 0)
+            r.blue = QRect(QPoint(x0, y0), QPoint(x1, y1));
+        return r;
+    };
+    struct Case
+    {
+        int shape;
+        std::array<double, 6> mm;
+        QSize area;
+        QRectF expected; // where the outline's box lands
+    };
+    const Case cases[] = {
+        // 100 x 50 in 400 x 400: width governs, 380 wide, 190 high, centred.
+        {P::BAR, {100, 50}, {400, 400}, {10, 105, 380, 190}},
+        // 50 x 100 in 400 x 300: height governs, 285 high, 142.5 wide, centred.
+        {P::BAR, {50, 100}, {400, 300}, {128.75, 7.5, 142.5, 285}},
+        // Diameter 20 in 400 x 300: 270 across, centred.
+        {P::ROD, {10}, {400, 300}, {65, 15, 270, 270}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(P::ShapeName(c.shape).toStdString());
+        P p = beam(c.shape, c.mm);
+        const Ink i = ink(draw(p, c.area));
+        ASSERT_FALSE(i.blue.isNull());
+        EXPECT_NEAR(i.blue.left(), c.expected.left(), 3);
+        EXPECT_NEAR(i.blue.right(), c.expected.right(), 3);
+        EXPECT_NEAR(i.blue.top(), c.expected.top(), 3);
+        EXPECT_NEAR(i.blue.bottom(), c.expected.bottom(), 3);
+    }
+    P invalid = beam(P::I, {200, 100, 100, 8, 120, 100});
+    const Ink english = ink(draw(invalid, {400, 300}));
+    EXPECT_TRUE(english.blue.isNull());
+    EXPECT_GT(english.dark, 20);
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage(QStringLiteral("qps")));
+    const Ink pseudo = ink(draw(invalid, {400, 300}));
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+    EXPECT_GT(pseudo.dark, english.dark) << "the text is the language's";
 }
 
 TEST_F(SectionDialogsTest, selectionGroupsByFirstOccurrenceAndCountsInTheGroup)
@@ -403,6 +555,13 @@ TEST_F(SectionDialogsTest, speaksGerman)
     EXPECT_EQ(d->windowTitle(), QStringLiteral("Querschnittsdefinition"));
     EXPECT_EQ(KwGetControlText(d, Dlg::IDC_CHECK_TAPERED), QStringLiteral("Verjüngter Balken"));
     EXPECT_EQ(KwGetControlText(d, Dlg::IDC_DRAW_ENDA), QStringLiteral("Ansicht Ende A"));
+    // The bad-number bubble names the text and the unit in the current language.
+    edit(d, Dlg::IDC_ENDA_DIM1)->setText(QStringLiteral("abc"));
+    host.view->ClearBubbleRecord();
+    const auto rec = kwtest::AnswerModals([&] { d->OnDefineCSOK(); });
+    EXPECT_EQ(rec.count(), 0);
+    EXPECT_EQ(host.view->GetLastBubbleText(),
+              QStringLiteral("'abc' ist keine gültige Zahl. Geben Sie eine Zahl in mm ein."));
     delete d;
     double v[KwSectionValue::Count] = {};
     const QString r = CSectionProp::BuildReport(v, 0, 0, mm, 0);

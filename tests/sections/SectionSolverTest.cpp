@@ -149,7 +149,8 @@ TEST(SectionSolver, everyShapeGivesAFiniteSectionAndTurnsInQuarterSteps)
         p.m_rotationSteps = 1;
         ASSERT_TRUE(p.ComputeSectionProperties(1, turned));
         EXPECT_NEAR(turned[KwSectionValue::Izz] / v[KwSectionValue::Iyy], 1, 1e-9);
-        EXPECT_NEAR(turned[KwSectionValue::Torsion] / v[KwSectionValue::Torsion], 1, 1e-6);
+        EXPECT_NEAR(turned[KwSectionValue::Torsion] / v[KwSectionValue::Torsion], 1, 1e-6)
+            << P::ShapeName(s).toStdString();
         EXPECT_NEAR(turned[KwSectionValue::Rotation], M_PI / 2, 1e-12);
         // A bad dimension gives no outline and no values.
         p.m_dimA[0] = -p.m_dimA[0];

@@ -122,8 +122,10 @@ public:
     static double GetDoubleFromString(const KW_UOM* units, const QString& text, int unitType,
                                       int convert);
     // The view's check of a number field of a unit type: one finite number (blanks around it
-    // allowed, the locale's decimal separator too). Every unit type takes any such number.
+    // allowed, the locale's decimal separator too). Lengths are at most LargestLength in
+    // magnitude; every other unit type takes any such number.
     static bool IsValidNumberString(const QString& text, int unitType);
+    static constexpr double LargestLength = 1e15;
 
 Q_SIGNALS:
     void solverRunningChanged(bool running);

@@ -36,6 +36,8 @@ public:
     static QString ShapeName(int code);        // "" outside 0..19
     static int ShapeFromName(const QString& name); // -1 when unknown
     static int ShapeDimensionCount(int code);  // 0 outside 0..19
+    // The shapes an element kind takes: a pipe only TUBE, a bar all but L, a beam all.
+    static bool ShapeFitsElementKind(int code, int elementKind);
     void GetSectionName(QString& name) const { name = ShapeName(m_sectionShape); }
     int GetSectionTypeFromName(const QString& name) const { return ShapeFromName(name); }
 
@@ -49,6 +51,13 @@ public:
     // which are circles: see the Rod/Tube operations).
     void GetSectionLoopPoints(Kw::Point (*loops)[kMaxLoopPoints], int& loopCount,
                               int* pointCounts, int end) const;
+    // The shape rules, the one check of dimensions on every path (dialog, file, profile library,
+    // API): 0 valid, 1 nothing entered, 2 a dimension of magnitude below 1e-15, 3 a missing
+    // dimension, a failed rule or an unknown shape. Only magnitudes are tested for zero.
+    static int CheckShapeDimensions(int shape, const double* dims);
+    // The rules pass and every dimension the shape uses is finite and positive: the only
+    // dimensions the host builds an outline or computes values for.
+    static bool IsValidShape(int shape, const double* dims);
     // The outline for a shape and dimensions (no rotation), as above. Returns the loop count.
     static int BuildShapeLoops(int shape, const double* dims, Kw::Point (*loops)[kMaxLoopPoints],
                                int* pointCounts);

@@ -7,6 +7,8 @@
 #include "CKwFEUIBase.h"
 #include "CKwPhysicalProperty.h"
 
+#include <array>
+
 class KW_UOM;
 
 class KWICAD_EXPORT CKwUIPhysicalProperty : public CKwFEUIBase<CKwPhysicalProperty>
@@ -37,7 +39,9 @@ public:
     // The section as the editor shows it: the section's name and its shape ("BOX"), or the
     // shape alone.
     QString GetSectionText() const;
-    // The edit copy's section was redefined: its area follows, the section text is refilled.
+    // The edit copy's section was redefined: its area follows, the section text is refilled,
+    // and a section name that no longer describes the section (another shape or other
+    // dimensions than it was loaded with) is dropped.
     void OnSectionDefined();
 
     // A shell option as its edit shows it ("%.10g", the offset in the display length unit).
@@ -53,5 +57,17 @@ protected:
     QList<CKwPhysicalProperty*>* GetModelList() const override;
 
 private:
+    // The section the name was loaded with.
+    struct NamedSection
+    {
+        int shape = -1;
+        std::array<double, 6> a{}, b{};
+        int tapered = 0;
+        bool operator==(const NamedSection&) const = default;
+    };
+    static NamedSection sectionOf(const CKwPhysicalProperty& p);
+    void dropStaleSectionName();
+
     bool m_badThickness = false;
+    NamedSection m_named;
 };

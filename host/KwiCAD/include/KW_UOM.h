@@ -75,8 +75,8 @@ public:
     // Reads a typed quantity: a number, optionally followed by this system's unit label of the
     // kind ("12.5", "12.5 MPa" in mm-N-MPa). A label of another system ("3 lbf" here) is
     // ParseWrongUnit with that label in *unitSeen, so the user is told instead of the number
-    // being taken in the wrong unit. A number whose internal value is not finite is
-    // ParseOutOfRange. Returns the internal value, or MissingDouble when the status is not
+    // being taken in the wrong unit. A number whose internal value is not finite, or is exactly
+    // MissingDouble, is ParseOutOfRange. Returns the internal value, or MissingDouble when the status is not
     // ParseOk.
     double ParseQuantity(const QString& text, int unitKind, int* status,
                          QString* unitSeen = nullptr) const;
