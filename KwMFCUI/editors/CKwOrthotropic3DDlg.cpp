@@ -163,11 +163,12 @@ void CKwOrthotropic3DDlg::OnOK()
             copy.SetValue(key, MissingDouble);
             continue;
         }
-        if (!IsNumber(text)) {
+        double v = 0;
+        if (!units()->ReadInternalValue(text, K::UnitKind(key), &v)) {
             showFieldError(static_cast<int>(r), units()->GetErrorMessageForUnit(K::UnitKind(key)));
             return;
         }
-        copy.SetValue(key, units()->ToInternalValue(KwAtof(text), K::UnitKind(key)));
+        copy.SetValue(key, v);
     }
     const CKwMaterial::Check check = copy.CheckValues();
     if (check.problem != CKwMaterial::NoProblem) {

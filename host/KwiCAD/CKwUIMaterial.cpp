@@ -135,16 +135,12 @@ void CKwUIMaterial::UpdateObjectData(bool)
             *out = MissingDouble;
             return;
         }
-        if (!IsNumber(text)) {
-            if (m_badCode == 0) {
-                m_badCode = code;
-                m_badText = text;
-            }
-            return;
-        }
         // Without a unit system values are shown in SI (angles in degrees).
         static const KW_UOM si(KW_UOM::SI);
-        *out = (units ? units : &si)->ToInternalValue(KwAtof(text), kind);
+        if (!(units ? units : &si)->ReadInternalValue(text, kind, out) && m_badCode == 0) {
+            m_badCode = code;
+            m_badText = text;
+        }
     };
     QString text;
     UpdateNameAndID(CodeName, CodeID);
@@ -283,12 +279,12 @@ bool CKwUIMaterial::SetPropertyText(const QString& key, const QString& text)
     const QString t = text.trimmed();
     if (t.isEmpty())
         return SetPropertyValue(key, MissingDouble);
-    if (!IsNumber(t))
-        return false;
     static const KW_UOM si(KW_UOM::SI);
     const KW_UOM* units = GetUnits();
-    return SetPropertyValue(key, (units ? units : &si)->ToInternalValue(KwAtof(t),
-                                                                        unitKindOfKey(key)));
+    double v = 0;
+    if (!(units ? units : &si)->ReadInternalValue(t, unitKindOfKey(key), &v))
+        return false;
+    return SetPropertyValue(key, v);
 }
 
 bool CKwUIMaterial::IsTypeOffered(int type, bool explicitEnabled)

@@ -106,11 +106,11 @@ void CKwUIPhysicalProperty::UpdateObjectData(bool)
                 text, formatValue(p->m_thickness, KwUnitKind::Length, *GetUnits())))
             return;
         // A text that is no number leaves the thickness as it was and is refused on submit.
-        m_badThickness = !text.isEmpty() && !IsNumber(text);
-        if (text.isEmpty())
-            p->m_thickness = MissingDouble;
-        else if (!m_badThickness)
-            p->m_thickness = GetUnits()->ToInternalValue(KwAtof(text), KwUnitKind::Length);
+        double v = MissingDouble;
+        m_badThickness =
+            !text.isEmpty() && !GetUnits()->ReadInternalValue(text, KwUnitKind::Length, &v);
+        if (!m_badThickness)
+            p->m_thickness = v;
     }
 }
 
@@ -267,10 +267,8 @@ bool CKwUIPhysicalProperty::SetShellOptionTexts(const QString (&texts)[ShellOpti
         if (KwEntityLogic::ShowsUnchanged(t, GetShellOptionText(i)))
             values[i] = i == ShellOffset ? p->m_shellOffset
                       : i == ShellBendingRatio ? p->m_bendingRatio : p->m_shearRatio;
-        else if (!IsNumber(t))
+        else if (!GetUnits()->ReadInternalValue(t, ShellOptionUnitKind(i), &values[i]))
             problem = GetUnits()->GetErrorMessageForUnit(ShellOptionUnitKind(i));
-        else
-            values[i] = GetUnits()->ToInternalValue(KwAtof(t), ShellOptionUnitKind(i));
         if (problem.isEmpty() && i != ShellOffset && !(values[i] > 0))
             problem = err("PhysicalProperties", "PositiveRatioRequired",
                           "Enter a ratio above zero.");

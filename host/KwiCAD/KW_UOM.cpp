@@ -121,6 +121,18 @@ double KW_UOM::ToInternalValue(double displayValue, int unitKind) const
     return (displayValue - offset) / scale;
 }
 
+bool KW_UOM::ReadInternalValue(const QString& text, int unitKind, double* internalValue) const
+{
+    if (!IsNumber(text))
+        return false;
+    const double v = ToInternalValue(KwAtof(text), unitKind);
+    if (!std::isfinite(v) || IsMissingValue(v))
+        return false;
+    if (internalValue)
+        *internalValue = v;
+    return true;
+}
+
 QString KW_UOM::GetUnits(int unitKind) const
 {
     const UnitRow* r = findRow(unitKind);

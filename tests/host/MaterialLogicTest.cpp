@@ -159,6 +159,8 @@ TEST_F(MaterialLogic, validationNamesTheFieldAndRefusesWhatCannotBeAMaterial)
         {CKwMaterial::Isotropic, "KX", "12,5", "Thermal Cond. - \n 'Enter a number"},
         {CKwMaterial::Isotropic, "EX", "1e400", "Elastic Modulus - \n 'Enter a number"},
         {CKwMaterial::Isotropic, "EX", "1e40", "Elastic Modulus - \n 'The value is too large"},
+        // -1e24 MPa is the missing-value marker inside: refused, never stored as "unset".
+        {CKwMaterial::Isotropic, "SIGXT", "-1e24", "Tensile Limit - \n 'Enter a number"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.key) + "=" + c.text);

@@ -175,6 +175,13 @@ TEST(Units, parseRefusesValuesLandingOnTheMarkerOrBeyondTheFiniteRange)
             KW_UOM(c.system).ParseQuantity(QString::fromLatin1(c.text), c.kind, &status);
         EXPECT_EQ(status, c.status) << c.text << " kind " << c.kind;
         EXPECT_EQ(IsMissingValue(v), c.status != KW_UOM::ParseOk) << c.text;
+        // The editors' reader of plain numbers draws the same line (a unit label is no number).
+        double read = 0;
+        EXPECT_EQ(KW_UOM(c.system).ReadInternalValue(QString::fromLatin1(c.text), c.kind, &read),
+                  c.status == KW_UOM::ParseOk)
+            << c.text;
+        if (c.status == KW_UOM::ParseOk)
+            EXPECT_EQ(read, v) << c.text;
     }
 
     // Every kind in every system: the text that shows the marker never reads as a value that

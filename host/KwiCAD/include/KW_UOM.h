@@ -58,6 +58,10 @@ public:
     double GetDisplayValue(double internalValue, int unitKind) const;
     // Shown value back to the internal value.
     double ToInternalValue(double displayValue, int unitKind) const;
+    // A typed number (no unit label) to its internal value. False when the text is no number or
+    // its internal value is not finite or is the missing-value marker, which would read back as
+    // unset: such a value is refused like a text that is no number.
+    bool ReadInternalValue(const QString& text, int unitKind, double* internalValue) const;
     // Unit label of a kind in this system ("mm", "MPa", "F", ...); empty for dimensionless and
     // unknown kinds.
     QString GetUnits(int unitKind) const;
