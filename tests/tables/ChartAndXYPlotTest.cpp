@@ -260,6 +260,40 @@ TEST(Chart, axisTitlesOfEveryPlotComeFromTheLanguageService)
         EXPECT_TRUE(chart->XAxisCaption().contains(c.x)) << chart->XAxisCaption().toStdString();
         EXPECT_TRUE(chart->YAxisCaption().contains(c.y)) << chart->YAxisCaption().toStdString();
     }
+
+    // The XY plot window: a host's English axis names are translated, names given in the
+    // user's language already (marked once in the pseudo-language) stay, unknown ones too.
+    const struct
+    {
+        const char* language;
+        QString xGiven, yGiven;
+        QString x, y;
+    } xy[] = {
+        {"de", QStringLiteral("Time"), QStringLiteral("Displacement"), QStringLiteral("Zeit"),
+         QStringLiteral("Verschiebung")},
+        {"de", QStringLiteral("Zeit"), QStringLiteral("Hub"), QStringLiteral("Zeit"),
+         QStringLiteral("Hub")},
+        {"qps", QStringLiteral("Time"), pre + QStringLiteral("Time~]"), pre + QStringLiteral("Time~]"),
+         pre + QStringLiteral("Time~]")},
+        {"de", QString(), QString(), QStringLiteral("X"), QStringLiteral("Y")},
+    };
+    for (const auto& c : xy) {
+        SCOPED_TRACE(c.language + (" " + c.xGiven.toStdString()));
+        CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(c.language));
+        CKwXYPlot plot(1, QStringLiteral("History"));
+        plot.m_xTitle = c.xGiven;
+        plot.m_yTitle = c.yGiven;
+        plot.m_xUnitType = KwUnitKind::Time;
+        plot.m_yUnitType = KwUnitKind::Length;
+        KW_UOM si;
+        auto* dlg = new CKwXYPlotDlg;
+        ASSERT_TRUE(dlg->Create(&plot, &si));
+        EXPECT_EQ(dlg->Chart()->XAxisCaption(),
+                  QStringLiteral("%1 (%2)").arg(c.x, si.GetUnits(KwUnitKind::Time)));
+        EXPECT_EQ(dlg->Chart()->YAxisCaption(),
+                  QStringLiteral("%1 (%2)").arg(c.y, si.GetUnits(KwUnitKind::Length)));
+        delete dlg;
+    }
 }
 
 } // namespace
