@@ -3,12 +3,15 @@
 #include "KwControls.h"
 #include "KwLangText.h"
 #include "KwMethodLogger.h"
+#include "KwStyle.h"
 #include "ui_CNLstatusDialog.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QProgressBar>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 #include <limits>
 
@@ -82,6 +85,25 @@ CNLstatusDialog::CNLstatusDialog(unsigned templateId, QWidget* parent)
     m_bars[0] = m_ui->barLoad;
     m_bars[1] = m_ui->barDisplacement;
     m_bars[2] = m_ui->barStep;
+    m_elapsed = m_ui->valueElapsed;
+    for (QLabel* l : m_values)
+        l->setAlignment(KwStyle::NumberAlignment);
+    m_elapsed->setAlignment(KwStyle::NumberAlignment);
+    // The percentage is written over the bar on purpose, centred, in the bar's own colours.
+    for (QProgressBar* bar : m_bars) {
+        bar->setAlignment(Qt::AlignCenter);
+        bar->setProperty("kwOverlay", true);
+    }
+    // Two blocks: the counters with the clock, then the bars, a rule and a group's space apart.
+    KwStyle::ApplyDialogLayout(m_ui->grid);
+    m_ui->grid->setHorizontalSpacing(KwStyle::ColumnSpacing);
+    m_ui->grid->setVerticalSpacing(KwStyle::RowSpacing);
+    m_ui->grid->setRowMinimumHeight(4, KwStyle::GroupSpacing);
+    m_tick = new QTimer(this);
+    // A few ticks a second: the shown second turns over within a quarter of a second of the
+    // clock's, and the text only changes when the second does.
+    m_tick->setInterval(250);
+    connect(m_tick, &QTimer::timeout, this, &CNLstatusDialog::showElapsed);
     // A status window follows the solver; it never takes the focus from the host's work.
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -126,7 +148,39 @@ void CNLstatusDialog::SetTextToCurrentLang()
                     : KwPropText("NLStatus", "LabelLoad", "Load")));
     m_ui->labelDisplacement->setText(
         KwLabel(KwPropText("NLStatus", "LabelDisplacement", "Displacement")));
+    m_ui->labelElapsed->setText(
+        KwLabel(KwPropText("NLStatus", "LabelElapsedTime", "Elapsed time")));
     applyStepLabel();
+    fitValueBoxes();
+}
+
+void CNLstatusDialog::fitValueBoxes()
+{
+    // Wide enough for a solver's longest values: a signed number in exponent form, or a count
+    // of a hundred thousand and more.
+    const QFontMetrics fm(m_values[0]->font());
+    const int text = qMax(fm.horizontalAdvance(QStringLiteral("-1.234567e+08")),
+                          KwStyle::CharsWidth(fm, KwStyle::NumberFieldChars));
+    const int frame = 2 * (m_values[0]->frameWidth() + m_values[0]->margin()) + 8;
+    for (QLabel* l : m_values)
+        l->setMinimumWidth(qMax(l->minimumWidth(), text + frame));
+    m_elapsed->setMinimumWidth(qMax(m_elapsed->minimumWidth(), text + frame));
+}
+
+QString CNLstatusDialog::ElapsedText(qint64 milliseconds)
+{
+    const qint64 s = qMax<qint64>(0, milliseconds) / 1000;
+    return QStringLiteral("%1:%2:%3")
+        .arg(s / 3600)
+        .arg(s / 60 % 60, 2, 10, QLatin1Char('0'))
+        .arg(s % 60, 2, 10, QLatin1Char('0'));
+}
+
+void CNLstatusDialog::showElapsed()
+{
+    const QString text = ElapsedText(m_clock.isValid() ? m_clock.elapsed() : 0);
+    if (m_elapsed->text() != text)
+        m_elapsed->setText(text);
 }
 
 void CNLstatusDialog::applyStepLabel()
@@ -155,6 +209,9 @@ void CNLstatusDialog::ResetStatus()
     for (QProgressBar* b : m_bars)
         setBarPosition(b, 0);
     m_bRunning = false;
+    m_tick->stop();
+    m_clock.invalidate();
+    showElapsed();
 }
 
 void CNLstatusDialog::showAndRaise()
@@ -198,6 +255,12 @@ void CNLstatusDialog::SetTitleString(const QString& title)
 void CNLstatusDialog::ProgressLine(const QString& text, bool& titleSet)
 {
     m_bRunning = true;
+    // The run's clock starts with its first line and ticks on its own between lines, so the
+    // time shown moves on while the solver works on a long step.
+    if (!m_clock.isValid())
+        m_clock.start();
+    if (!m_tick->isActive())
+        m_tick->start();
     if (!titleSet) {
         if (!m_bVisible) {
             m_bVisible = true;
@@ -222,6 +285,7 @@ void CNLstatusDialog::ProgressLine(const QString& text, bool& titleSet)
             applyStepLabel();
         }
     }
+    showElapsed();
 }
 
 void CNLstatusDialog::SetTemperatureLabel()

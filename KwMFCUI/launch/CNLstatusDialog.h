@@ -3,7 +3,9 @@
 // progress line per solver step (subcase, increment, iteration, three progress positions and
 // the step type). Rows: "Subcase", "Increment", "Iteration" show the first three values;
 // the bars "Load", "Displacement" and the step row (increment or sub-increment) show the
-// three positions. A thermal run renames the first bar row "Temperature".
+// three positions. A thermal run renames the first bar row "Temperature". The counters and
+// the bars stand in two blocks apart, so the counter "Increment" and the step bar's
+// "Increment" never read as one row twice. The window keeps its own clock of the run.
 #include "CKwMFCDialog.h"
 
 #include <QElapsedTimer>
@@ -12,6 +14,7 @@
 
 class QLabel;
 class QProgressBar;
+class QTimer;
 
 namespace Ui {
 class CNLstatusDialog;
@@ -57,6 +60,9 @@ public:
     void SetTemperatureLabel();
 
     bool IsRunning() const { return m_bRunning; }
+
+    // Time since the first progress line of the run, as "h:mm:ss" (hours go on past 99).
+    static QString ElapsedText(qint64 milliseconds);
     bool IsStatusVisible() const { return m_bVisible; }
 
 protected:
@@ -70,6 +76,8 @@ private:
     void applyStepLabel();
     void showAndRaise();
     void keepOnTop();
+    void showElapsed();
+    void fitValueBoxes();
 
     std::unique_ptr<Ui::CNLstatusDialog> m_ui;
     QLabel* m_values[3] = {};
@@ -81,4 +89,7 @@ private:
     bool m_bVisible = false;
     bool m_bWindowDestroyed = false;
     QElapsedTimer m_raised;
+    QLabel* m_elapsed = nullptr;
+    QElapsedTimer m_clock; // runs from the first line of a run to the reset
+    QTimer* m_tick = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "CKwXYPlotDlg.h"
 
+#include "CKwXMLUtils.h"
 #include "CKwXYPlot.h"
 #include "KW_UOM.h"
 #include "KwChart.h"
@@ -16,7 +17,21 @@ CKwXYPlotDlg* CKwXYPlotDlg::m_XYPlotDlg = nullptr;
 
 namespace {
 constexpr const char* kSection = "XYPlotDlg";
+
+// An axis title as the user reads it. A host names its axes in English or already in the
+// user's language; the common English names are looked up (section "XYPlotAxes", the name as
+// key), anything else stays as given. A name that went through the language service already
+// is not looked up twice. A missing name falls back to the axis letter.
+QString axisTitle(const QString& given, const char* letter)
+{
+    if (given.trimmed().isEmpty())
+        return KwPropText("XYPlotAxes", letter, letter);
+    if (given.contains(CKwXMLUtils::PseudoPrefix()))
+        return given;
+    return CKwXMLUtils::GetInternationalPropPageItemText(QStringLiteral("XYPlotAxes"), given,
+                                                         given);
 }
+} // namespace
 
 CKwXYPlotDlg::CKwXYPlotDlg(QWidget* parent) : CKwMFCDialog(kTemplateId, nullptr, parent)
 {
@@ -137,8 +152,13 @@ void CKwXYPlotDlg::SetTextToCurrentLang()
     if (m_pPlot) {
         const KW_UOM si;
         const KW_UOM* u = m_pUnits ? m_pUnits : &si;
-        m_chart->SetAxisTitles(m_pPlot->m_xTitle, u->GetUnits(m_pPlot->m_xUnitType),
-                               m_pPlot->m_yTitle, u->GetUnits(m_pPlot->m_yUnitType));
+        m_chart->SetAxisTitles(axisTitle(m_pPlot->m_xTitle, "X"),
+                               u->GetUnits(m_pPlot->m_xUnitType),
+                               axisTitle(m_pPlot->m_yTitle, "Y"),
+                               u->GetUnits(m_pPlot->m_yUnitType));
+    } else {
+        m_chart->SetAxisTitles(axisTitle(QString(), "X"), QString(), axisTitle(QString(), "Y"),
+                               QString());
     }
 }
 

@@ -12,6 +12,9 @@
 
 namespace {
 
+// Space between the plot's frame and the legend, and right of the legend.
+constexpr int kLegendGap = 10;
+
 const QColor kPalette[] = {QColor(0x1f, 0x5f, 0xbf), QColor(0xd0, 0x40, 0x20),
                            QColor(0x20, 0x90, 0x40), QColor(0x80, 0x40, 0xb0),
                            QColor(0xc0, 0x90, 0x00), QColor(0x20, 0x90, 0xa0)};
@@ -171,20 +174,22 @@ QRectF KwChart::VisibleRange() const
     QRectF r = DataRange();
     if (!m_rangeValid)
         return QRectF(0, 0, 1, 1);
-    auto widen = [](double& lo, double& hi) {
+    // Values: a little room below the lowest point and more above the highest, so the top
+    // of a curve stands clear of the frame. Steps: a small margin each side.
+    auto widen = [](double& lo, double& hi, double below, double above) {
         if (hi - lo <= 0) {
             const double d = lo == 0 ? 1.0 : std::fabs(lo) * 0.1;
             lo -= d;
             hi += d;
         } else {
-            const double m = (hi - lo) * 0.04;
-            lo -= m;
-            hi += m;
+            const double span = hi - lo;
+            lo -= span * below;
+            hi += span * above;
         }
     };
     double x0 = r.left(), x1 = r.right(), y0 = r.top(), y1 = r.bottom();
-    widen(x0, x1);
-    widen(y0, y1);
+    widen(x0, x1, 0.04, 0.04);
+    widen(y0, y1, kFootroom, kHeadroom);
     return QRectF(QPointF(x0, y0), QPointF(x1, y1));
 }
 
@@ -205,6 +210,26 @@ void KwChart::ResetZoom()
     update();
 }
 
+bool KwChart::legendShown() const
+{
+    if (!m_legend)
+        return false;
+    for (const Series& s : m_series)
+        if (!s.name.isEmpty())
+            return true;
+    return false;
+}
+
+int KwChart::legendWidth() const
+{
+    const QFontMetrics fm(font());
+    int w = 0;
+    for (const Series& s : m_series)
+        w = qMax(w, fm.horizontalAdvance(s.name));
+    // Swatch and padding; never more than a third of the widget, longer names are elided.
+    return qMin(w + 40, qMax(60, width() / 3));
+}
+
 QRect KwChart::PlotRect() const
 {
     const QFontMetrics fm(font());
@@ -212,8 +237,28 @@ QRect KwChart::PlotRect() const
                      fm.height() + 10;
     const int bottom = 2 * fm.height() + 12;
     const int top = fm.height() + 8;
-    const int right = 14;
+    const int right = legendShown() ? legendWidth() + 2 * kLegendGap : 14;
     return QRect(left, top, qMax(10, width() - left - right), qMax(10, height() - top - bottom));
+}
+
+QRect KwChart::LegendRect() const
+{
+    if (!legendShown())
+        return QRect();
+    const QFontMetrics fm(font());
+    const QRect area = PlotRect();
+    const int h = int(m_series.size()) * (fm.height() + 2) + 6;
+    return QRect(area.right() + 1 + kLegendGap, area.top(), legendWidth(), h);
+}
+
+QPointF KwChart::PointPixel(int series, int index) const
+{
+    if (series < 0 || series >= SeriesCount())
+        return {};
+    const Series& s = m_series[std::size_t(series)];
+    if (index < 0 || std::size_t(index) >= s.x.size())
+        return {};
+    return toPixel(s.x[std::size_t(index)], s.y[std::size_t(index)], VisibleRange(), PlotRect());
 }
 
 QPointF KwChart::toPixel(double x, double y, const QRectF& range, const QRect& area) const
@@ -435,21 +480,17 @@ void KwChart::paintEvent(QPaintEvent*)
     if (!anyPoint && !m_emptyText.isEmpty())
         p.drawText(area, Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
 
-    // Legend, top right inside the plot.
-    if (m_legend && !m_series.empty()) {
-        int wLegend = 0;
-        for (const Series& s : m_series)
-            wLegend = qMax(wLegend, fm.horizontalAdvance(s.name));
-        wLegend += 34;
-        const int hLegend = int(m_series.size()) * (fm.height() + 2) + 6;
-        QRect box(area.right() - wLegend - 6, area.top() + 6, wLegend, hLegend);
-        p.fillRect(box, QColor(255, 255, 255, 220));
+    // Legend, right of the plot.
+    const QRect box = LegendRect();
+    if (!box.isEmpty()) {
+        p.fillRect(box, palette().color(QPalette::Base));
         p.drawRect(box);
         int y = box.top() + 4;
+        const int textWidth = box.width() - 34;
         for (const Series& s : m_series) {
             p.fillRect(QRect(box.left() + 6, y + fm.height() / 2 - 2, 16, 4), s.color);
-            p.drawText(QRect(box.left() + 28, y, wLegend - 30, fm.height()), Qt::AlignLeft,
-                       s.name);
+            p.drawText(QRect(box.left() + 28, y, textWidth, fm.height()), Qt::AlignLeft,
+                       fm.elidedText(s.name, Qt::ElideRight, textWidth));
             y += fm.height() + 2;
         }
     }

@@ -70,6 +70,18 @@ public:
     // Line segments drawn by the last paint (for measuring the reduction).
     int LastSegmentCount() const { return m_lastSegments; }
 
+    // The plotting area inside the widget (room left for ticks, captions and the legend).
+    QRect PlotRect() const;
+    // Where the legend is drawn: right of the plotting area, so it never lies on a curve;
+    // empty when there is no legend to show.
+    QRect LegendRect() const;
+    // The pixel a point is drawn at in the current view.
+    QPointF PointPixel(int series, int index) const;
+    // Share of the shown value span left free above the highest point (and, smaller, below
+    // the lowest), so the top of a curve never touches the frame.
+    static constexpr double kHeadroom = 0.1;
+    static constexpr double kFootroom = 0.04;
+
     QSize sizeHint() const override { return {520, 340}; }
     QSize minimumSizeHint() const override { return {260, 180}; }
 
@@ -81,10 +93,9 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
-    // The plotting area inside the widget (room left for ticks and captions).
-    QRect PlotRect() const;
-
 private:
+    bool legendShown() const;
+    int legendWidth() const;
     QPointF toPixel(double x, double y, const QRectF& range, const QRect& area) const;
     void drawSeries(QPainter& p, const Series& s, const QRectF& range, const QRect& area);
     void updateReadout(const QPointF& pos);

@@ -10,11 +10,16 @@
 #include "KwConvergenceChart.h"
 #include "KwConvergenceData.h"
 #include "KwLangText.h"
+#include "KwStyle.h"
+#include "KwStyleCheck.h"
 #include "KwTestSupport.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QProgressBar>
+#include <QScopeGuard>
 #include <QScreen>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -347,11 +352,105 @@ TEST_F(StatusWindows, everyCaptionGoesThroughTheLanguageService)
     call(42, 8, L"1,2,3,10,20,30,x,F");
     call(89, 3, L"", 1);
     only<CKwMFCUIMeshConvergencePlot>()->show();
-    const QStringList bad = kwtest::UntranslatedCaptions(only<CNLstatusDialog>()) +
-                            kwtest::UntranslatedCaptions(only<CTransientStatusDialog>()) +
-                            kwtest::UntranslatedCaptions(only<CKwMFCUIMeshConvergencePlot>());
+    QStringList bad = kwtest::UntranslatedCaptions(only<CNLstatusDialog>()) +
+                      kwtest::UntranslatedCaptions(only<CTransientStatusDialog>()) +
+                      kwtest::UntranslatedCaptions(only<CKwMFCUIMeshConvergencePlot>());
+    // The plot's axis titles are painted, not widgets: ask the chart for them.
+    const KwChart* chart = only<CKwMFCUIMeshConvergencePlot>()->Chart();
+    for (const QString& axis : {chart->XAxisCaption(), chart->YAxisCaption()})
+        if (!axis.contains(CKwXMLUtils::PseudoPrefix()))
+            bad << QStringLiteral("axis \"%1\"").arg(axis);
     CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
     EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
+}
+
+TEST_F(StatusWindows, longValuesFitTheirBoxesInEveryLanguageAndFontSize)
+{
+    const QFont normal = QApplication::font();
+    const auto restore = qScopeGuard([&] {
+        QApplication::setFont(normal);
+        CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
+    });
+    const struct
+    {
+        const char* language;
+        int pointSize; // 0: the normal font
+    } cases[] = {{"en", 0}, {"de", 0}, {"en", 26}, {"de", 26}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.language) + " " + std::to_string(c.pointSize));
+        CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(c.language));
+        QFont f = normal;
+        if (c.pointSize)
+            f.setPointSize(c.pointSize);
+        QApplication::setFont(f);
+        call(41, 5, L"-1.234567e+08,100000,100000,35,28,60,x,S");
+        call(42, 7, L"100000,1.234567e+08,100000,70,55,100,x,F");
+        for (QWidget* w : {static_cast<QWidget*>(only<CNLstatusDialog>()),
+                           static_cast<QWidget*>(only<CTransientStatusDialog>())}) {
+            ASSERT_NE(w, nullptr);
+            w->show();
+            QApplication::processEvents();
+            EXPECT_EQ(KwStyleKeys(KwCheckStyle(w)), QStringList());
+            for (int i = 0; i < 3; ++i)
+                EXPECT_TRUE(KwControl<QLabel>(w, kValueIds[i])->alignment() & Qt::AlignRight)
+                    << "value " << i;
+        }
+        call(41, 2);
+        dropAll();
+    }
+}
+
+TEST_F(StatusWindows, countersAndBarsStandInTwoBlocksSoTheTwoIncrementRowsReadApart)
+{
+    for (unsigned id : {41u, 42u}) {
+        call(id, id == 41 ? 5 : 7, L"1,2,3,10,20,30,x,F");
+        QWidget* w = id == 41 ? static_cast<QWidget*>(only<CNLstatusDialog>())
+                              : static_cast<QWidget*>(only<CTransientStatusDialog>());
+        ASSERT_NE(w, nullptr);
+        QApplication::processEvents();
+        // The same caption twice, as the solver's step type asks; only their places differ.
+        EXPECT_EQ(caption(w, 4112), caption(w, kStepCaption));
+        int counters = 0;
+        for (QLabel* l : w->findChildren<QLabel*>())
+            if (l->property("kwData").toBool())
+                counters = std::max(counters, l->geometry().bottom());
+        int bars = w->height();
+        for (QProgressBar* b : w->findChildren<QProgressBar*>())
+            bars = std::min(bars, b->geometry().top());
+        EXPECT_GE(bars - counters, 2 * KwStyle::RowSpacing + KwStyle::GroupSpacing / 2)
+            << "window " << id;
+        call(id, 2);
+    }
+}
+
+TEST_F(StatusWindows, elapsedTimeRunsOnTheWindowsOwnClockFromTheFirstLineToTheReset)
+{
+    const struct
+    {
+        qint64 ms;
+        const char* text;
+    } formats[] = {{0, "0:00:00"},       {999, "0:00:00"},         {61000, "0:01:01"},
+                   {3599999, "0:59:59"}, {3600000, "1:00:00"},     {-5, "0:00:00"},
+                   {360000000, "100:00:00"}};
+    for (const auto& f : formats)
+        EXPECT_EQ(CNLstatusDialog::ElapsedText(f.ms), QString::fromLatin1(f.text)) << f.ms;
+
+    constexpr int kElapsed = 4104;
+    call(41, 5, L"1,1,1,0,0,0,x,F");
+    CNLstatusDialog* w = only<CNLstatusDialog>();
+    ASSERT_NE(w, nullptr);
+    EXPECT_EQ(caption(w, kElapsed), QStringLiteral("0:00:00"));
+    // No line comes for a while: the window's clock still moves the time on.
+    QTest::qWait(1150);
+    EXPECT_NE(caption(w, kElapsed), QStringLiteral("0:00:00"));
+    call(41, 5, L"1,1,2,0,0,0,x,F");
+    EXPECT_NE(caption(w, kElapsed), QStringLiteral("0:00:00"));
+    call(41, 2);
+    EXPECT_EQ(caption(w, kElapsed), QStringLiteral("0:00:00"));
+    QTest::qWait(1100);
+    EXPECT_EQ(caption(w, kElapsed), QStringLiteral("0:00:00")) << "a reset stops the clock";
+    call(41, 5, L"1,1,1,0,0,0,x,F");
+    EXPECT_EQ(caption(w, kElapsed), QStringLiteral("0:00:00")) << "a new run starts at zero";
 }
 
 // --- the convergence plot ---

@@ -1,5 +1,9 @@
 // The chart every plot draws with, and the XY plot window the host drives through kinds 39
 // and 40.
+#include "CFMView.h"
+#include "CKwTable.h"
+#include "CKwTableDialog.h"
+#include "CKwXMLUtils.h"
 #include "CKwXYPlot.h"
 #include "CKwXYPlotDlg.h"
 #include "KW_UOM.h"
@@ -9,6 +13,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -147,6 +152,148 @@ TEST(XYPlotWindow, oneWindowFedByKind40InDisplayUnits)
     dlg->OnCancel();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+}
+
+
+TEST(Chart, legendLiesBesideTheCurvesWithHeadroomAboveTheTopPoint)
+{
+    // Curves that reach every corner of the plot, the top right one (where a legend inside
+    // the plot would sit) first of all.
+    std::vector<double> rise, riseY, dense, denseY;
+    for (int i = 0; i <= 40; ++i) {
+        rise.push_back(i);
+        riseY.push_back(i * i);
+    }
+    for (int i = 0; i < 5000; ++i) {
+        dense.push_back(i);
+        denseY.push_back(std::sin(i * 0.01) * 100 + i * 0.02);
+    }
+    const struct
+    {
+        const char* name;
+        QSize size;
+        std::vector<QString> series;
+        const std::vector<double>* x;
+        const std::vector<double>* y;
+    } cases[] = {
+        {"rising to the top right", {520, 340}, {QStringLiteral("Node 12")}, &rise, &riseY},
+        {"two series", {640, 420}, {QStringLiteral("Subcase 1"), QStringLiteral("Subcase 2")},
+         &dense, &denseY},
+        {"long name, narrow chart",
+         {300, 200},
+         {QStringLiteral("Verschiebung am Knoten 40 in Richtung Z der Teilstruktur")},
+         &rise,
+         &riseY},
+        {"flat line", {400, 300}, {QStringLiteral("constant")}, &rise, nullptr},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        KwChart chart;
+        chart.resize(c.size);
+        for (std::size_t k = 0; k < c.series.size(); ++k) {
+            chart.AddSeries(c.series[k]);
+            std::vector<double> y = c.y ? *c.y : std::vector<double>(c.x->size(), 3.0);
+            for (double& v : y)
+                v *= double(k + 1) * 0.5;
+            chart.SetSeriesData(int(k), *c.x, std::move(y));
+        }
+        QImage img(chart.size(), QImage::Format_ARGB32_Premultiplied);
+        chart.render(&img);
+        const QRect legend = chart.LegendRect();
+        const QRect area = chart.PlotRect();
+        ASSERT_FALSE(legend.isEmpty());
+        EXPECT_TRUE(chart.rect().contains(legend)) << "the legend is cut off";
+        double top = area.bottom();
+        for (int k = 0; k < chart.SeriesCount(); ++k)
+            for (std::size_t i = 0; i < chart.GetSeries(k).x.size(); ++i) {
+                const QPointF px = chart.PointPixel(k, int(i));
+                ASSERT_FALSE(legend.adjusted(-2, -2, 2, 2).contains(px.toPoint()))
+                    << "series " << k << " point " << i;
+                top = std::min(top, px.y());
+            }
+        // The highest point stands clear of the frame by a share of the plot's height.
+        EXPECT_GE(top - area.top(), 0.08 * area.height());
+        EXPECT_GT(top - area.top(), 8.0);
+    }
+
+    // Without a legend (or without names to show) the plot takes the width back.
+    KwChart chart;
+    chart.resize(500, 300);
+    chart.AddSeries(QStringLiteral("a"));
+    const int withLegend = chart.PlotRect().width();
+    chart.SetLegendVisible(false);
+    EXPECT_TRUE(chart.LegendRect().isEmpty());
+    EXPECT_GT(chart.PlotRect().width(), withLegend);
+    chart.SetLegendVisible(true);
+    chart.SetSeriesName(0, QString());
+    EXPECT_TRUE(chart.LegendRect().isEmpty());
+}
+
+TEST(Chart, axisTitlesOfEveryPlotComeFromTheLanguageService)
+{
+    kwtest::Host host;
+    const auto restore = qScopeGuard(
+        [] { CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en")); });
+    const QString pre = CKwXMLUtils::PseudoPrefix();
+    const struct
+    {
+        const char* language;
+        QString x, y; // a piece each axis caption must contain
+    } cases[] = {
+        {"qps", pre, pre},
+        {"de", QStringLiteral("Zeit"), QStringLiteral("Faktor")},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.language);
+        CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(c.language));
+        // The point-table chart behind "Show XY Plot".
+        KW_UOM units;
+        CKwTable table(3, QStringLiteral("T"), CKwTable::TimeCurve);
+        table.AddPoint(0, 0);
+        table.AddPoint(1, 2);
+        std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table));
+        dlg->SetTable(host.view.get(), &table, &units);
+        dlg->Create();
+        dlg->OnShowXYPlot();
+        KwChart* chart = dlg->PlotChart();
+        ASSERT_NE(chart, nullptr);
+        EXPECT_TRUE(chart->XAxisCaption().contains(c.x)) << chart->XAxisCaption().toStdString();
+        EXPECT_TRUE(chart->YAxisCaption().contains(c.y)) << chart->YAxisCaption().toStdString();
+    }
+
+    // The XY plot window: a host's English axis names are translated, names given in the
+    // user's language already (marked once in the pseudo-language) stay, unknown ones too.
+    const struct
+    {
+        const char* language;
+        QString xGiven, yGiven;
+        QString x, y;
+    } xy[] = {
+        {"de", QStringLiteral("Time"), QStringLiteral("Displacement"), QStringLiteral("Zeit"),
+         QStringLiteral("Verschiebung")},
+        {"de", QStringLiteral("Zeit"), QStringLiteral("Hub"), QStringLiteral("Zeit"),
+         QStringLiteral("Hub")},
+        {"qps", QStringLiteral("Time"), pre + QStringLiteral("Time~]"), pre + QStringLiteral("Time~]"),
+         pre + QStringLiteral("Time~]")},
+        {"de", QString(), QString(), QStringLiteral("X"), QStringLiteral("Y")},
+    };
+    for (const auto& c : xy) {
+        SCOPED_TRACE(c.language + (" " + c.xGiven.toStdString()));
+        CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(c.language));
+        CKwXYPlot plot(1, QStringLiteral("History"));
+        plot.m_xTitle = c.xGiven;
+        plot.m_yTitle = c.yGiven;
+        plot.m_xUnitType = KwUnitKind::Time;
+        plot.m_yUnitType = KwUnitKind::Length;
+        KW_UOM si;
+        auto* dlg = new CKwXYPlotDlg;
+        ASSERT_TRUE(dlg->Create(&plot, &si));
+        EXPECT_EQ(dlg->Chart()->XAxisCaption(),
+                  QStringLiteral("%1 (%2)").arg(c.x, si.GetUnits(KwUnitKind::Time)));
+        EXPECT_EQ(dlg->Chart()->YAxisCaption(),
+                  QStringLiteral("%1 (%2)").arg(c.y, si.GetUnits(KwUnitKind::Length)));
+        delete dlg;
+    }
 }
 
 } // namespace
