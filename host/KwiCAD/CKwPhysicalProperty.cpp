@@ -215,14 +215,8 @@ std::vector<Loop> toLoops(Kw::Point (*loops)[CKwPhysicalProperty::kMaxLoopPoints
 // (upper right, upper left, lower left, lower right), so that each lies on the section.
 void setRecoveryPoints(const std::vector<Loop>& loops, double* props)
 {
-    double x0 = 1e300, x1 = -1e300, y0 = 1e300, y1 = -1e300;
-    for (const Loop& l : loops)
-        for (const Kw::Point& p : l) {
-            x0 = std::min(x0, p.x);
-            x1 = std::max(x1, p.x);
-            y0 = std::min(y0, p.y);
-            y1 = std::max(y1, p.y);
-        }
+    const KwLoopBounds b = KwBoundsOfLoops(loops);
+    const double x0 = b.x0, x1 = b.x1, y0 = b.y0, y1 = b.y1;
     const Kw::Point corners[4] = {{x1, y1}, {x0, y1}, {x0, y0}, {x1, y0}};
     for (int k = 0; k < 4; ++k) {
         Kw::Point best = corners[k];
@@ -455,15 +449,7 @@ bool CKwPhysicalProperty::GetCrossSectionProperties(Kw::Point (*loops)[kMaxLoopP
     v[KwSectionValue::Warping] = r.warping;
     setRecoveryPoints(l, v);
     // Symmetric sections: what is left of a zero product or offset is rounding and mesh noise.
-    double x0 = HUGE_VAL, x1 = -HUGE_VAL, y0 = HUGE_VAL, y1 = -HUGE_VAL;
-    for (const Loop& lp : l)
-        for (const Kw::Point& p : lp) {
-            x0 = std::min(x0, p.x);
-            x1 = std::max(x1, p.x);
-            y0 = std::min(y0, p.y);
-            y1 = std::max(y1, p.y);
-        }
-    const double size = std::max(x1 - x0, y1 - y0);
+    const double size = KwBoundsOfLoops(l).Extent();
     if (std::abs(v[KwSectionValue::Izy]) < 1e-12 * (r.exact.ixx + r.exact.iyy)) {
         v[KwSectionValue::Izy] = 0;
         v[KwSectionValue::PrincipalAngle] = r.exact.iyy >= r.exact.ixx ? 0 : M_PI / 2;

@@ -631,19 +631,25 @@ bool solveAsGiven(const std::vector<KwLoop>& loops, KwSectionResult& out, int ta
 
 } // namespace
 
+KwLoopBounds KwBoundsOfLoops(const std::vector<KwLoop>& loops)
+{
+    KwLoopBounds b;
+    for (const KwLoop& l : loops)
+        for (const Kw::Point& p : l) {
+            b.x0 = std::min(b.x0, p.x);
+            b.x1 = std::max(b.x1, p.x);
+            b.y0 = std::min(b.y0, p.y);
+            b.y1 = std::max(b.y1, p.y);
+        }
+    return b;
+}
+
 bool KwSolveSection(const std::vector<KwLoop>& loops, KwSectionResult& out, int target)
 {
     // Solved at unit size and scaled back by the powers of length each value carries, so that
     // no intermediate over- or underflows; a section whose values cannot be represented has none.
-    double x0 = HUGE_VAL, x1 = -HUGE_VAL, y0 = HUGE_VAL, y1 = -HUGE_VAL;
-    for (const KwLoop& l : loops)
-        for (const Kw::Point& p : l) {
-            x0 = std::min(x0, p.x);
-            x1 = std::max(x1, p.x);
-            y0 = std::min(y0, p.y);
-            y1 = std::max(y1, p.y);
-        }
-    const double extent = std::max(x1 - x0, y1 - y0);
+    const KwLoopBounds box = KwBoundsOfLoops(loops);
+    const double extent = box.Extent();
     if (!std::isfinite(extent) || !(extent > 0))
         return false;
     // A power of two: scaling is exact, so the mesh (and every tie the ear clipping breaks)

@@ -7,7 +7,9 @@
 #include "KwSectionTypes.h"
 #include "KwiCADExport.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 using KwLoop = std::vector<Kw::Point>;
@@ -42,6 +44,14 @@ struct KwSectionResult
 // Loops in any orientation; the one of largest area is the outer boundary, the others holes.
 // Returns false for loops that are not simple closed polygons, holes outside the outer loop,
 // crossing loops, or a section of no area.
+// The axis-aligned box around every point of the loops (inverted, x0 > x1, when there is none).
+struct KwLoopBounds
+{
+    double x0 = HUGE_VAL, x1 = -HUGE_VAL, y0 = HUGE_VAL, y1 = -HUGE_VAL;
+    double Extent() const { return std::max(x1 - x0, y1 - y0); }
+};
+KWICAD_EXPORT KwLoopBounds KwBoundsOfLoops(const std::vector<KwLoop>& loops);
+
 KWICAD_EXPORT bool KwCheckSectionLoops(const std::vector<KwLoop>& loops);
 KWICAD_EXPORT bool KwIntegratePolygons(const std::vector<KwLoop>& loops, KwPolygonIntegrals& out);
 // Triangulates the section: rectilinear sections on a graded grid, any other by ear clipping
