@@ -249,7 +249,9 @@ public:
                                               ? QString::fromLatin1(root->metaObject()->className())
                                               : root->objectName(),
                            false});
-        collect(root, root, m_nodes.front().name, m_nodes);
+        // A copy: the list grows under collect, which would leave a reference into it dangling.
+        const QString rootName = m_nodes.front().name;
+        collect(root, root, rootName, m_nodes);
         for (const QString& e : options.colonExceptions)
             m_exceptions.insert(plainText(e).trimmed());
     }
