@@ -141,13 +141,3 @@ BENCHMARK(BM_SectionAfterOneChange)->DenseRange(0, P::ShapeCount - 1)->Unit(benc
 BENCHMARK(BM_HostileXml)
     ->ArgsProduct({{0, 1, 2, 3, 4}, {0, 1, 2}})
     ->Unit(benchmark::kMillisecond);
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

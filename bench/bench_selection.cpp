@@ -58,13 +58,3 @@ void BM_PickIntoShownSelectionBox(benchmark::State& state) { pickIntoBox(state, 
 BENCHMARK(BM_PickIntoSelectionBox)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PickSameEntitiesTwice)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PickIntoShownSelectionBox)->Arg(10000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
