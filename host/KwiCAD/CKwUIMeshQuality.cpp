@@ -142,7 +142,7 @@ void CKwUIMeshQuality::LoadObjectData()
         // Angle limits are numbers in the display angle unit; the label says which.
         SetControlText(CodeUnitFirst + c,
                        u ? u->GetUnits(UnitKindOf(check))
-                         : (UnitKindOf(check) == KwUnitKind::Angle ? QStringLiteral("deg")
+                         : (UnitKindOf(check) == KwUnitKind::Angle ? QString(QChar(0x00B0))
                                                                    : QString()));
         SetControlToolTip(CodeLimitFirst + c,
                           FailsBelow(check)

@@ -4,7 +4,6 @@
 #include "KwNumbers.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -23,43 +22,47 @@ constexpr double kPsi = kLbf / (kIn * kIn);
 constexpr double kSlinch = kLbf / kIn; // lbf s^2 / in, in kg
 constexpr double kPi = 3.14159265358979323846;
 
+// Labels as an engineer writes them (mm², °C, N·m). Typed values may carry either these or the
+// plain keyboard forms (mm^2, C, N mm), which `KeyboardForm` derives.
 const UnitRow kRows[] = {
     {KwUnitKind::Stress, {1, 1e-6, 1 / kPsi}, {0, 0, 0}, {"Pa", "MPa", "psi"}},
     {KwUnitKind::Force, {1, 1, 1 / kLbf}, {0, 0, 0}, {"N", "N", "lbf"}},
-    {KwUnitKind::Moment, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"N m", "N mm", "lbf in"}},
+    {KwUnitKind::Moment, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"N·m", "N·mm", "lbf·in"}},
     {KwUnitKind::Pressure, {1, 1e-6, 1 / kPsi}, {0, 0, 0}, {"Pa", "MPa", "psi"}},
     {KwUnitKind::Length, {1, 1e3, 1 / kIn}, {0, 0, 0}, {"m", "mm", "in"}},
     {KwUnitKind::AreaMomentOfInertia, {1, 1e12, 1 / (kIn * kIn * kIn * kIn)}, {0, 0, 0},
-     {"m^4", "mm^4", "in^4"}},
-    {KwUnitKind::Area, {1, 1e6, 1 / (kIn * kIn)}, {0, 0, 0}, {"m^2", "mm^2", "in^2"}},
-    {KwUnitKind::Volume, {1, 1e9, 1 / (kIn * kIn * kIn)}, {0, 0, 0}, {"m^3", "mm^3", "in^3"}},
-    {KwUnitKind::Mass, {1, 1e-3, 1 / kSlinch}, {0, 0, 0}, {"kg", "t", "lbf s^2/in"}},
+     {"m⁴", "mm⁴", "in⁴"}},
+    {KwUnitKind::Area, {1, 1e6, 1 / (kIn * kIn)}, {0, 0, 0}, {"m²", "mm²", "in²"}},
+    {KwUnitKind::Volume, {1, 1e9, 1 / (kIn * kIn * kIn)}, {0, 0, 0}, {"m³", "mm³", "in³"}},
+    {KwUnitKind::Mass, {1, 1e-3, 1 / kSlinch}, {0, 0, 0}, {"kg", "t", "lbf·s²/in"}},
     {KwUnitKind::Density, {1, 1e-12, (kIn * kIn * kIn) / kSlinch}, {0, 0, 0},
-     {"kg/m^3", "t/mm^3", "lbf s^2/in^4"}},
+     {"kg/m³", "t/mm³", "lbf·s²/in⁴"}},
     // Internal kelvin; shown as kelvin, Celsius and Fahrenheit.
-    {KwUnitKind::Temperature, {1, 1, 1.8}, {0, -273.15, -459.67}, {"K", "C", "F"}},
+    {KwUnitKind::Temperature, {1, 1, 1.8}, {0, -273.15, -459.67}, {"K", "°C", "°F"}},
     {KwUnitKind::Time, {1, 1, 1}, {0, 0, 0}, {"s", "s", "s"}},
     {KwUnitKind::Frequency, {1, 1, 1}, {0, 0, 0}, {"Hz", "Hz", "Hz"}},
     {KwUnitKind::Velocity, {1, 1e3, 1 / kIn}, {0, 0, 0}, {"m/s", "mm/s", "in/s"}},
-    {KwUnitKind::Acceleration, {1, 1e3, 1 / kIn}, {0, 0, 0}, {"m/s^2", "mm/s^2", "in/s^2"}},
-    {KwUnitKind::Energy, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"J", "mJ", "lbf in"}},
+    {KwUnitKind::Acceleration, {1, 1e3, 1 / kIn}, {0, 0, 0}, {"m/s²", "mm/s²", "in/s²"}},
+    {KwUnitKind::Energy, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"J", "mJ", "lbf·in"}},
     {KwUnitKind::Stiffness, {1, 1e-3, kIn / kLbf}, {0, 0, 0}, {"N/m", "N/mm", "lbf/in"}},
     // A quantity per kelvin is 1/1.8 of itself per degree Fahrenheit.
     {KwUnitKind::ThermalConductivity, {1, 1, 1 / (kLbf * 1.8)}, {0, 0, 0},
-     {"W/(m K)", "mW/(mm C)", "lbf/(s F)"}},
-    {KwUnitKind::ThermalExpansion, {1, 1, 1 / 1.8}, {0, 0, 0}, {"1/K", "1/C", "1/F"}},
-    {KwUnitKind::Angle, {180 / kPi, 180 / kPi, 180 / kPi}, {0, 0, 0}, {"deg", "deg", "deg"}},
+     {"W/(m·K)", "mW/(mm·°C)", "lbf/(s·°F)"}},
+    {KwUnitKind::ThermalExpansion, {1, 1, 1 / 1.8}, {0, 0, 0}, {"1/K", "1/°C", "1/°F"}},
+    {KwUnitKind::Angle, {180 / kPi, 180 / kPi, 180 / kPi}, {0, 0, 0}, {"°", "°", "°"}},
     {KwUnitKind::AngularVelocity, {1, 1, 1}, {0, 0, 0}, {"rad/s", "rad/s", "rad/s"}},
     {KwUnitKind::SpecificHeat, {1, 1e6, 1 / (kIn * kIn * 1.8)}, {0, 0, 0},
-     {"J/(kg K)", "mm^2/(s^2 C)", "in^2/(s^2 F)"}},
-    {KwUnitKind::HeatFlux, {1, 1e-3, kIn / kLbf}, {0, 0, 0}, {"W/m^2", "mW/mm^2", "lbf/(in s)"}},
-    // W/(m^2 K) = N/(m s K); a temperature difference of 1 C is one of 1 K.
+     {"J/(kg·K)", "mm²/(s²·°C)", "in²/(s²·°F)"}},
+    {KwUnitKind::HeatFlux, {1, 1e-3, kIn / kLbf}, {0, 0, 0}, {"W/m²", "mW/mm²", "lbf/(in·s)"}},
+    // W/(m² K) = N/(m s K); a temperature difference of 1 °C is one of 1 K.
     {KwUnitKind::ConvectionCoefficient, {1, 1e-3, kIn / (kLbf * 1.8)}, {0, 0, 0},
-     {"W/(m^2 K)", "mW/(mm^2 C)", "lbf/(in s F)"}},
-    {KwUnitKind::Power, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"W", "mW", "lbf in/s"}},
-    {KwUnitKind::AngularAcceleration, {1, 1, 1}, {0, 0, 0}, {"rad/s^2", "rad/s^2", "rad/s^2"}},
+     {"W/(m²·K)", "mW/(mm²·°C)", "lbf/(in·s·°F)"}},
+    {KwUnitKind::Power, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"W", "mW", "lbf·in/s"}},
+    {KwUnitKind::AngularAcceleration, {1, 1, 1}, {0, 0, 0}, {"rad/s²", "rad/s²", "rad/s²"}},
     {KwUnitKind::Compliance, {1, 1e6, kPsi}, {0, 0, 0}, {"1/Pa", "1/MPa", "1/psi"}},
 };
+
+QString label(const char* utf8) { return QString::fromUtf8(utf8); }
 
 const UnitRow* findRow(int kind)
 {
@@ -71,6 +74,19 @@ const UnitRow* findRow(int kind)
 
 } // namespace
 
+QString KW_UOM::KeyboardForm(const QString& typographic)
+{
+    if (typographic == QString(QChar(0x00B0)))
+        return QStringLiteral("deg");
+    QString s = typographic;
+    s.replace(QChar(0x00B2), QStringLiteral("^2"));
+    s.replace(QChar(0x00B3), QStringLiteral("^3"));
+    s.replace(QChar(0x2074), QStringLiteral("^4"));
+    s.replace(QChar(0x00B7), QLatin1Char(' '));
+    s.remove(QChar(0x00B0));
+    return s;
+}
+
 KW_UOM::KW_UOM(System system) : m_system(system) {}
 
 QString KW_UOM::GetSystemName(System system)
@@ -79,9 +95,9 @@ QString KW_UOM::GetSystemName(System system)
     case SI:
         return QStringLiteral("SI (m, N, Pa, kg, K)");
     case MMNS:
-        return QStringLiteral("mm, N, MPa, t, C");
+        return QString::fromUtf8("mm, N, MPa, t, °C");
     case IPS:
-        return QStringLiteral("in, lbf, psi, F");
+        return QString::fromUtf8("in, lbf, psi, °F");
     }
     return QString();
 }
@@ -138,7 +154,7 @@ QString KW_UOM::GetUnits(int unitKind) const
     const UnitRow* r = findRow(unitKind);
     if (unitKind == KwUnitKind::Angle && m_angleRadians)
         return QStringLiteral("rad");
-    return r ? QString::fromLatin1(r->label[static_cast<int>(m_system)]) : QString();
+    return r ? label(r->label[static_cast<int>(m_system)]) : QString();
 }
 
 QString KW_UOM::GetErrorMessageForUnit(int unitKind) const
@@ -177,23 +193,29 @@ double KW_UOM::ParseQuantity(const QString& text, int unitKind, int* status,
         return MissingDouble;
     }
     if (const UnitRow* r = findRow(unitKind)) {
-        // The longest label that ends the text: "MPa" before "Pa".
-        const char* best = nullptr;
-        for (const char* candidate : r->label) {
-            const QString label = QString::fromLatin1(candidate);
-            if (body.endsWith(label) &&
-                (!best || label.size() > static_cast<int>(std::strlen(best))))
-                best = candidate;
+        // The longest label that ends the text ("MPa" before "Pa"), in either its typographic
+        // or its keyboard form; a label of another unit system is named back as shown.
+        int bestSystem = -1;
+        int bestLength = 0;
+        for (int system = 0; system < 3; ++system) {
+            const QString shown = label(r->label[system]);
+            for (const QString& form : {shown, KeyboardForm(shown)}) {
+                if (form.size() > bestLength && body.endsWith(form)) {
+                    bestSystem = system;
+                    bestLength = static_cast<int>(form.size());
+                }
+            }
         }
-        if (best) {
-            const QString label = QString::fromLatin1(best);
-            const QString number = body.left(body.size() - label.size());
+        if (bestSystem >= 0) {
+            const QString number = body.left(body.size() - bestLength);
             // Only a number before the label makes it a unit: "1e5 N mm" is, "N mm" alone is
             // not.
             if (IsNumber(number)) {
-                if (label != QString::fromLatin1(r->label[static_cast<int>(m_system)])) {
+                const QString wanted = label(r->label[static_cast<int>(m_system)]);
+                const QString seen = label(r->label[bestSystem]);
+                if (seen != wanted) {
                     if (unitSeen)
-                        *unitSeen = label;
+                        *unitSeen = seen;
                     st = ParseWrongUnit;
                     return MissingDouble;
                 }

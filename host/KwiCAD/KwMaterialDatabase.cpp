@@ -130,7 +130,7 @@ QString defaultUnit(int propertyIndex, int kind)
 {
     if (propertyIndex >= 0)
         return K::SIUnit(propertyIndex);
-    return KW_UOM(KW_UOM::SI).GetUnits(kind);
+    return KW_UOM::KeyboardForm(KW_UOM(KW_UOM::SI).GetUnits(kind));
 }
 
 // Reads the program's own documents (root svrmat or kwimat) with one shared grammar.
@@ -453,7 +453,8 @@ void writeMaterial(QXmlStreamWriter& w, const CKwMaterial& m)
         w.writeStartElement(QStringLiteral("property"));
         w.writeAttribute(QStringLiteral("key"), CKwMaterial::ExtraKey(e));
         w.writeAttribute(QStringLiteral("value"), num(v));
-        w.writeAttribute(QStringLiteral("unit"), si.GetUnits(CKwMaterial::ExtraUnitKind(e)));
+        w.writeAttribute(QStringLiteral("unit"),
+                         KW_UOM::KeyboardForm(si.GetUnits(CKwMaterial::ExtraUnitKind(e))));
         w.writeEndElement();
     }
     w.writeStartElement(QStringLiteral("options"));
@@ -482,8 +483,8 @@ void writeMaterial(QXmlStreamWriter& w, const CKwMaterial& m)
         curveKinds(c, &xKind, &yKind);
         w.writeStartElement(QStringLiteral("curve"));
         w.writeAttribute(QStringLiteral("kind"), QLatin1String(kCurveNames[c]));
-        w.writeAttribute(QStringLiteral("xunit"), si.GetUnits(xKind));
-        w.writeAttribute(QStringLiteral("yunit"), si.GetUnits(yKind));
+        w.writeAttribute(QStringLiteral("xunit"), KW_UOM::KeyboardForm(si.GetUnits(xKind)));
+        w.writeAttribute(QStringLiteral("yunit"), KW_UOM::KeyboardForm(si.GetUnits(yKind)));
         for (int k = 0; k < cv.Size(); ++k) {
             w.writeEmptyElement(QStringLiteral("point"));
             w.writeAttribute(QStringLiteral("x"), num(cv.x[k]));
@@ -528,7 +529,8 @@ Format FormatOfPath(const QString& path)
 
 bool ToInternal(double value, const QString& unit, int kind, double* out)
 {
-    const QString u = unit.trimmed();
+    // A file may write a label as it is shown ("W/(m·K)", "°C") or as typed ("W/(m K)", "C").
+    const QString u = KW_UOM::KeyboardForm(unit.trimmed());
     // Pressure is given like stress.
     const int k = kind == KwUnitKind::Pressure ? KwUnitKind::Stress : kind;
     for (const UnitRow& r : kUnits) {

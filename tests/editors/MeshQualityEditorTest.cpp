@@ -68,9 +68,10 @@ TEST_F(MeshQualityEditor, limitsAreReadInTheirUnitOrRefusedWithTheFieldNamed)
     const struct { int check; QString text; bool allOff; QString bubble; float stored; } cases[] = {
         {M::QuadAspectRatio, "7.5", false, "", 7.5f},
         {M::TriaSkew, " 30 deg ", false, "", 30.0f},
+        {M::TriaSkew, "35°", false, "", 35.0f},
         {M::QuadAspectRatio, "abc", false, quadAspect.arg("Enter a number."), 5.0f},
         {M::QuadAspectRatio, "", false, quadAspect.arg("Enter a number."), 5.0f},
-        {M::QuadSkew, "4x", false, "Skew (Quadrilaterals) - \n 'Enter a number in deg.'", 45.0f},
+        {M::QuadSkew, "4x", false, "Skew (Quadrilaterals) - \n 'Enter a number in °.'", 45.0f},
         {M::TetAspectRatio, "-0.5", false,
          "Aspect Ratio (Tetrahedra) - \n 'Enter a limit of 0 or more.'", 5.0f},
         {M::TriaJacobian, "1.5", false,
@@ -114,7 +115,7 @@ TEST_F(MeshQualityEditor, switchedOffChecksTakeNoInputAndTheirLimitIsNotJudged)
 TEST_F(MeshQualityEditor, runListsWhatTheResultsLogicFindsAndOkClosesTheEditor)
 {
     Ed* d = open();
-    EXPECT_EQ(KwGetControlText(d, Ed::kUnitLabelFirst + M::QuadWarpage), "deg");
+    EXPECT_EQ(KwGetControlText(d, Ed::kUnitLabelFirst + M::QuadWarpage), QStringLiteral("°"));
     EXPECT_EQ(KwGetControlText(d, Ed::kUnitLabelFirst + M::QuadTaper), "");
     d->OnRun();
     ASSERT_EQ(resultsWindows().size(), 1);

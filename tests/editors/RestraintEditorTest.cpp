@@ -107,7 +107,7 @@ TEST_F(RestraintEditor, opensOnTheExistingConstraintWithEveryFieldFilled)
     auto* subcases = KwControl<QListWidget>(d, 1535);
     ASSERT_EQ(subcases->count(), 2);
     EXPECT_TRUE(subcases->item(0)->isSelected() && !subcases->item(1)->isSelected());
-    for (const auto& [id, caption] : {std::pair{1530, "Temperature (C):"},
+    for (const auto& [id, caption] : {std::pair{1530, "Temperature (°C):"},
                                       {7408, "Subcases:"},
                                       {7496, "Symmetry"},
                                       {1524, "X"},

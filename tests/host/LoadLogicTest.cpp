@@ -111,6 +111,18 @@ TEST(LoadUnits, typedQuantitiesAreReadInTheCurrentUnits)
         {KW_UOM::MMNS, KwUnitKind::Temperature, "20 C", KW_UOM::ParseOk, 293.15},
         {KW_UOM::IPS, KwUnitKind::Temperature, "20 C", KW_UOM::ParseWrongUnit, MissingDouble},
         {KW_UOM::MMNS, KwUnitKind::Moment, "5 N mm", KW_UOM::ParseOk, 0.005},
+        // The label as the field shows it reads as well as its keyboard form.
+        {KW_UOM::MMNS, KwUnitKind::Moment, "5 N·mm", KW_UOM::ParseOk, 0.005},
+        {KW_UOM::SI, KwUnitKind::Moment, "5 N·mm", KW_UOM::ParseWrongUnit, MissingDouble},
+        {KW_UOM::MMNS, KwUnitKind::Temperature, "20 °C", KW_UOM::ParseOk, 293.15},
+        {KW_UOM::IPS, KwUnitKind::Temperature, "68°F", KW_UOM::ParseOk, 293.15},
+        {KW_UOM::MMNS, KwUnitKind::Pressure, "2e5 Pa", KW_UOM::ParseWrongUnit, MissingDouble},
+        {KW_UOM::MMNS, KwUnitKind::HeatFlux, "3 mW/mm²", KW_UOM::ParseOk, 3000.0},
+        {KW_UOM::MMNS, KwUnitKind::HeatFlux, "3 mW/mm^2", KW_UOM::ParseOk, 3000.0},
+        {KW_UOM::SI, KwUnitKind::HeatFlux, "3 mW/mm²", KW_UOM::ParseWrongUnit, MissingDouble},
+        {KW_UOM::SI, KwUnitKind::Angle, "90°", KW_UOM::ParseOk, 1.5707963267948966},
+        {KW_UOM::SI, KwUnitKind::Angle, "90 deg", KW_UOM::ParseOk, 1.5707963267948966},
+        {KW_UOM::SI, KwUnitKind::Angle, "°", KW_UOM::ParseNotNumber, MissingDouble},
         {KW_UOM::MMNS, KwUnitKind::Force, "", KW_UOM::ParseEmpty, MissingDouble},
         {KW_UOM::MMNS, KwUnitKind::Force, "N", KW_UOM::ParseNotNumber, MissingDouble},
         {KW_UOM::MMNS, KwUnitKind::Force, "12 kN", KW_UOM::ParseNotNumber, MissingDouble},
@@ -120,7 +132,7 @@ TEST(LoadUnits, typedQuantitiesAreReadInTheCurrentUnits)
     for (const auto& c : cases) {
         int status = -1;
         QString seen;
-        const double v = KW_UOM(c.system).ParseQuantity(QString::fromLatin1(c.text), c.kind,
+        const double v = KW_UOM(c.system).ParseQuantity(QString::fromUtf8(c.text), c.kind,
                                                          &status, &seen);
         EXPECT_EQ(status, c.status) << c.text;
         EXPECT_NEAR(v, c.internal, 1e-9 * std::abs(c.internal)) << c.text;
@@ -195,7 +207,7 @@ TEST_F(LoadLogic, validationNamesTheFieldAndNothingReachesTheModel)
         {CKwLoad::Pressure, [](Dialog& d) { d.text[CKwUILoad::CodeMagnitude] = "3 psi"; },
          "Magnitude (MPa) - \n 'The value is in psi; enter it in MPa.'"},
         {CKwLoad::Temperature, [](Dialog& d) { d.text[CKwUILoad::CodeMagnitude] = "-300"; },
-         "Temperature (C) - \n 'Enter a value above -273.15.'"},
+         "Temperature (°C) - \n 'Enter a value above -273.15.'"},
         {CKwLoad::Force, [](Dialog& d) { d.text[CKwUILoad::CodeDirectionX + 2] = "0"; },
          "Direction - \n 'The direction must not be zero.'"},
         {CKwLoad::Radiation,
@@ -264,7 +276,7 @@ TEST_F(LoadLogic, submitWritesInternalUnitsAndCancelLeavesTheLoad)
     e.SetValue(CKwUILoad::FieldType, CKwLoad::Moment);
     EXPECT_TRUE(IsMissingValue(e.GetEditObject()->m_magnitude));
     EXPECT_EQ(e.text[CKwUILoad::CodeMagnitude], QString());
-    EXPECT_EQ(e.text[CKwUILoad::CodeMagnitudeLabel], QStringLiteral("Magnitude (N mm):"));
+    EXPECT_EQ(e.text[CKwUILoad::CodeMagnitudeLabel], QStringLiteral("Magnitude (N·mm):"));
 }
 
 TEST_F(LoadLogic, eachQuantityKeepsWhatWasTypedForItWhileTheEditorIsOpen)

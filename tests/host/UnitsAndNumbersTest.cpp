@@ -40,15 +40,18 @@ TEST(Units, knownValuesConvertCorrectly)
         {KW_UOM::MMNS, KwUnitKind::Stress, 2.0e11, 2.0e5, "MPa"},
         {KW_UOM::IPS, KwUnitKind::Stress, 6894.757293168, 1.0, "psi"},
         {KW_UOM::IPS, KwUnitKind::Force, 4.4482216152605, 1.0, "lbf"},
-        {KW_UOM::MMNS, KwUnitKind::AreaMomentOfInertia, 1e-8, 1e4, "mm^4"},
-        {KW_UOM::MMNS, KwUnitKind::Area, 1e-4, 100.0, "mm^2"},
-        {KW_UOM::MMNS, KwUnitKind::Density, 7900.0, 7.9e-9, "t/mm^3"},
+        {KW_UOM::MMNS, KwUnitKind::AreaMomentOfInertia, 1e-8, 1e4, "mm⁴"},
+        {KW_UOM::MMNS, KwUnitKind::Area, 1e-4, 100.0, "mm²"},
+        {KW_UOM::MMNS, KwUnitKind::Density, 7900.0, 7.9e-9, "t/mm³"},
         {KW_UOM::MMNS, KwUnitKind::Mass, 1000.0, 1.0, "t"},
+        {KW_UOM::MMNS, KwUnitKind::Moment, 1.0, 1000.0, "N·mm"},
+        {KW_UOM::IPS, KwUnitKind::Density, 1.0, 1.0 / 10686895.178201316, "lbf·s²/in⁴"},
+        {KW_UOM::SI, KwUnitKind::ThermalConductivity, 50.0, 50.0, "W/(m·K)"},
         {KW_UOM::SI, KwUnitKind::Temperature, 300.0, 300.0, "K"},
-        {KW_UOM::MMNS, KwUnitKind::Temperature, 273.15, 0.0, "C"},
-        {KW_UOM::IPS, KwUnitKind::Temperature, 273.15, 32.0, "F"},
-        {KW_UOM::IPS, KwUnitKind::Temperature, 373.15, 212.0, "F"},
-        {KW_UOM::SI, KwUnitKind::Angle, 3.14159265358979, 180.0, "deg"},
+        {KW_UOM::MMNS, KwUnitKind::Temperature, 273.15, 0.0, "°C"},
+        {KW_UOM::IPS, KwUnitKind::Temperature, 273.15, 32.0, "°F"},
+        {KW_UOM::IPS, KwUnitKind::Temperature, 373.15, 212.0, "°F"},
+        {KW_UOM::SI, KwUnitKind::Angle, 3.14159265358979, 180.0, "°"},
         {KW_UOM::MMNS, KwUnitKind::Dimensionless, 0.3, 0.3, ""},
         // A compliance is the inverse of a stress: 1e-9 m^2/N is 1e-3 per MPa.
         {KW_UOM::MMNS, KwUnitKind::Compliance, 1e-9, 1e-3, "1/MPa"},
@@ -61,7 +64,7 @@ TEST(Units, knownValuesConvertCorrectly)
         EXPECT_NEAR(u.ToInternalValue(c.shown, c.kind), c.internal,
                     1e-9 * std::abs(c.internal) + 1e-12)
             << c.label;
-        EXPECT_EQ(u.GetUnits(c.kind), QString::fromLatin1(c.label));
+        EXPECT_EQ(u.GetUnits(c.kind), QString::fromUtf8(c.label));
     }
 }
 

@@ -312,7 +312,7 @@ TEST_F(SectionDialogsTest, reportsInBothFormsWithinItsLimits)
     v[10] = 0.1 + 1e-15; // the pierce point within rounding
     v[14] = 0.3;
     const QString general = CSectionProp::BuildReport(v, 0.25, 0.1, mm, 0);
-    EXPECT_TRUE(general.startsWith(QStringLiteral("Cross Section Area (A):\t\t1000 (mm^2)\r\n")))
+    EXPECT_TRUE(general.startsWith(QStringLiteral("Cross Section Area (A):\t\t1000 (mm²)\r\n")))
         << general.toStdString();
     EXPECT_TRUE(general.contains(QStringLiteral("Centroid offset from pierce point in Z:\t0 (mm)\r\n")));
     EXPECT_TRUE(general.contains(QStringLiteral("Centroid offset from pierce point in Y:\t0 (mm)\r\n")));

@@ -244,7 +244,7 @@ TEST(TableLabels, columnHeadsAndBoxLabelsCarryTheUnits)
         {CKwTable::TimeCurve, KW_UOM::MMNS, "Time (s)", "Factor"},
         {CKwTable::FrequencyTable, KW_UOM::SI, "Frequency (Hz)", "Factor"},
         {CKwTable::TemperatureTable, KW_UOM::SI, "Temperature (K)", "Value"},
-        {CKwTable::TemperatureTable, KW_UOM::IPS, "Temperature (F)", "Value"},
+        {CKwTable::TemperatureTable, KW_UOM::IPS, "Temperature (°F)", "Value"},
         {CKwTable::General, KW_UOM::SI, "X", "Y"},
         {CKwTable::StressStrainCurve, KW_UOM::MMNS, "Strain", "Stress (MPa)"},
         {CKwTable::StressStrainCurve, KW_UOM::IPS, "Strain", "Stress (psi)"},

@@ -62,9 +62,12 @@ public:
     // its internal value is not finite or is the missing-value marker, which would read back as
     // unset: such a value is refused like a text that is no number.
     bool ReadInternalValue(const QString& text, int unitKind, double* internalValue) const;
-    // Unit label of a kind in this system ("mm", "MPa", "F", ...); empty for dimensionless and
-    // unknown kinds.
+    // Unit label of a kind in this system, as an engineer writes it ("mm", "MPa", "mm²", "°C",
+    // "N·mm"); empty for dimensionless and unknown kinds.
     QString GetUnits(int unitKind) const;
+    // The keyboard form of a unit label: superscripts as "^2", the middle dot as a blank, "°C"
+    // as "C", the degree sign alone as "deg" ("mm²" to "mm^2"). Files are written with it.
+    static QString KeyboardForm(const QString& label);
     // A message telling the user which unit a field expects.
     QString GetErrorMessageForUnit(int unitKind) const;
     // The message for a text a field of this kind cannot take, naming the text and the unit
