@@ -32,6 +32,20 @@ void quietOffscreenNoise(QtMsgType type, const QMessageLogContext& ctx, const QS
         std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, ctx, msg)));
 }
 
+// Without a display the demo host draws on one full-HD desktop at 96 dpi, so that its
+// windows open as tall as on an engineer's screen (the headless platform's own screen is
+// smaller). The platform reads the screen from a small JSON file.
+QByteArray fullHdOffscreenPlatform()
+{
+    const QString path = QDir::temp().filePath(QStringLiteral("kwhost-offscreen-screen.json"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return "offscreen";
+    file.write(R"({"screens": [{"name": "kwhost", "x": 0, "y": 0, "width": 1920, "height": 1080,)"
+               R"( "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    return "offscreen:configfile=" + QFile::encodeName(path);
+}
+
 void quietenOffscreenPlatform()
 {
     if (!g_nextHandler)
@@ -46,7 +60,7 @@ int main(int argc, char** argv)
                              qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                              qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     if (!haveDisplay) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QPA_PLATFORM", fullHdOffscreenPlatform());
         quietenOffscreenPlatform();
     }
     QApplication app(argc, argv);

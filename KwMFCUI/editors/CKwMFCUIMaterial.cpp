@@ -230,9 +230,18 @@ bool CKwMFCUIMaterial::OnInitDialog()
     for (int t : GetListedTypes())
         most = std::max(most, heightOfTypePanels(t));
     const int extra = most - heightOfTypePanels(type);
-    const int opened = height() + extra;
     // Shorter than that by hand, the panels would be squeezed.
-    setMinimumHeight(minimumSizeHint().height() + extra);
+    const int least = minimumSizeHint().height() + extra;
+    setMinimumHeight(least);
+    // At its least height the value table shows its minimum of rows; the dialog opens taller
+    // by what the table then lacks to show every row of the opened type, as far as the screen
+    // allows: a list that fits never scrolls.
+    const int lacking =
+        std::max(0, m_valueView->verticalHeader()->length() + 2 * m_valueView->frameWidth() -
+                        m_valueView->minimumHeight() - extra);
+    const QScreen* s = screen();
+    const int room = s ? s->availableGeometry().height() * 9 / 10 : least + lacking;
+    const int opened = std::max(least, std::min(least + lacking, room));
     resize(width(), opened);
     ApplyTypeWidth(type);
     return ok;

@@ -1,5 +1,7 @@
 #include "CKwMFCUIBase.h"
 
+#include <algorithm>
+
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwColorSwatch.h"
@@ -699,7 +701,9 @@ void CKwMFCUIBase::ApplyTypeWidth(int type)
     const QScreen* s = screen();
     const qreal scale = s ? s->logicalDotsPerInch() / 96.0 : 1.0;
     const QRect g = geometry();
-    setGeometry(g.left(), g.top(), qRound(width * scale), g.height());
+    // A type's width never cuts what the dialog holds: a longer text (German buttons) widens it.
+    const int least = layout() ? layout()->totalMinimumSize().width() : 0;
+    setGeometry(g.left(), g.top(), std::max(qRound(width * scale), least), g.height());
 }
 
 void CKwMFCUIBase::OnReactivatedByView() { publishPickMask(); }
