@@ -94,7 +94,8 @@ QString KwHostKindText(const KwHostKind& k)
 
 QString KwHostGroupText(const QString& group)
 {
-    return KwHostText(QStringLiteral("Menu") + group, group);
+    // Every menu of the menu bar has its access key (Alt+letter), no two the same.
+    return KwHostText(QStringLiteral("Menu") + group, QLatin1Char('&') + group);
 }
 
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,

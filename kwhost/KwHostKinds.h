@@ -23,7 +23,7 @@ QList<KwHostKind> KwHostKinds();
 
 // The kind's menu text in the current language (key "Kind<kind>" or "Kind<kind>v<variant>").
 QString KwHostKindText(const KwHostKind& kind);
-// A menu's name ("Editors", "Analysis", ...) in the current language.
+// A menu's name ("&Editors", "&Analysis", ...) in the current language, with its access key.
 QString KwHostGroupText(const QString& group);
 
 // A request for `kind` on the sample model as the host would send it: the entity to edit (the

@@ -17,6 +17,7 @@
 #include <QEvent>
 #include <QFileDialog>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
 #include <algorithm>
 #include <tuple>
@@ -175,6 +176,11 @@ CKwMFCUILoad::CKwMFCUILoad(CKwLoad* load, CKwSubCase* subcase, int, CFMView* vie
     KwStyle::ApplyDialogLayout(m_ui->outer);
     KwStyle::ApplyGroupLayout(m_ui->specBox);
     KwStyle::ApplyFormGrid(m_ui->topGrid);
+    // The ID's column is no wider than the ID field: the spare width goes to the column the
+    // name and type reach into, never to the labels.
+    m_ui->topGrid->setColumnStretch(2, 1);
+    m_ui->advGrid->setColumnStretch(1, 1);
+    m_ui->advGrid->setColumnStretch(2, 1);
     for (QGridLayout* grid :
          {m_ui->panelMagnitudeGrid, m_ui->panelDirectionGrid, m_ui->panelDistributionGrid,
           m_ui->panelAmbientGrid, m_ui->panelConvectionGrid, m_ui->panelRadiationGrid,
@@ -269,6 +275,8 @@ void CKwMFCUILoad::OnObjectDataLoaded()
 void CKwMFCUILoad::SetTextToCurrentLang()
 {
     CKwMFCUIBase::SetTextToCurrentLang();
+    KwStyle::LabelTriple(m_ui->dirX, m_ui->dirY, m_ui->dirZ);
+    KwStyle::LabelTriple(m_ui->locX, m_ui->locY, m_ui->locZ);
     // The logic's texts: type names, captions with units, prompts.
     if (m_ui->type->count() > 0) {
         const QStringList types = GetTypeItems();
@@ -379,8 +387,32 @@ void CKwMFCUILoad::alignSpecColumns()
                 width = std::max(width, label->sizeHint().width());
         }
     }
+    // The name, ID and type above and the advanced options below start their fields at the
+    // same x as the load definition: one field column for the whole dialog. The groups' fields
+    // sit further in by the group's frame and margin.
+    const auto inset = [](QGroupBox* group) {
+        return group->contentsMargins().left() +
+               (group->layout() ? group->layout()->contentsMargins().left() : 0);
+    };
+    const int specInset = inset(m_ui->groupSpecs);
+    const int advancedInset = inset(m_ui->groupAdvanced);
+    QGridLayout* const others[] = {m_ui->topGrid, m_ui->advGrid};
+    const int insets[] = {0, advancedInset};
+    int column = width + specInset;
+    for (int g = 0; g < 2; ++g) {
+        QGridLayout* grid = others[g];
+        for (int i = 0; i < grid->count(); ++i) {
+            int row = 0, col = 0, rows = 0, cols = 0;
+            grid->getItemPosition(i, &row, &col, &rows, &cols);
+            QWidget* w = grid->itemAt(i)->widget();
+            if (w && col == 0 && cols == 1 && !w->isHidden())
+                column = std::max(column, w->sizeHint().width() + insets[g]);
+        }
+    }
     for (QGridLayout* grid : grids)
-        grid->setColumnMinimumWidth(0, width);
+        grid->setColumnMinimumWidth(0, column - specInset);
+    m_ui->topGrid->setColumnMinimumWidth(0, column);
+    m_ui->advGrid->setColumnMinimumWidth(0, column - advancedInset);
 }
 
 void CKwMFCUILoad::onLocationMode()

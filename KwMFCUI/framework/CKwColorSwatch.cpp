@@ -2,19 +2,28 @@
 
 #include "KwCustomColors.h"
 #include "KwLangText.h"
+#include "KwStyle.h"
 
 #include <QColorDialog>
 #include <QEvent>
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
+#include <algorithm>
 
 CKwColorSwatch::CKwColorSwatch(QWidget* parent) : QPushButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(40, 20);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setToolTip(ColorName(m_color));
     connect(this, &QPushButton::clicked, this, &CKwColorSwatch::ChooseColor);
+}
+
+QSize CKwColorSwatch::sizeHint() const
+{
+    return {std::max(minimumWidth(), KwStyle::CharsWidth(fontMetrics(), KwStyle::SwatchChars)),
+            std::max(minimumHeight(), QPushButton::sizeHint().height())};
 }
 
 void CKwColorSwatch::ChooseColor()

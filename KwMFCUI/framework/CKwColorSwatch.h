@@ -30,6 +30,10 @@ Q_SIGNALS:
     // The user chose a colour in the chooser.
     void colorChosen(unsigned colorRef);
 
+public:
+    // A swatch is as wide as a few characters, whatever room its column has.
+    QSize sizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     // The tool tip is named again when it shows, so that it follows a change of language.

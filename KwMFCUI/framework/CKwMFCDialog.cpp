@@ -1,4 +1,5 @@
 #include "CKwMFCDialog.h"
+#include "KwStyle.h"
 
 #include "CFMView.h"
 #include "CKwFrameWnd.h"
@@ -110,6 +111,7 @@ void CKwMFCDialog::ensureInitialised()
     if (m_bInitialised)
         return;
     m_bInitialised = true;
+    KwStyle::ApplyHouseLayout(this);
     OnInitDialog();
 }
 

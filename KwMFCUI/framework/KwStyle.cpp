@@ -1,15 +1,24 @@
 #include "KwStyle.h"
 
+#include "KwLangText.h"
+
 #include <QAbstractItemView>
+#include <QBoxLayout>
 #include <QFontMetrics>
+#include <QFormLayout>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionHeader>
 #include <QTableView>
 #include <QTreeView>
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace KwStyle {
 
@@ -79,6 +88,91 @@ void ApplyFormGrid(QGridLayout* grid)
     for (int r = 0; r < grid->rowCount(); ++r)
         if (QLayoutItem* item = grid->itemAtPosition(r, 0); item && item->widget())
             item->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+namespace {
+
+void spaceLayout(QLayout* layout)
+{
+    if (auto* grid = qobject_cast<QGridLayout*>(layout)) {
+        grid->setHorizontalSpacing(ColumnSpacing);
+        grid->setVerticalSpacing(RowSpacing);
+    } else if (auto* form = qobject_cast<QFormLayout*>(layout)) {
+        form->setHorizontalSpacing(ColumnSpacing);
+        form->setVerticalSpacing(RowSpacing);
+    } else if (auto* box = qobject_cast<QBoxLayout*>(layout)) {
+        box->setSpacing(box->direction() == QBoxLayout::LeftToRight ||
+                                box->direction() == QBoxLayout::RightToLeft
+                            ? ButtonSpacing
+                            : RowSpacing);
+    }
+}
+
+// The layouts nested in `layout` (not those of child widgets): no margins of their own.
+void spaceNested(QLayout* layout)
+{
+    for (int i = 0; i < layout->count(); ++i) {
+        if (QLayout* inner = layout->itemAt(i)->layout()) {
+            inner->setContentsMargins(0, 0, 0, 0);
+            spaceLayout(inner);
+            spaceNested(inner);
+        }
+    }
+}
+
+} // namespace
+
+void ApplyHouseLayout(QWidget* dialog)
+{
+    if (!dialog)
+        return;
+    if (QLayout* top = dialog->layout()) {
+        ApplyDialogLayout(top);
+        // A grid of labels and fields as the dialog's own layout keeps its row spacing.
+        if (qobject_cast<QGridLayout*>(top) || qobject_cast<QFormLayout*>(top))
+            spaceLayout(top);
+        spaceNested(top);
+    }
+    for (QWidget* w : dialog->findChildren<QWidget*>()) {
+        QLayout* layout = w->layout();
+        if (!layout || w->isWindow())
+            continue;
+        if (qobject_cast<QGroupBox*>(w))
+            ApplyGroupLayout(layout);
+        spaceLayout(layout);
+        spaceNested(layout);
+    }
+}
+
+void LabelTriple(QLineEdit* x, QLineEdit* y, QLineEdit* z)
+{
+    struct Axis
+    {
+        QLineEdit* field;
+        const char* axis;
+        const char* key;
+    };
+    const Axis fields[] = {{x, "X", "LabelAxisX"}, {y, "Y", "LabelAxisY"}, {z, "Z", "LabelAxisZ"}};
+    for (const auto& [field, axis, key] : fields) {
+        if (!field)
+            continue;
+        const QString objectName = QStringLiteral("kwAxis%1").arg(QLatin1String(axis));
+        auto* letter = field->findChild<QLabel*>(objectName, Qt::FindDirectChildrenOnly);
+        if (!letter) {
+            letter = new QLabel(field);
+            letter->setObjectName(objectName);
+            letter->setProperty("kwOverlay", true);
+            letter->setAttribute(Qt::WA_TransparentForMouseEvents);
+            letter->setForegroundRole(QPalette::PlaceholderText);
+        }
+        letter->setText(KwPropText("General", key, axis));
+        const QFontMetrics fm(field->font());
+        const int w = std::max(fm.horizontalAdvance(QStringLiteral("W")),
+                               fm.horizontalAdvance(letter->text()));
+        letter->setGeometry(ColumnSpacing / 2, 0, w, field->sizeHint().height());
+        letter->setAlignment(Qt::AlignCenter);
+        field->setTextMargins(w + ColumnSpacing / 2, 0, 0, 0);
+    }
 }
 
 void FitHeaders(QAbstractItemView* view)

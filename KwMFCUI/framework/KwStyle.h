@@ -11,6 +11,7 @@ class QAbstractItemView;
 class QFontMetrics;
 class QGridLayout;
 class QLayout;
+class QLineEdit;
 class QWidget;
 
 namespace KwStyle {
@@ -59,6 +60,19 @@ KWMFCUI_EXPORT void ApplyGroupLayout(QLayout* layout);
 // A grid of label (column 0) and field (column 1, and further columns for units): labels
 // right of nothing, fields in one column that takes the spare width.
 KWMFCUI_EXPORT void ApplyFormGrid(QGridLayout* grid);
+
+// Gives every layout of a dialog the house margins and spacings: the dialog's own layout
+// `ApplyDialogLayout`, a group box's `ApplyGroupLayout`, grids their column and row spacing,
+// rows and columns of widgets the row spacing. Layouts nested in another keep no margin of
+// their own; a panel's layout (a plain widget that is shown instead of another) keeps its
+// margins. Every dialog runs it once before its first showing.
+KWMFCUI_EXPORT void ApplyHouseLayout(QWidget* dialog);
+
+// Labels the three fields of a direction or coordinate triple "X", "Y" and "Z": each letter
+// sits at the start of its field, inside it, so the triple keeps the width of its column.
+// The letters come from the language service (section "General"); a dialog calls it again
+// when its language changes.
+KWMFCUI_EXPORT void LabelTriple(QLineEdit* x, QLineEdit* y, QLineEdit* z);
 
 // Widens the columns of a table or tree so that every header text fits (in the view's current
 // language), never narrowing a column, and lets the last column take the rest of the width.

@@ -268,6 +268,19 @@ void CKwDefineCrossSectionDlg::SetTextToCurrentLang()
         {IDC_LABEL_REFPOINT, kPP, "DropDownRefPoint", "Reference Point", true},
     };
     KwApplyTextTable(this, rows);
+    // The shape and the reference point are one column of fields: their labels share the
+    // width of the longer one, in whichever language.
+    {
+        auto* shape = KwControl<QLabel>(this, IDC_LABEL_SHAPE);
+        auto* ref = KwControl<QLabel>(this, IDC_LABEL_REFPOINT);
+        if (shape && ref) {
+            shape->setMinimumWidth(0);
+            ref->setMinimumWidth(0);
+            const int w = std::max(shape->sizeHint().width(), ref->sizeHint().width());
+            shape->setMinimumWidth(w);
+            ref->setMinimumWidth(w);
+        }
+    }
     const QString end = KwPropText("General", "LabelEnd", "End");
     KwSetControlText(this, IDC_LABEL_ENDA, QStringLiteral("%1 A").arg(end));
     KwSetControlText(this, IDC_LABEL_ENDB, QStringLiteral("%1 B").arg(end));

@@ -15,6 +15,7 @@
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSet>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -157,6 +158,28 @@ TEST(Gallery, aSwitchOfLanguageRecaptionsTheHostWindow)
     CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
     EXPECT_FALSE(tree->findItems(QStringLiteral("(new load)"),
                                  Qt::MatchExactly | Qt::MatchRecursive).isEmpty());
+}
+
+// Alt+letter opens each menu of the menu bar: every menu has an access key and no two share
+// one, in each language.
+TEST(Gallery, everyMenuOfTheMenuBarHasItsOwnAccessKey)
+{
+    kwtest::IsolateSettings();
+    KwHostWindow host;
+    for (const char* lang : {"en", "de"}) {
+        ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage(QString::fromLatin1(lang)));
+        QStringList keys;
+        for (QAction* a : host.menuBar()->actions()) {
+            const QString text = a->text();
+            const qsizetype amp = text.indexOf(QLatin1Char('&'));
+            ASSERT_TRUE(amp >= 0 && amp + 1 < text.size()) << lang << ": " << qPrintable(text);
+            keys << text.mid(amp + 1, 1).toLower();
+        }
+        EXPECT_GE(keys.size(), 7) << lang;
+        EXPECT_EQ(QSet<QString>(keys.cbegin(), keys.cend()).size(), keys.size())
+            << lang << ": " << qPrintable(keys.join(QLatin1Char(' ')));
+    }
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
 }
 
 TEST(Gallery, theStatusBarNamesTheButtonThatAnsweredAMessageBox)

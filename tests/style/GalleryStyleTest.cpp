@@ -1,7 +1,6 @@
-// Every window of the gallery, in English and in German, against the house look. The dialogs
-// written before the look was settled do not follow it everywhere yet: what they still break is
-// listed below, per picture. A finding not listed fails (a new fault); a listed one that no
-// longer occurs fails too, so that the list only ever shrinks: remove the entry with the fix.
+// Every window of the gallery, in English and in German, against the house look. A finding not
+// listed below fails (a new fault); a listed one that no longer occurs fails too, so that the
+// list only ever shrinks: remove the entry with the fix.
 #include "CKwXMLUtils.h"
 #include "KwGallery.h"
 #include "KwHostWindow.h"
@@ -24,15 +23,10 @@ struct Expected
     unsigned langs;
 };
 
+// Findings a dialog may keep on purpose, per picture and language. Empty: every window follows
+// the look; a new finding is a fault to fix, not an entry to add.
 const Expected kExpected[] = {
-    // The cross-section definition (all six pictures): the shape combo (1277 "Shape:") and the
-    // reference point combo (1314) start at different x in the dialog's left column.
-    {"CKwDefineCrossSectionDlg-1", "field-columns KwDialog327", Both},
-    {"CKwDefineCrossSectionDlg-2", "field-columns KwDialog327", Both},
-    {"CKwDefineCrossSectionDlg-3", "field-columns KwDialog327", Both},
-    {"CKwDefineCrossSectionDlg-4", "field-columns KwDialog327", Both},
-    {"CKwDefineCrossSectionDlg-5", "field-columns KwDialog327", Both},
-    {"CKwDefineCrossSectionDlg-6", "field-columns KwDialog327", Both},
+    {"", "", 0},
 };
 
 QMap<QString, QSet<QString>> findingsIn(const char* lang)
@@ -59,7 +53,7 @@ void compare(const char* lang, unsigned bit)
     ASSERT_GE(found.size(), 30) << "the gallery photographed too few windows";
     QMap<QString, QSet<QString>> expected;
     for (const Expected& e : kExpected)
-        if (e.langs & bit)
+        if (e.langs & bit && *e.picture)
             expected[QString::fromLatin1(e.picture)].insert(QString::fromLatin1(e.finding));
     for (auto it = found.cbegin(); it != found.cend(); ++it)
         for (const QString& k : it.value())

@@ -4,11 +4,18 @@
 #include "KwTestSupport.h"
 
 #include <QApplication>
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QHeaderView>
 #include <QTableWidget>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
 
 TEST(StyleHelpers, numberFormats)
 {
@@ -79,4 +86,65 @@ TEST(StyleHelpers, fittedHeadersPassTheCheckAndNeverShrink)
     EXPECT_EQ(table.columnWidth(0), 200);
     for (const QString& k : KwStyleKeys(KwCheckStyle(&table)))
         EXPECT_FALSE(k.startsWith(QLatin1String("header-wider"))) << qPrintable(k);
+}
+
+// Every dialog's layouts get the house margins and spacings whatever its template set: the
+// dialog's edge, a group's frame, the rows of a grid, a button row, a row nested in a group.
+TEST(StyleHelpers, houseLayoutReachesEveryLayoutOfADialog)
+{
+    QWidget dialog;
+    auto* top = new QVBoxLayout(&dialog);
+    top->setContentsMargins(1, 2, 3, 4);
+    top->setSpacing(1);
+    auto* group = new QGroupBox(QStringLiteral("Group"), &dialog);
+    auto* grid = new QGridLayout(group);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(0);
+    grid->addWidget(new QLabel(QStringLiteral("Name:")), 0, 0);
+    grid->addWidget(new QLineEdit, 0, 1);
+    auto* nested = new QHBoxLayout;
+    nested->setContentsMargins(5, 5, 5, 5);
+    nested->addWidget(new QLineEdit);
+    grid->addLayout(nested, 1, 1);
+    top->addWidget(group);
+    auto* buttons = new QHBoxLayout;
+    buttons->setContentsMargins(7, 7, 7, 7);
+    buttons->setSpacing(20);
+    buttons->addWidget(new QPushButton(QStringLiteral("OK")));
+    top->addLayout(buttons);
+
+    KwStyle::ApplyHouseLayout(&dialog);
+    const QMargins dialogMargins(KwStyle::DialogMargin, KwStyle::DialogMargin,
+                                 KwStyle::DialogMargin, KwStyle::DialogMargin);
+    const QMargins groupMargins(KwStyle::GroupMargin, KwStyle::GroupMargin,
+                                KwStyle::GroupMargin, KwStyle::GroupMargin);
+    EXPECT_EQ(top->contentsMargins(), dialogMargins);
+    EXPECT_EQ(top->spacing(), KwStyle::GroupSpacing);
+    EXPECT_EQ(grid->contentsMargins(), groupMargins);
+    EXPECT_EQ(grid->horizontalSpacing(), KwStyle::ColumnSpacing);
+    EXPECT_EQ(grid->verticalSpacing(), KwStyle::RowSpacing);
+    EXPECT_EQ(nested->contentsMargins(), QMargins());
+    EXPECT_EQ(buttons->contentsMargins(), QMargins());
+    EXPECT_EQ(buttons->spacing(), KwStyle::ButtonSpacing);
+}
+
+// The letters of a triple sit inside their fields, in front of the text: a typed value is never
+// drawn under its letter, and labelling again (a change of language) adds no second letter.
+TEST(StyleHelpers, tripleLettersSitInFrontOfTheText)
+{
+    QWidget w;
+    auto* x = new QLineEdit(&w);
+    auto* y = new QLineEdit(&w);
+    auto* z = new QLineEdit(&w);
+    KwStyle::LabelTriple(x, y, z);
+    KwStyle::LabelTriple(x, y, z);
+    const std::pair<QLineEdit*, const char*> fields[] = {{x, "X"}, {y, "Y"}, {z, "Z"}};
+    for (const auto& [field, axis] : fields) {
+        const auto letters = field->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_EQ(letters.size(), 1) << axis;
+        EXPECT_EQ(letters.first()->text(), QString::fromLatin1(axis));
+        EXPECT_GE(field->textMargins().left(), letters.first()->geometry().right()) << axis;
+        EXPECT_TRUE(letters.first()->property("kwOverlay").toBool());
+    }
+    KwStyle::LabelTriple(nullptr, nullptr, nullptr); // nothing to label: no crash
 }
