@@ -166,7 +166,9 @@ QString CSectionProp::BuildReport(const double* d, double pierceZ, double pierce
         {text("LabelCentroidOffsetFromPiercePointInY", "Centroid offset from pierce point in Y"), "", "\t", offset(cy - pierceY), len},
         {text("LabelCentroidOffsetFromShearCenterInZ", "Centroid offset from shear center in Z"), "Nz", "\t", disp(d[11], len), len},
         {text("LabelCentroidOffsetFromShearCenterInY", "Centroid offset from shear center in Y"), "Ny", "\t", disp(d[12], len), len},
-        {text("LabelWarpingCoefficient", "Warping coefficient"), "Cw", "\t\t", d[13], -2},
+        // No unit in the line: the value is in the length unit to the sixth power, which the
+        // report's tool tip names (`WarpingUnit`).
+        {text("LabelWarpingCoefficient", "Warping coefficient"), "Cw", "\t\t", d[13] * std::pow(disp(1.0, len), 6), -2},
     };
     static const char* const recKeys[8][3] = {
         {"LabelZCoordinateOfStressRecoveryPtC", "Z coordinate of stress recovery pt C", "Cz"},
@@ -195,12 +197,20 @@ QString CSectionProp::BuildReport(const double* d, double pierceZ, double pierce
     return out.left(kMaxReportChars - 1);
 }
 
+QString CSectionProp::WarpingUnit(const KW_UOM& u)
+{
+    return KwPropText(kPP, "TooltipWarpingCoefficientUnit", "Warping coefficient (Cw) in %1")
+        .arg(u.GetUnits(KwUnitKind::Length) + QChar(0x2076));
+}
+
 bool CSectionProp::OnInitDialog()
 {
     KW_LOG_METHOD("CSectionProp::OnInitDialog");
     SetTextToCurrentLang();
     KW_UOM fallback;
     m_report = BuildReport(m_data.data(), m_pierceZ, m_pierceY, m_units ? *m_units : fallback, m_form);
+    if (m_form != kPipeForm)
+        m_edit->setToolTip(WarpingUnit(m_units ? *m_units : fallback));
     m_edit->setFont(QFont(QStringLiteral("Arial Unicode MS"), 9));
     // The report goes in as built, tab runs and all. Its runs were laid out for one font's tab
     // stops; for ours, the distance is chosen at which the most values start in one column.

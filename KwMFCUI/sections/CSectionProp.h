@@ -33,6 +33,8 @@ public:
     QString GetReport() const { return m_report; }
     static QString BuildReport(const double* data, double pierceZ, double pierceY,
                                const KW_UOM& units, int form);
+    // The report's tool tip: the unit its warping coefficient (Cw) is in ("mm⁶").
+    static QString WarpingUnit(const KW_UOM& units);
     const QList<QList<SymMatrixUtils::Point2D>>& GetOutline() const { return m_outline; }
     void SetTextToCurrentLang() override;
 

@@ -320,6 +320,12 @@ TEST_F(SectionDialogsTest, reportsInBothFormsWithinItsLimits)
     EXPECT_TRUE(general.contains(QStringLiteral("Moment of inertia about Yn (I2):\t\t")));
     EXPECT_TRUE(general.contains(QStringLiteral("Shear factor in Z (Kz):\t\t\t0\r\n")));
     EXPECT_EQ(general.count(QStringLiteral("\r\n")), 22);
+    // The warping coefficient is shown in the length unit to the sixth power, without a unit
+    // in its line; the tool tip names the unit. 2e-8 m⁶ is 2e10 mm⁶.
+    v[13] = 2e-8;
+    EXPECT_TRUE(CSectionProp::BuildReport(v, 0.25, 0.1, mm, 0)
+                    .contains(QStringLiteral("Warping coefficient (Cw):\t\t2e+10\r\n")));
+    EXPECT_EQ(CSectionProp::WarpingUnit(mm), QStringLiteral("Warping coefficient (Cw) in mm⁶"));
     v[0] = 0.1;
     v[1] = 0.005;
     const QString pipe = CSectionProp::BuildReport(v, 0, 0, mm, CSectionProp::kPipeForm);
