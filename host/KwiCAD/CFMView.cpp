@@ -218,7 +218,10 @@ double CFMView::GetDoubleFromString(const KW_UOM* units, const QString& text, in
     if (!IsNumber(text))
         return MissingDouble;
     const double v = KwAtof(text);
-    return (convert && units) ? units->ToInternalValue(v, unitType) : v;
+    const double r = (convert && units) ? units->ToInternalValue(v, unitType) : v;
+    // A value that overflows in the conversion (1e300 t/mm³ in kg/m³) is no value; one that
+    // lands on the marker would read back as unset, so it is refused the same way.
+    return std::isfinite(r) ? r : MissingDouble;
 }
 
 bool CFMView::IsValidNumberString(const QString& text, int unitType)

@@ -144,6 +144,13 @@ TEST(Numbers, viewParsesFieldsIntoValuesOrMissing)
                      3.0);
     EXPECT_TRUE(IsMissingValue(
         CFMView::GetDoubleFromString(&mm, QStringLiteral("inf"), KwUnitKind::Length, 0)));
+    // Finite as typed, infinite once converted: no value, never infinity in the model.
+    EXPECT_TRUE(IsMissingValue(
+        CFMView::GetDoubleFromString(&mm, QStringLiteral("1e300"), KwUnitKind::Density, 1)));
+    EXPECT_TRUE(IsMissingValue(
+        CFMView::GetDoubleFromString(&mm, QStringLiteral("-1e303"), KwUnitKind::Stress, 1)));
+    EXPECT_DOUBLE_EQ(
+        CFMView::GetDoubleFromString(&mm, QStringLiteral("1e300"), KwUnitKind::Density, 0), 1e300);
 }
 
 // A typed number whose internal value is exactly the missing-value marker would be stored as
