@@ -26,6 +26,7 @@
 #include "KwHostText.h"
 #include "KwMFCUIEntry.h"
 #include "KwRegistry.h"
+#include "KwSolverJob.h"
 #include "KwSolverRun.h"
 
 #include <QActionGroup>
@@ -125,6 +126,7 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     m_view->SetUnitHolder(m_units.get());
     m_view->SetFrameWindow(this);
     m_run = new KwSolverRun(m_view, this);
+    m_job = new KwSolverJob(m_view, this);
     // The add-in's commands that the library sends back: 89 fills the convergence plot.
     m_addin->SetCommandHandler([this](int command, int sub, const QString&, int value,
                                       CFMView* view, void* data) {
@@ -200,24 +202,28 @@ void KwHostWindow::buildMenus()
     }
     QMenu* run = analysis->addMenu(QString());
     caption(run->menuAction(), "MenuRunAnalysis", "Run analysis");
-    // The run is named after the model's first analysis, in the language of the moment.
-    const auto start = [this](KwSolverRun::Kind kind) {
-        const QString name = m_model->m_analyses.isEmpty()
-                                 ? m_model->GetName()
-                                 : analysisName(m_model->m_analyses.first());
-        if (!m_run->Start(kind, name))
-            statusBar()->showMessage(
-                KwHostText("StatusAlreadyRunning", "A solution is already running."), 3000);
-    };
+    caption(run->addAction(QString(), this, [this] { RunCurrentAnalysis(); }),
+            "MenuRunCurrent", "Current analysis");
     caption(run->addAction(QString(), this,
-                           [start] { start(KwSolverRun::Kind::NonlinearStatic); }),
-            "MenuRunNonlinearStatic", "Nonlinear static");
-    caption(run->addAction(QString(), this, [start] { start(KwSolverRun::Kind::Transient); }),
-            "MenuRunTransient", "Transient");
-    caption(run->addAction(QString(), this, [this] { m_run->Stop(); }), "MenuRunStop", "Stop");
+                           [this] {
+                               m_job->Stop();
+                               m_run->Stop();
+                           }),
+            "MenuRunStop", "Stop");
     connect(m_run, &KwSolverRun::finished, this, [this] {
         statusBar()->showMessage(KwHostText("StatusSolutionFinished", "Solution finished."),
                                  5000);
+    });
+    connect(m_job, &KwSolverJob::finished, this, [this](bool ok) {
+        if (ok) {
+            statusBar()->showMessage(
+                KwHostText("StatusSolvedAnalysis", "Solution finished: results of %1 are in the model.")
+                    .arg(analysisName(m_current)));
+            RebuildTree();
+        } else {
+            statusBar()->showMessage(m_job->Message().section(QLatin1Char('\n'), 0, 0));
+            showSolverMessage(m_job->Message());
+        }
     });
 
     QMenu* mesh = groups.value(QStringLiteral("Mesh"));
@@ -342,6 +348,30 @@ void KwHostWindow::refreshCaptions()
         for (QAction* a : m_langGroup->actions())
             a->setChecked(a->data().toString() == CKwXMLUtils::GetCurrentLanguage());
     RebuildTree();
+}
+
+void KwHostWindow::showSolverMessage(const QString& text)
+{
+    // Not modal to the event loop: a run ends while other windows may be waiting for input.
+    auto* box = new QMessageBox(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setObjectName(QStringLiteral("SolverMessage"));
+    box->open();
+}
+
+bool KwHostWindow::RunCurrentAnalysis()
+{
+    if (m_run->IsRunning() || !m_job->Start(m_model.get(), m_current, analysisName(m_current))) {
+        const QString why = m_run->IsRunning()
+                                ? KwHostText("StatusAlreadyRunning", "A solution is already running.")
+                                : m_job->Message();
+        statusBar()->showMessage(why.section(QLatin1Char('\n'), 0, 0));
+        showSolverMessage(why);
+        return false;
+    }
+    statusBar()->showMessage(
+        KwHostText("StatusSolving", "Solving %1...").arg(analysisName(m_current)));
+    return true;
 }
 
 void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)

@@ -14,6 +14,7 @@ class KW_UOM;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QActionGroup;
+class KwSolverJob;
 class KwSolverRun;
 
 class KwHostWindow : public QMainWindow
@@ -36,8 +37,12 @@ public:
     void RebuildTree();
     // Runs the mesh quality check with the mesh's limits and opens the failed-elements window.
     QWidget* OpenMeshQualityResults();
-    // The simulated solver behind "Run analysis".
+    // A simulated run with a fixed course, for the gallery and the status-window tests.
     KwSolverRun* SolverRun() const { return m_run; }
+    // The real solver behind "Run analysis > Current analysis".
+    KwSolverJob* SolverJob() const { return m_job; }
+    // Runs the current analysis; false (with a message) when it cannot start.
+    bool RunCurrentAnalysis();
     // The analysis the entity editors are opened for (Analysis > Current analysis, or an
     // analysis activated in the tree); the model's first at the start.
     CKwAnalysis* CurrentAnalysis() const { return m_current; }
@@ -64,5 +69,7 @@ private:
     CKwAnalysis* m_current = nullptr;
     int m_langListener = 0;
     KwSolverRun* m_run = nullptr;
+    KwSolverJob* m_job = nullptr;
+    void showSolverMessage(const QString& text);
     std::vector<std::function<void()>> m_recaption;
 };

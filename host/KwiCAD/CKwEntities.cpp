@@ -8,6 +8,7 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "KwSolverResults.h"
 #include "CKwUIEntity.h"
 #include "KwNumbers.h"
 
@@ -108,7 +109,21 @@ void CKwAnalysis::AddResultSet(int subcaseId)
         m_resultSubcases.append(subcaseId);
 }
 
-void CKwAnalysis::ClearResults() { m_resultSubcases.clear(); }
+void CKwAnalysis::ClearResults()
+{
+    m_resultSubcases.clear();
+    m_solverResults.reset();
+}
+
+void CKwAnalysis::SetSolverResults(std::shared_ptr<const KwSolverResults> results)
+{
+    ClearResults();
+    m_solverResults = std::move(results);
+    if (m_solverResults)
+        for (const KwResultSet& set : m_solverResults->sets)
+            if (set.subcaseId)
+                AddResultSet(set.subcaseId);
+}
 
 CKwSubCase* CKwAnalysis::GetFirstValidSubcaseInAnalysisResults() const
 {

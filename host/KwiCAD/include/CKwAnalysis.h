@@ -3,9 +3,11 @@
 #include "CKwFEBase.h"
 
 #include <QList>
+#include <memory>
 
 class CKwMeshModel;
 class CKwSubCase;
+struct KWICAD_EXPORT KwSolverResults;
 
 class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
 {
@@ -37,6 +39,11 @@ public:
     // The first subcase that has results, or nullptr.
     CKwSubCase* GetFirstValidSubcaseInAnalysisResults() const;
 
+    // The values of the last solver run (nullptr before one); setting them records a result
+    // set for every subcase they hold, clearing them clears the sets.
+    const KwSolverResults* GetSolverResults() const { return m_solverResults.get(); }
+    void SetSolverResults(std::shared_ptr<const KwSolverResults> results);
+
     void SetMesh(const CKwMeshModel* mesh) { m_mesh = mesh; }
     // True when a node with this user id exists in the analysed mesh.
     bool IsValidUserId(int nodeId) const;
@@ -47,4 +54,5 @@ private:
     QList<CKwSubCase*> m_subcases;
     QList<int> m_resultSubcases;
     const CKwMeshModel* m_mesh = nullptr;
+    std::shared_ptr<const KwSolverResults> m_solverResults;
 };

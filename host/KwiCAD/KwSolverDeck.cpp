@@ -1,0 +1,781 @@
+#include "KwSolverDeck.h"
+
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwLoad.h"
+#include "CKwMaterial.h"
+#include "CKwMeshModel.h"
+#include "CKwNonlinearSetup.h"
+#include "CKwPhysicalProperty.h"
+#include "CKwRestraint.h"
+#include "CKwSubCase.h"
+#include "CKwFunction.h"
+#include "CKwTable.h"
+#include "CKwUIEntity.h"
+#include "KwNumbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <numeric>
+#include <set>
+
+namespace {
+
+using NodeSet = std::set<int>;
+
+std::string num(double v)
+{
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.12g", v);
+    return buf;
+}
+
+bool isSolid(int type) { return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8; }
+bool isShell(int type) { return type == CKwMeshModel::Tri3 || type == CKwMeshModel::Quad4; }
+
+// Faces of the solid elements as positions into the element's node list, in the solver's face
+// numbering (face n is "Pn" of a distributed load).
+const std::vector<std::vector<int>>& solidFaces(int type)
+{
+    static const std::vector<std::vector<int>> tet{{0, 1, 2}, {0, 3, 1}, {1, 3, 2}, {2, 3, 0}};
+    static const std::vector<std::vector<int>> hex{{0, 1, 2, 3}, {4, 7, 6, 5}, {0, 4, 5, 1},
+                                                   {1, 5, 6, 2}, {2, 6, 7, 3}, {3, 7, 4, 0}};
+    return type == CKwMeshModel::Tet4 ? tet : hex;
+}
+
+struct Box
+{
+    double lo[3] = {0, 0, 0}, hi[3] = {0, 0, 0};
+    bool valid = false;
+};
+
+Box solidBox(const CKwMeshModel& mesh)
+{
+    Box b;
+    bool anySolid = false;
+    for (std::size_t e = 0; e < mesh.ElementCount() && !anySolid; ++e)
+        anySolid = isSolid(mesh.ElementType(e));
+    const auto take = [&](const CKwMeshModel::Node& n) {
+        const double p[3] = {n.x, n.y, n.z};
+        for (int a = 0; a < 3; ++a) {
+            b.lo[a] = b.valid ? std::min(b.lo[a], p[a]) : p[a];
+            b.hi[a] = b.valid ? std::max(b.hi[a], p[a]) : p[a];
+        }
+        b.valid = true;
+    };
+    for (std::size_t e = 0; e < mesh.ElementCount(); ++e)
+        if (!anySolid || isSolid(mesh.ElementType(e)))
+            for (int i : mesh.ElementNodes(e))
+                take(mesh.Nodes()[std::size_t(i)]);
+    return b;
+}
+
+// Everything the writer works out before it writes: which elements go out, their families.
+struct Plan
+{
+    const CKwFEModel& model;
+    const CKwMeshModel& mesh;
+    const CKwAnalysis& analysis;
+    KwSolverDeck& deck;
+    std::string& out;
+    std::vector<char> keep;            // per element index
+    std::set<int> shellBeamNodes;      // nodes with rotational freedoms
+    const CKwPhysicalProperty* solid = nullptr;
+    const CKwPhysicalProperty* shell = nullptr;
+    const CKwPhysicalProperty* beam = nullptr;
+    int solidMaterial = 0;
+    std::set<int> amplitudes;          // time tables used by loads
+    std::map<std::size_t, int> beamMiddles; // beam element index -> its generated middle node
+
+    Plan(const CKwFEModel& m, const CKwMeshModel& me, const CKwAnalysis& a, KwSolverDeck& d,
+         std::string& o)
+        : model(m), mesh(me), analysis(a), deck(d), out(o)
+    {
+    }
+
+    void note(const QString& text)
+    {
+        deck.notes << text;
+        out += "** " + text.toStdString() + "\n";
+    }
+    bool refuse(const QString& why)
+    {
+        deck.refusal = why;
+        return false;
+    }
+};
+
+std::vector<const CKwRestraint*> restraintsOf(const CKwFEModel& model, int subcaseId)
+{
+    std::vector<const CKwRestraint*> list;
+    for (const CKwRestraint* r : model.m_restraints)
+        if (r->m_subcaseIds.isEmpty() || r->m_subcaseIds.contains(subcaseId))
+            list.push_back(r);
+    return list;
+}
+
+std::vector<const CKwLoad*> loadsOf(const CKwFEModel& model, int subcaseId)
+{
+    std::vector<const CKwLoad*> list;
+    for (const CKwLoad* l : model.m_loads)
+        if (l->m_subcaseIds.contains(subcaseId))
+            list.push_back(l);
+    return list;
+}
+
+NodeSet entityNodes(const CKwMeshModel& mesh, const QList<CKwUIEntity*>& entities)
+{
+    NodeSet nodes;
+    for (const CKwUIEntity* e : entities)
+        if (e)
+            for (int id : KwGeometryNodes(mesh, *e))
+                nodes.insert(id);
+    return nodes;
+}
+
+// --- the mesh ---
+
+void choosePieces(Plan& p)
+{
+    const CKwMeshModel& mesh = p.mesh;
+    const std::size_t n = mesh.ElementCount();
+    p.keep.assign(n, 1);
+    // Elements of a family without a property cannot go to the solver.
+    for (std::size_t e = 0; e < n; ++e) {
+        const int t = mesh.ElementType(e);
+        if ((isShell(t) && !p.shell) || (t == CKwMeshModel::Beam2 && !p.beam))
+            p.keep[e] = 0;
+    }
+    // Pieces (elements joined through nodes) that hold no constrained node float freely.
+    NodeSet fixedNodes;
+    for (const CKwRestraint* r : p.model.m_restraints)
+        if (!r->IsThermal())
+            for (int id : entityNodes(mesh, r->m_entities))
+                fixedNodes.insert(id);
+    if (fixedNodes.empty())
+        return;
+    std::vector<int> parent(mesh.Nodes().size());
+    std::iota(parent.begin(), parent.end(), 0);
+    const auto find = [&](int x) {
+        while (parent[std::size_t(x)] != x)
+            x = parent[std::size_t(x)] = parent[std::size_t(parent[std::size_t(x)])];
+        return x;
+    };
+    for (std::size_t e = 0; e < n; ++e) {
+        if (!p.keep[e])
+            continue;
+        const auto nodes = mesh.ElementNodes(e);
+        for (std::size_t i = 1; i < nodes.size(); ++i)
+            parent[std::size_t(find(nodes[i]))] = find(nodes[0]);
+    }
+    std::set<int> fixedRoots;
+    for (int id : fixedNodes)
+        fixedRoots.insert(find(mesh.NodeIndex(id)));
+    int dropped = 0;
+    for (std::size_t e = 0; e < n; ++e)
+        if (p.keep[e] && !fixedRoots.count(find(mesh.ElementNodes(e)[0]))) {
+            p.keep[e] = 0;
+            ++dropped;
+        }
+    if (dropped)
+        p.note(QStringLiteral("%1 elements left out: they are joined to no constrained node")
+                   .arg(dropped));
+}
+
+void writeNodes(Plan& p)
+{
+    std::vector<char> used(p.mesh.Nodes().size(), 0);
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e)
+        if (p.keep[e])
+            for (int i : p.mesh.ElementNodes(e))
+                used[std::size_t(i)] = 1;
+    p.out += "*NODE, NSET=NALL\n";
+    int lastId = 0;
+    for (std::size_t i = 0; i < used.size(); ++i) {
+        const auto& n = p.mesh.Nodes()[i];
+        lastId = std::max(lastId, n.id);
+        if (used[i])
+            p.out += std::to_string(n.id) + ", " + num(n.x) + ", " + num(n.y) + ", " + num(n.z)
+                     + "\n";
+    }
+    // Beams go out as quadratic beams (every section shape the solver knows takes them): each
+    // gets a middle node numbered after the mesh's own.
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e)
+        if (p.keep[e] && p.mesh.ElementType(e) == CKwMeshModel::Beam2) {
+            const auto en = p.mesh.ElementNodes(e);
+            const auto& a = p.mesh.Nodes()[std::size_t(en[0])];
+            const auto& b = p.mesh.Nodes()[std::size_t(en[1])];
+            p.beamMiddles[e] = ++lastId;
+            p.out += std::to_string(lastId) + ", " + num(0.5 * (a.x + b.x)) + ", "
+                     + num(0.5 * (a.y + b.y)) + ", " + num(0.5 * (a.z + b.z)) + "\n";
+        }
+}
+
+void writeElements(Plan& p)
+{
+    // Hexahedra with incompatible modes bend as they should at a few elements through the
+    // thickness; tetrahedra and shells go out as they are.
+    struct Family { int type; const char* solverType; const char* set; };
+    const Family families[] = {{CKwMeshModel::Hex8, "C3D8I", "ESOLID"},
+                               {CKwMeshModel::Tet4, "C3D4", "ESOLID"},
+                               {CKwMeshModel::Quad4, "S4", "ESHELL"},
+                               {CKwMeshModel::Tri3, "S3", "ESHELL"},
+                               {CKwMeshModel::Beam2, "B32R", "EBEAM"}};
+    for (const Family& f : families) {
+        bool header = false;
+        for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+            if (!p.keep[e] || p.mesh.ElementType(e) != f.type)
+                continue;
+            if (!header)
+                p.out += std::string("*ELEMENT, TYPE=") + f.solverType + ", ELSET=" + f.set + "\n";
+            header = true;
+            std::string line = std::to_string(p.mesh.ElementID(e));
+            for (int i : p.mesh.ElementNodes(e)) {
+                line += ", " + std::to_string(p.mesh.Nodes()[std::size_t(i)].id);
+                if (!isSolid(f.type))
+                    p.shellBeamNodes.insert(p.mesh.Nodes()[std::size_t(i)].id);
+            }
+            if (f.type == CKwMeshModel::Beam2) {
+                // The middle node sits between the two ends in the solver's order.
+                const std::size_t comma = line.rfind(',');
+                line.insert(comma, ", " + std::to_string(p.beamMiddles[e]));
+            }
+            p.out += line + "\n";
+        }
+    }
+    p.out += "*ELSET, ELSET=EALL\n";
+    for (const char* set : {"ESOLID", "ESHELL", "EBEAM"})
+        if (p.out.find(std::string("ELSET=") + set + "\n") != std::string::npos)
+            p.out += std::string(set) + ",\n";
+}
+
+// --- materials and properties ---
+
+bool writeMaterial(Plan& p, int materialId)
+{
+    const CKwMaterial* m = nullptr;
+    for (const CKwMaterial* c : p.model.m_materials)
+        if (c->GetID() == materialId)
+            m = c;
+    if (!m)
+        return p.refuse(QStringLiteral("Material %1 does not exist.").arg(materialId));
+    const auto value = [&](const char* key) { return m->GetValue(QString::fromLatin1(key)); };
+    const auto missing = [&](const char* what) {
+        return p.refuse(QStringLiteral("Material \"%1\" has no %2.").arg(m->GetName(), what));
+    };
+    p.out += "*MATERIAL, NAME=M" + std::to_string(materialId) + "\n";
+    switch (m->GetMaterialType()) {
+    case CKwMaterial::Isotropic: {
+        const double e = value("EX"), nu = value("NUXY");
+        if (IsMissingValue(e) || e <= 0)
+            return missing("elastic modulus");
+        p.out += "*ELASTIC\n" + num(e) + ", " + num(IsMissingValue(nu) ? 0.0 : nu) + "\n";
+        break;
+    }
+    case CKwMaterial::Orthotropic3D: {
+        const char* keys[] = {"E1", "E2", "E3", "NUXY", "NUXZ", "NUYZ", "G12", "G1Z", "G2Z"};
+        std::string line;
+        for (int i = 0; i < 9; ++i) {
+            if (IsMissingValue(value(keys[i])))
+                return missing(keys[i]);
+            line += num(value(keys[i])) + (i == 7 ? "\n" : i == 8 ? "" : ", ");
+        }
+        p.out += "*ELASTIC, TYPE=ENGINEERING CONSTANTS\n" + line + ", 0\n";
+        break;
+    }
+    case CKwMaterial::Hyperelastic: {
+        const double c10 = m->GetExtra(CKwMaterial::A10), c01 = m->GetExtra(CKwMaterial::A01);
+        const double d1 = value("D1");
+        if (IsMissingValue(c10))
+            return missing("first Mooney-Rivlin constant");
+        p.out += "*HYPERELASTIC, MOONEY-RIVLIN\n" + num(c10) + ", "
+                 + num(IsMissingValue(c01) ? 0.0 : c01) + ", "
+                 + num(IsMissingValue(d1) ? 0.0 : d1) + "\n";
+        break;
+    }
+    default:
+        return p.refuse(QStringLiteral("Material \"%1\": the solver run takes isotropic, "
+                                       "orthotropic 3D and Mooney-Rivlin materials only.")
+                            .arg(m->GetName()));
+    }
+    const double rho = value("DENS");
+    if (!IsMissingValue(rho) && rho > 0)
+        p.out += "*DENSITY\n" + num(rho) + "\n";
+    else if (p.analysis.GetAnalysisTypeCode() != CKwAnalysis::LinearStatic
+             && p.analysis.GetAnalysisTypeCode() != CKwAnalysis::NonlinearStatic)
+        return missing("mass density");
+    return true;
+}
+
+bool writeBeamSection(Plan& p)
+{
+    const CKwPhysicalProperty& b = *p.beam;
+    const double* d = b.GetDimensions(1);
+    std::string section, dims;
+    switch (b.m_sectionShape) {
+    case CKwPhysicalProperty::BOX:
+        section = "BOX";
+        dims = num(d[0]) + ", " + num(d[1]) + ", " + num(d[2]) + ", " + num(d[3]) + ", "
+               + num(d[2]) + ", " + num(d[3]);
+        break;
+    case CKwPhysicalProperty::BAR:
+        section = "RECT";
+        dims = num(d[0]) + ", " + num(d[1]);
+        break;
+    case CKwPhysicalProperty::ROD:
+        section = "CIRC";
+        dims = num(d[0]) + ", " + num(d[0]);
+        break;
+    case CKwPhysicalProperty::TUBE:
+        section = "PIPE";
+        dims = num(d[0]) + ", " + num(d[0] - d[1]);
+        break;
+    default:
+        return p.refuse(QStringLiteral("Beam property \"%1\": the solver takes rod, tube, bar "
+                                       "and box sections only, not %2.")
+                            .arg(b.GetName(), CKwPhysicalProperty::ShapeName(b.m_sectionShape)));
+    }
+    if (!CKwPhysicalProperty::IsValidShape(b.m_sectionShape, d))
+        return p.refuse(QStringLiteral("Beam property \"%1\" has no valid section.")
+                            .arg(b.GetName()));
+    // The section's first axis: across the beams, upwards unless a beam runs upwards.
+    bool vertical = false;
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e)
+        if (p.keep[e] && p.mesh.ElementType(e) == CKwMeshModel::Beam2) {
+            const auto n = p.mesh.ElementNodes(e);
+            const auto& a = p.mesh.Nodes()[std::size_t(n[0])];
+            const auto& c = p.mesh.Nodes()[std::size_t(n[1])];
+            const double dx = c.x - a.x, dy = c.y - a.y, dz = c.z - a.z;
+            vertical = vertical || std::abs(dz) > 0.9 * std::sqrt(dx * dx + dy * dy + dz * dz);
+        }
+    p.out += "*BEAM SECTION, ELSET=EBEAM, MATERIAL=M" + std::to_string(b.m_materialId)
+             + ", SECTION=" + section + "\n" + dims + "\n" + (vertical ? "1, 0, 0\n" : "0, 0, 1\n");
+    return true;
+}
+
+bool writeProperties(Plan& p)
+{
+    std::set<int> materials;
+    bool anySolid = false, anyShell = false, anyBeam = false;
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e)
+        if (p.keep[e]) {
+            const int t = p.mesh.ElementType(e);
+            anySolid = anySolid || isSolid(t);
+            anyShell = anyShell || isShell(t);
+            anyBeam = anyBeam || t == CKwMeshModel::Beam2;
+        }
+    if (!anySolid && !anyShell && !anyBeam)
+        return p.refuse(QStringLiteral("The model has no mesh to solve."));
+    if (anySolid) {
+        p.solidMaterial = p.solid ? p.solid->m_materialId
+                                  : (p.model.m_materials.isEmpty()
+                                         ? 0 : p.model.m_materials.first()->GetID());
+        if (!p.solidMaterial)
+            return p.refuse(QStringLiteral("The solid elements have no material."));
+        materials.insert(p.solidMaterial);
+    }
+    if (anyShell)
+        materials.insert(p.shell->m_materialId);
+    if (anyBeam)
+        materials.insert(p.beam->m_materialId);
+    for (int id : materials)
+        if (!writeMaterial(p, id))
+            return false;
+    if (anySolid)
+        p.out += "*SOLID SECTION, ELSET=ESOLID, MATERIAL=M" + std::to_string(p.solidMaterial) + "\n";
+    if (anyShell) {
+        if (IsMissingValue(p.shell->m_thickness) || p.shell->m_thickness <= 0)
+            return p.refuse(QStringLiteral("Shell property \"%1\" has no thickness.")
+                                .arg(p.shell->GetName()));
+        p.out += "*SHELL SECTION, ELSET=ESHELL, MATERIAL=M" + std::to_string(p.shell->m_materialId)
+                 + "\n" + num(p.shell->m_thickness) + "\n";
+    }
+    return !anyBeam || writeBeamSection(p);
+}
+
+// --- time tables ---
+
+void writeAmplitudes(Plan& p)
+{
+    for (int id : p.amplitudes)
+        for (const CKwTable* t : p.model.m_tables)
+            if (t->GetID() == id && t->GetPointCount() > 0) {
+                p.out += "*AMPLITUDE, NAME=A" + std::to_string(id) + "\n";
+                for (int i = 0; i < t->GetPointCount(); ++i)
+                    p.out += num(t->GetXFunction()->GetValue(i)) + ", "
+                             + num(t->GetYFunction()->GetValue(i)) + "\n";
+            }
+}
+
+// --- constraints ---
+
+void writeRestraints(Plan& p, int subcaseId, bool newSet)
+{
+    std::string lines;
+    for (const CKwRestraint* r : restraintsOf(p.model, subcaseId)) {
+        if (r->IsThermal())
+            continue;
+        if (r->m_type != CKwRestraint::Structural) {
+            p.note(QStringLiteral("Constraint \"%1\" left out: the solver run takes fixed "
+                                  "degrees of freedom only").arg(r->GetName()));
+            continue;
+        }
+        for (int id : entityNodes(p.mesh, r->m_entities)) {
+            const int last = p.shellBeamNodes.count(id) ? 6 : 3;
+            for (int dof = 1; dof <= last; ++dof)
+                if (r->m_dof[std::size_t(dof - 1)])
+                    lines += std::to_string(id) + ", " + std::to_string(dof) + ", "
+                             + std::to_string(dof) + "\n";
+        }
+    }
+    if (!lines.empty() || newSet)
+        p.out += std::string("*BOUNDARY") + (newSet ? ", OP=NEW" : "") + "\n" + lines;
+}
+
+// --- loads ---
+
+// Nodal shares of a load spread over the entities: for each solid face lying in the node set,
+// its area split equally among its corners (the consistent load of a linear face); nodes on
+// no such face (single nodes, vertices) share equally.
+std::map<int, double> nodalShares(const Plan& p, const NodeSet& nodes)
+{
+    std::map<int, double> share;
+    const auto& all = p.mesh.Nodes();
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+        if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
+            continue;
+        const auto en = p.mesh.ElementNodes(e);
+        for (const auto& face : solidFaces(p.mesh.ElementType(e))) {
+            bool on = true;
+            for (int k : face)
+                on = on && nodes.count(all[std::size_t(en[std::size_t(k)])].id);
+            if (!on)
+                continue;
+            double area = 0;
+            const auto& a = all[std::size_t(en[std::size_t(face[0])])];
+            for (std::size_t k = 1; k + 1 < face.size(); ++k) {
+                const auto& b = all[std::size_t(en[std::size_t(face[k])])];
+                const auto& c = all[std::size_t(en[std::size_t(face[k + 1])])];
+                const double u[3] = {b.x - a.x, b.y - a.y, b.z - a.z};
+                const double v[3] = {c.x - a.x, c.y - a.y, c.z - a.z};
+                const double cx = u[1] * v[2] - u[2] * v[1], cy = u[2] * v[0] - u[0] * v[2],
+                             cz = u[0] * v[1] - u[1] * v[0];
+                area += 0.5 * std::sqrt(cx * cx + cy * cy + cz * cz);
+            }
+            for (int k : face)
+                share[all[std::size_t(en[std::size_t(k)])].id] += area / double(face.size());
+        }
+    }
+    if (share.empty())
+        for (int id : nodes)
+            share[id] = 1.0;
+    double total = 0;
+    for (const auto& [id, s] : share)
+        total += s;
+    for (auto& [id, s] : share)
+        s /= total;
+    return share;
+}
+
+struct StepLoads
+{
+    std::string cload, dload;
+};
+
+std::string amplitudeOf(Plan& p, const CKwLoad& l)
+{
+    if (!l.m_timeDependent || !l.m_timeTableId
+        || p.analysis.GetAnalysisTypeCode() != CKwAnalysis::NonlinearTransient)
+        return {};
+    p.amplitudes.insert(l.m_timeTableId);
+    return ", AMPLITUDE=A" + std::to_string(l.m_timeTableId);
+}
+
+void writeForce(Plan& p, const CKwLoad& l, StepLoads& s)
+{
+    const NodeSet nodes = entityNodes(p.mesh, l.m_entities);
+    if (nodes.empty())
+        return;
+    // A force per entity acts in full on each picked entity.
+    const double factor = l.m_distribution == CKwLoad::ForcePerEntity ? l.m_entities.size() : 1;
+    std::string lines;
+    for (const auto& [id, share] : nodalShares(p, nodes))
+        for (int axis = 0; axis < 3; ++axis) {
+            const double f = l.GetComponent(axis) * share * factor;
+            if (f != 0)
+                lines += std::to_string(id) + ", " + std::to_string(axis + 1) + ", " + num(f) + "\n";
+        }
+    if (!lines.empty())
+        s.cload += "*CLOAD" + amplitudeOf(p, l) + "\n" + lines;
+}
+
+void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
+{
+    const NodeSet nodes = entityNodes(p.mesh, l.m_entities);
+    std::string lines;
+    const auto& all = p.mesh.Nodes();
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+        if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
+            continue;
+        const auto en = p.mesh.ElementNodes(e);
+        const auto& faces = solidFaces(p.mesh.ElementType(e));
+        for (std::size_t f = 0; f < faces.size(); ++f) {
+            bool on = true;
+            for (int k : faces[f])
+                on = on && nodes.count(all[std::size_t(en[std::size_t(k)])].id);
+            if (on)
+                lines += std::to_string(p.mesh.ElementID(e)) + ", P" + std::to_string(f + 1)
+                         + ", " + num(l.m_magnitude) + "\n";
+        }
+    }
+    if (!lines.empty())
+        s.dload += "*DLOAD" + amplitudeOf(p, l) + "\n" + lines;
+}
+
+void writeGravity(Plan& p, const CKwLoad& l, StepLoads& s)
+{
+    const double len = std::sqrt(l.m_direction[0] * l.m_direction[0]
+                                 + l.m_direction[1] * l.m_direction[1]
+                                 + l.m_direction[2] * l.m_direction[2]);
+    if (len == 0 || IsMissingValue(l.m_magnitude))
+        return;
+    s.dload += "*DLOAD" + amplitudeOf(p, l) + "\nEALL, GRAV, " + num(l.m_magnitude) + ", "
+               + num(l.m_direction[0] / len) + ", " + num(l.m_direction[1] / len) + ", "
+               + num(l.m_direction[2] / len) + "\n";
+}
+
+StepLoads writeLoads(Plan& p, int subcaseId)
+{
+    StepLoads s;
+    for (const CKwLoad* l : loadsOf(p.model, subcaseId)) {
+        if (l->IsThermal())
+            continue; // a structural run takes no heat loads
+        switch (l->m_type) {
+        case CKwLoad::Force:
+        case CKwLoad::RemoteForce: // its resultant on the picked entities
+            writeForce(p, *l, s);
+            break;
+        case CKwLoad::Pressure:
+            writePressure(p, *l, s);
+            break;
+        case CKwLoad::Gravity:
+            writeGravity(p, *l, s);
+            break;
+        default:
+            p.note(QStringLiteral("Load \"%1\" left out: the solver run takes forces, "
+                                  "pressures and gravity").arg(l->GetName()));
+        }
+    }
+    return s;
+}
+
+// --- steps ---
+
+double setupReal(const CKwNonlinearSetup* s, int slot, double fallback)
+{
+    return s && !IsMissingValue(s->m_reals[std::size_t(slot)]) && s->m_reals[std::size_t(slot)] > 0
+               ? double(s->m_reals[std::size_t(slot)]) : fallback;
+}
+
+void writeProcedure(Plan& p, const CKwSubCase& sub)
+{
+    const CKwNonlinearSetup* nl = sub.GetNonlinearSetup();
+    using NL = CKwNonlinearSetup;
+    switch (p.analysis.GetAnalysisTypeCode()) {
+    case CKwAnalysis::NonlinearStatic: {
+        const double init = setupReal(nl, NL::RealInitialIncrement, 0.1);
+        const double minInc = setupReal(nl, NL::RealMinIncrement, 1e-5);
+        const double maxInc = setupReal(nl, NL::RealMaxIncrement, 1.0);
+        p.out += "*STEP, NLGEOM, INC=1000\n*STATIC\n" + num(std::min(init, 1.0)) + ", 1, "
+                 + num(minInc) + ", " + num(std::min(maxInc, 1.0)) + "\n";
+        break;
+    }
+    case CKwAnalysis::NonlinearTransient: {
+        const double dt = kKwDefaultTransientTime / kKwDefaultTransientSteps;
+        p.out += "*STEP, NLGEOM, INC=1000\n*DYNAMIC, DIRECT\n" + num(dt) + ", "
+                 + num(kKwDefaultTransientTime) + "\n";
+        break;
+    }
+    case CKwAnalysis::Modal:
+        p.out += "*STEP\n*FREQUENCY\n" + std::to_string(p.deck.modes) + "\n";
+        break;
+    default:
+        p.out += "*STEP\n*STATIC\n";
+    }
+}
+
+bool hasConstraint(const Plan& p, int subcaseId)
+{
+    for (const CKwRestraint* r : restraintsOf(p.model, subcaseId))
+        if (!r->IsThermal() && !entityNodes(p.mesh, r->m_entities).empty()
+            && std::find(r->m_dof.begin(), r->m_dof.end(), true) != r->m_dof.end())
+            return true;
+    return false;
+}
+
+void writeStep(Plan& p, const CKwSubCase& sub, bool first)
+{
+    p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
+             + "\n";
+    writeProcedure(p, sub);
+    writeRestraints(p, sub.GetID(), !first);
+    if (!p.deck.modal) {
+        const StepLoads loads = writeLoads(p, sub.GetID());
+        // Loads of one subcase never carry over into the next.
+        if (!first) {
+            p.out += "*CLOAD, OP=NEW\n*DLOAD, OP=NEW\n";
+        }
+        p.out += loads.cload + loads.dload;
+        p.out += "*NODE FILE\nU, RF\n*EL FILE\nS\n";
+    } else {
+        p.out += "*NODE FILE\nU\n*EL FILE\nS\n";
+    }
+    p.out += "*END STEP\n";
+    p.deck.stepSubcases.push_back(sub.GetID());
+}
+
+QString refusalFor(int type)
+{
+    switch (type) {
+    case CKwAnalysis::ResponseSpectrum:
+        return QStringLiteral("The solver run cannot do a response spectrum analysis: it has no "
+                              "spectrum input and no modal combination.");
+    case CKwAnalysis::ExplicitDynamics:
+        return QStringLiteral("The solver run cannot do an explicit dynamics analysis: it has no "
+                              "explicit time integration.");
+    case CKwAnalysis::Fatigue:
+        return QStringLiteral("The solver run cannot do a fatigue analysis: it has no fatigue "
+                              "life evaluation.");
+    default:
+        return QStringLiteral("The solver run cannot do analyses of type %1.").arg(type);
+    }
+}
+
+} // namespace
+
+std::vector<int> KwGeometryNodes(const CKwMeshModel& mesh, const CKwUIEntity& entity)
+{
+    std::vector<int> ids;
+    switch (entity.GetKind()) {
+    case CKwUIEntity::Node:
+        if (mesh.HasNode(entity.GetID()))
+            ids.push_back(entity.GetID());
+        return ids;
+    case CKwUIEntity::Element: {
+        const int e = mesh.ElementIndex(entity.GetID());
+        if (e >= 0)
+            for (int i : mesh.ElementNodes(std::size_t(e)))
+                ids.push_back(mesh.Nodes()[std::size_t(i)].id);
+        std::sort(ids.begin(), ids.end());
+        return ids;
+    }
+    default:
+        break;
+    }
+    const Box b = solidBox(mesh);
+    if (!b.valid)
+        return ids;
+    double size = 0;
+    for (int a = 0; a < 3; ++a)
+        size = std::max(size, b.hi[a] - b.lo[a]);
+    const double tol = 1e-6 * std::max(size, 1e-12);
+    const auto inside = [&](const double* pt) {
+        for (int a = 0; a < 3; ++a)
+            if (pt[a] < b.lo[a] - tol || pt[a] > b.hi[a] + tol)
+                return false;
+        return true;
+    };
+    for (const auto& n : mesh.Nodes()) {
+        const double pt[3] = {n.x, n.y, n.z};
+        bool take = false;
+        if (entity.GetKind() == CKwUIEntity::Face && entity.GetID() >= 1 && entity.GetID() <= 6) {
+            const int axis = 2 - (entity.GetID() - 1) / 2;
+            const bool high = (entity.GetID() - 1) % 2 == 1;
+            take = inside(pt) && std::abs(pt[axis] - (high ? b.hi[axis] : b.lo[axis])) <= tol;
+        } else if (entity.GetKind() == CKwUIEntity::Vertex && entity.GetID() >= 1
+                   && entity.GetID() <= 8) {
+            take = true;
+            for (int a = 0; a < 3; ++a) {
+                const bool high = ((entity.GetID() - 1) >> a) & 1;
+                take = take && std::abs(pt[a] - (high ? b.hi[a] : b.lo[a])) <= tol;
+            }
+        } else if (entity.GetKind() == CKwUIEntity::Body) {
+            take = inside(pt);
+        }
+        if (take)
+            ids.push_back(n.id);
+    }
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analysis)
+{
+    KwSolverDeck deck;
+    const int type = analysis.GetAnalysisTypeCode();
+    if (type != CKwAnalysis::LinearStatic && type != CKwAnalysis::Modal
+        && type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient) {
+        deck.refusal = refusalFor(type);
+        return deck;
+    }
+    if (analysis.IsExplicitAnalysis()) {
+        deck.refusal = refusalFor(CKwAnalysis::ExplicitDynamics);
+        return deck;
+    }
+    if (!model.m_mesh || model.m_mesh->ElementCount() == 0) {
+        deck.refusal = QStringLiteral("The model has no mesh to solve.");
+        return deck;
+    }
+    if (analysis.GetSubCases().isEmpty()) {
+        deck.refusal = QStringLiteral("The analysis has no subcase.");
+        return deck;
+    }
+    std::string out = "** " + analysis.GetName().toStdString() + ", units N, m, kg, s, Pa\n";
+    Plan p(model, *model.m_mesh, analysis, deck, out);
+    for (const CKwPhysicalProperty* prop : model.m_properties) {
+        if (prop->m_idealization == CKwPhysicalProperty::Solid && !p.solid)
+            p.solid = prop;
+        if (prop->m_idealization == CKwPhysicalProperty::Shell && !p.shell)
+            p.shell = prop;
+        if (prop->m_idealization == CKwPhysicalProperty::Beam && !p.beam)
+            p.beam = prop;
+    }
+    deck.modal = type == CKwAnalysis::Modal;
+    deck.modes = deck.modal ? kKwDefaultModes : 0;
+
+    choosePieces(p);
+    writeNodes(p);
+    writeElements(p);
+    if (!writeProperties(p)) {
+        deck.text.clear();
+        return deck;
+    }
+    // Steps go into a buffer first: the time tables their loads use come before them.
+    std::string steps;
+    std::swap(out, steps);
+    const auto& subcases = analysis.GetSubCases();
+    // The solver's factorization does not stop at a free body: it would return rubbish.
+    // A modal analysis of a free body is sound (its first modes are rigid).
+    if (!deck.modal)
+        for (const CKwSubCase* sub : subcases)
+            if (!hasConstraint(p, sub->GetID())) {
+                deck.text.clear();
+                deck.refusal = QStringLiteral("Subcase \"%1\" has no constraint: the model can "
+                                              "move freely and its stiffness is singular.")
+                                   .arg(sub->GetName());
+                return deck;
+            }
+    if (deck.modal)
+        writeStep(p, *subcases.first(), true);
+    else
+        for (int i = 0; i < subcases.size(); ++i)
+            writeStep(p, *subcases[i], i == 0);
+    std::swap(out, steps);
+    writeAmplitudes(p);
+    out += steps;
+    deck.text = std::move(out);
+    return deck;
+}

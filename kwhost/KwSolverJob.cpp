@@ -1,0 +1,221 @@
+#include "KwSolverJob.h"
+
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwNonlinearSetup.h"
+#include "CKwSubCase.h"
+#include "KwHostText.h"
+#include "KwMFCUIEntry.h"
+#include "KwNumbers.h"
+#include "KwSolverResults.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTimer>
+
+namespace {
+constexpr const char* kJobName = "job";
+}
+
+KwSolverJob::KwSolverJob(CFMView* view, QObject* parent) : QObject(parent), m_view(view)
+{
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &KwSolverJob::readOutput);
+    connect(&m_process, &QProcess::finished, this, &KwSolverJob::onFinished);
+    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError e) {
+        if (e == QProcess::FailedToStart && m_running)
+            end(false, KwHostText("SolverNotStarted", "The solver could not be started: %1")
+                           .arg(m_process.errorString()));
+    });
+}
+
+KwSolverJob::~KwSolverJob()
+{
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.disconnect(this);
+        m_process.kill();
+        m_process.waitForFinished(3000);
+    }
+    if (m_running && m_view)
+        m_view->SetSolvraRunning(false);
+}
+
+QString KwSolverJob::SolverProgram()
+{
+    return QStandardPaths::findExecutable(QStringLiteral("ccx"));
+}
+
+bool KwSolverJob::Start(CKwFEModel* model, CKwAnalysis* analysis, const QString& title)
+{
+    m_succeeded = false;
+    if (m_running || (m_view && m_view->IsSolvraRunning())) {
+        m_message = KwHostText("StatusAlreadyRunning", "A solution is already running.");
+        return false;
+    }
+    if (!model || !analysis) {
+        m_message = KwHostText("SolverNoAnalysis", "There is no analysis to run.");
+        return false;
+    }
+    const QString program = SolverProgram();
+    if (program.isEmpty()) {
+        m_message = KwHostText("SolverMissing",
+                               "The solver program \"ccx\" was not found on the search path. "
+                               "Install it (tools/setup.sh does) and run again.");
+        return false;
+    }
+    m_deck = KwWriteSolverDeck(*model, *analysis);
+    if (!m_deck.ok()) {
+        m_message = m_deck.refusal;
+        return false;
+    }
+    m_dir = std::make_unique<QTemporaryDir>();
+    QFile deck(m_dir->filePath(QStringLiteral("%1.inp").arg(QLatin1String(kJobName))));
+    if (!m_dir->isValid() || !deck.open(QIODevice::WriteOnly)
+        || deck.write(m_deck.text.data(), qint64(m_deck.text.size())) != qint64(m_deck.text.size())) {
+        m_message = KwHostText("SolverNoJobDir", "The solver's input could not be written: %1")
+                        .arg(deck.errorString());
+        return false;
+    }
+    deck.close();
+
+    const bool transient = analysis->GetAnalysisTypeCode() == CKwAnalysis::NonlinearTransient;
+    int maxIterations = 16;
+    if (const CKwSubCase* first = analysis->GetSubCases().value(0))
+        if (const CKwNonlinearSetup* s = first->GetNonlinearSetup())
+            if (const int m = s->m_integers[CKwNonlinearSetup::IntMaxIterations];
+                !IsMissingValue(m) && m > 0)
+                maxIterations = m;
+    m_progress = std::make_unique<KwSolverProgress>(
+        m_deck.stepSubcases, transient ? kKwDefaultTransientTime : 1.0, maxIterations);
+    m_analysis = analysis;
+    m_pending.clear();
+    m_tail.clear();
+    m_stopped = false;
+    m_linesSent = 0;
+    m_running = true;
+    m_statusId = transient ? 42u : 41u;
+    if (m_view)
+        m_view->SetSolvraRunning(true);
+    const std::wstring t = title.toStdWString();
+    CreateKwDialog(m_statusId);
+    CallKwDialogFunction(m_statusId, 4, t.c_str(), 0, m_view, nullptr);
+
+    m_process.setWorkingDirectory(m_dir->path());
+    // Line by line: the solver's output through a pipe is otherwise held back in blocks.
+    const QString stdbuf = QStandardPaths::findExecutable(QStringLiteral("stdbuf"));
+    const QStringList args{QStringLiteral("-i"), QLatin1String(kJobName)};
+    if (!stdbuf.isEmpty())
+        m_process.start(stdbuf, QStringList{QStringLiteral("-oL"), program} + args);
+    else
+        m_process.start(program, args);
+    return true;
+}
+
+void KwSolverJob::readOutput()
+{
+    m_pending += m_process.readAllStandardOutput();
+    qsizetype nl;
+    while ((nl = m_pending.indexOf('\n')) >= 0) {
+        const QByteArray line = m_pending.left(nl);
+        m_pending.remove(0, nl + 1);
+        takeLine(std::string_view(line.constData(), std::size_t(line.size())));
+    }
+}
+
+void KwSolverJob::takeLine(std::string_view line)
+{
+    if (!m_progress)
+        return;
+    const QString text = QString::fromUtf8(line.data(), qsizetype(line.size())).trimmed();
+    if (!text.isEmpty()) {
+        m_tail << text;
+        if (m_tail.size() > 6)
+            m_tail.removeFirst();
+    }
+    if (!m_progress->AddLine(line))
+        return;
+    const std::wstring progress = m_progress->CurrentLine().toStdWString();
+    CallKwDialogFunction(m_statusId, m_statusId == 42 ? 7u : 5u, progress.c_str(), 0, m_view,
+                         nullptr);
+    ++m_linesSent;
+}
+
+void KwSolverJob::onFinished(int exitCode, QProcess::ExitStatus status)
+{
+    if (!m_running)
+        return;
+    readOutput();
+    if (!m_pending.isEmpty()) {
+        const QByteArray rest = m_pending;
+        m_pending.clear();
+        takeLine(std::string_view(rest.constData(), std::size_t(rest.size())));
+    }
+    if (m_stopped) {
+        end(false, KwHostText("SolverStopped", "The solution was stopped; no results were kept."));
+        return;
+    }
+    const QStringList& errors = m_progress->Errors();
+    if (status != QProcess::NormalExit || exitCode != 0 || !errors.isEmpty()) {
+        const QString words = (errors.isEmpty() ? m_tail : errors).join(QLatin1Char('\n'));
+        end(false, KwHostText("SolverFailed", "The solver stopped with an error:\n%1").arg(words));
+        return;
+    }
+    QFile frd(m_dir->filePath(QStringLiteral("%1.frd").arg(QLatin1String(kJobName))));
+    if (!frd.open(QIODevice::ReadOnly)) {
+        end(false, KwHostText("SolverNoResults", "The solver wrote no results:\n%1")
+                       .arg(m_tail.join(QLatin1Char('\n'))));
+        return;
+    }
+    const QByteArray bytes = frd.readAll();
+    auto results = std::make_shared<KwSolverResults>();
+    QString error;
+    if (!KwReadSolverResults(std::string_view(bytes.constData(), std::size_t(bytes.size())),
+                             m_deck.stepSubcases, *results, error)
+        || results->sets.empty()) {
+        end(false, KwHostText("SolverBadResults", "The solver's results could not be read: %1")
+                       .arg(error));
+        return;
+    }
+    m_analysis->SetSolverResults(std::move(results));
+    end(true, KwHostText("StatusSolutionFinished", "Solution finished."));
+}
+
+void KwSolverJob::end(bool succeeded, const QString& message)
+{
+    m_running = false;
+    m_succeeded = succeeded;
+    m_message = message;
+    // The windows are put back as a host does at the end of a run.
+    CallKwDialogFunction(m_statusId, 2, L"", 0, m_view, nullptr);
+    CallKwDialogFunction(m_statusId, 3, L"", 0, m_view, nullptr);
+    if (m_view)
+        m_view->SetSolvraRunning(false);
+    m_progress.reset();
+    m_dir.reset();
+    Q_EMIT finished(succeeded);
+}
+
+void KwSolverJob::Stop()
+{
+    if (!m_running || m_process.state() == QProcess::NotRunning)
+        return;
+    m_stopped = true;
+    m_process.kill();
+}
+
+bool KwSolverJob::Wait(int msecs)
+{
+    if (!m_running)
+        return true;
+    QEventLoop loop;
+    QTimer timeout;
+    timeout.setSingleShot(true);
+    connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    connect(this, &KwSolverJob::finished, &loop, &QEventLoop::quit);
+    timeout.start(msecs);
+    loop.exec();
+    return !m_running;
+}

@@ -1,0 +1,69 @@
+#pragma once
+// A real solver run of one analysis: writes the input deck into a temporary job directory,
+// starts the solver as a separate program, feeds its console output line by line to the
+// status windows (the same calls a host makes), and on success reads the result file into the
+// analysis. A refused, missing, failed or stopped run leaves the model as it was and reports
+// why, in the solver's own words where it gave any.
+#include "KwSolverDeck.h"
+#include "KwSolverProgress.h"
+
+#include <QObject>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+#include <memory>
+
+class CFMView;
+class CKwAnalysis;
+class CKwFEModel;
+
+class KwSolverJob : public QObject
+{
+    Q_OBJECT
+public:
+    explicit KwSolverJob(CFMView* view, QObject* parent = nullptr);
+    ~KwSolverJob() override;
+
+    // The solver program found on the search path, or an empty string.
+    static QString SolverProgram();
+
+    // Starts a run of `analysis`; false (with Message() saying why) when it cannot start.
+    bool Start(CKwFEModel* model, CKwAnalysis* analysis, const QString& title);
+    // Ends a run early: the solver is killed and nothing of it reaches the model.
+    void Stop();
+    bool IsRunning() const { return m_running; }
+    // Runs the event loop until the run ends or `msecs` pass; true when it ended.
+    bool Wait(int msecs);
+
+    bool Succeeded() const { return m_succeeded; }
+    // After a run (or a refusal): what happened, for the user.
+    QString Message() const { return m_message; }
+    int ProgressLinesSent() const { return m_linesSent; }
+    const KwSolverDeck& Deck() const { return m_deck; }
+    // The status window the run drives: 42 for a transient run, 41 otherwise.
+    std::uint32_t StatusId() const { return m_statusId; }
+
+Q_SIGNALS:
+    void finished(bool succeeded);
+
+private:
+    void readOutput();
+    void takeLine(std::string_view line);
+    void onFinished(int exitCode, QProcess::ExitStatus status);
+    void end(bool succeeded, const QString& message);
+
+    CFMView* m_view;
+    QProcess m_process;
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<KwSolverProgress> m_progress;
+    KwSolverDeck m_deck;
+    CKwAnalysis* m_analysis = nullptr;
+    QByteArray m_pending;
+    QStringList m_tail; // the last lines of output, for a failure without an error line
+    bool m_running = false;
+    bool m_stopped = false;
+    bool m_succeeded = false;
+    QString m_message;
+    int m_linesSent = 0;
+    std::uint32_t m_statusId = 41;
+};

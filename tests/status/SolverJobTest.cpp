@@ -1,0 +1,289 @@
+// Real solver runs through the path "Run analysis" takes (deck, separate solver program,
+// output into the status windows, result file into the analysis), checked against closed-form
+// answers; and the runs that must leave the model as it was.
+#include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwFEModel.h"
+#include "CKwLoad.h"
+#include "CKwMaterial.h"
+#include "CKwMeshModel.h"
+#include "CKwRestraint.h"
+#include "CKwSubCase.h"
+#include "CKwUIEntity.h"
+#include "CNLstatusDialog.h"
+#include "KwHostWindow.h"
+#include "KwMFCUIEntry.h"
+#include "KwSolverDeck.h"
+#include "KwSolverJob.h"
+#include "KwSolverResults.h"
+#include "KwTestSupport.h"
+
+#include <QApplication>
+#include <cmath>
+#include <numbers>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr double E = 2.0e11, NU = 0.3, RHO = 7850.0;
+constexpr double L = 1.0, H = 0.1; // a square bar of side H
+
+// A bar of hexahedra along x, the first material steel-like, faces 1..6 pickable.
+std::unique_ptr<CKwFEModel> bar(int nx, int nyz, int analysisType)
+{
+    auto m = std::make_unique<CKwFEModel>(1, QStringLiteral("Bar"));
+    for (int f = 1; f <= 6; ++f)
+        m->m_geometry.append(new CKwUIEntity(CKwUIEntity::Face, f, QStringLiteral("Face %1").arg(f)));
+    m->m_mesh = new CKwMeshModel(1, QStringLiteral("Mesh"));
+    m->m_mesh->BuildBlock(nx, nyz, nyz, L, H, H);
+    auto* steel = new CKwMaterial(1, QStringLiteral("Steel"));
+    steel->SetValue("EX", E);
+    steel->SetValue("NUXY", NU);
+    steel->SetValue("DENS", RHO);
+    m->m_materials = {steel};
+    auto* a = new CKwAnalysis(1, QStringLiteral("Run"), analysisType);
+    a->AddSubCase(new CKwSubCase(1, QStringLiteral("Subcase 1")));
+    a->SetMesh(m->m_mesh);
+    m->m_analyses = {a};
+    return m;
+}
+
+CKwRestraint* restrain(CKwFEModel& m, CKwUIEntity* on, std::array<bool, 6> dof)
+{
+    auto* r = new CKwRestraint(CKwFEModel::NextId(m.m_restraints), QStringLiteral("R"));
+    r->m_dof = dof;
+    r->m_entities = {on};
+    m.m_restraints.append(r);
+    return r;
+}
+
+CKwLoad* force(CKwFEModel& m, int face, double magnitude, std::array<double, 3> dir,
+               QList<int> subcases = {1})
+{
+    auto* l = new CKwLoad(CKwFEModel::NextId(m.m_loads), QStringLiteral("F"));
+    l->m_type = CKwLoad::Force;
+    l->m_magnitude = magnitude;
+    l->m_direction = dir;
+    l->m_entities = {m.FindGeometry(CKwUIEntity::Face, face)};
+    l->m_subcaseIds = subcases;
+    m.m_loads.append(l);
+    return l;
+}
+
+// The mean of one displacement component over the nodes of a face.
+double meanOnFace(const CKwFEModel& m, const KwResultSet& set, int face, int axis)
+{
+    const auto nodes = KwGeometryNodes(*m.m_mesh, *m.FindGeometry(CKwUIEntity::Face, face));
+    double sum = 0;
+    for (int id : nodes) {
+        const double* u = set.displacement.Find(id);
+        EXPECT_NE(u, nullptr) << "node " << id;
+        sum += u ? u[axis] : 0;
+    }
+    return nodes.empty() ? 0 : sum / double(nodes.size());
+}
+
+class SolverJob : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        kwtest::IsolateSettings();
+        if (KwSolverJob::SolverProgram().isEmpty())
+            GTEST_SKIP() << "the solver program ccx is not installed (tools/setup.sh installs it)";
+    }
+    void TearDown() override
+    {
+        for (unsigned id : {41u, 42u})
+            DeleteKwDialog(id);
+        kwtest::CloseAllWindows();
+    }
+    // Runs the model's first analysis to its end; the results, or nullptr on failure.
+    const KwSolverResults* solve(CKwFEModel& m)
+    {
+        CFMView view(&m);
+        KwSolverJob job(&view);
+        CKwAnalysis* a = m.m_analyses.first();
+        if (!job.Start(&m, a, a->GetName())) {
+            ADD_FAILURE() << job.Message().toStdString();
+            return nullptr;
+        }
+        EXPECT_TRUE(view.IsSolvraRunning());
+        EXPECT_TRUE(job.Wait(60000)) << "the solver did not end within a minute";
+        EXPECT_FALSE(view.IsSolvraRunning());
+        EXPECT_TRUE(job.Succeeded()) << job.Message().toStdString() << "\n" << job.Deck().text;
+        return job.Succeeded() ? a->GetSolverResults() : nullptr;
+    }
+};
+
+TEST_F(SolverJob, axialBarStretchesByForceTimesLengthOverAxialStiffness)
+{
+    auto m = bar(10, 2, CKwAnalysis::LinearStatic);
+    // Held only as much as needed, so that the bar contracts freely across.
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true});
+    const int nx = 10, ny = 2;
+    const int origin = 1, acrossY = 1 + ny * (nx + 1);
+    restrain(*m, m->FindGeometry(CKwUIEntity::Node, origin), {false, true, true});
+    restrain(*m, m->FindGeometry(CKwUIEntity::Node, acrossY), {false, false, true});
+    const double P = 1.0e5;
+    force(*m, 6, P, {1, 0, 0});
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const KwResultSet* set = r->LastOfStep(1);
+    ASSERT_NE(set, nullptr);
+    EXPECT_EQ(set->subcaseId, 1);
+    const double expected = P * L / (E * H * H);
+    EXPECT_NEAR(meanOnFace(*m, *set, 6, 0), expected, 0.01 * expected);
+    // The reactions balance the load; the uniform axial stress is P/A everywhere.
+    double reaction = 0;
+    for (int id : KwGeometryNodes(*m->m_mesh, *m->FindGeometry(CKwUIEntity::Face, 5)))
+        if (const double* f = set->reaction.Find(id))
+            reaction += f[0];
+    EXPECT_NEAR(reaction, -P, 1e-3 * P);
+    const double* mid = set->stress.Find(6 + (nx + 1) * 1 + (nx + 1) * (ny + 1));
+    ASSERT_NE(mid, nullptr);
+    EXPECT_NEAR(mid[0], P / (H * H), 0.01 * P / (H * H));
+    const double* vm = set->vonMises.Find(6);
+    ASSERT_NE(vm, nullptr);
+    EXPECT_NEAR(*vm, P / (H * H), 0.02 * P / (H * H));
+    EXPECT_EQ(m->m_analyses.first()->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
+}
+
+TEST_F(SolverJob, cantileverTipDeflectsAsABeamWithShear)
+{
+    auto m = bar(20, 2, CKwAnalysis::LinearStatic);
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true, true, true, true});
+    const double P = 1000.0;
+    force(*m, 6, P, {0, 0, -1});
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const double I = H * H * H * H / 12.0, G = E / (2 * (1 + NU));
+    const double expected = P * L * L * L / (3 * E * I) + P * L / (5.0 / 6.0 * G * H * H);
+    EXPECT_NEAR(-meanOnFace(*m, *r->LastOfStep(1), 6, 2), expected, 0.03 * expected);
+}
+
+TEST_F(SolverJob, cantileverBendsFirstAtItsClosedFormFrequency)
+{
+    auto m = bar(20, 2, CKwAnalysis::Modal);
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true, true, true, true});
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const auto modes = r->Modes();
+    ASSERT_EQ(int(modes.size()), kKwDefaultModes);
+    const double I = H * H * H * H / 12.0;
+    const double f1 = 1.875104 * 1.875104 / (2 * std::numbers::pi)
+                      * std::sqrt(E * I / (RHO * H * H * L * L * L * L));
+    // The square section bends first about both axes at the same frequency.
+    EXPECT_NEAR(modes[0]->value, f1, 0.03 * f1);
+    EXPECT_NEAR(modes[1]->value, f1, 0.03 * f1);
+    EXPECT_EQ(modes[0]->increment, 1);
+    EXPECT_FALSE(modes[0]->displacement.empty());
+}
+
+TEST_F(SolverJob, subcasesAreStepsWhoseResultsSuperpose)
+{
+    auto m = bar(10, 2, CKwAnalysis::LinearStatic);
+    CKwAnalysis* a = m->m_analyses.first();
+    a->AddSubCase(new CKwSubCase(2, QStringLiteral("Sideways")));
+    a->AddSubCase(new CKwSubCase(3, QStringLiteral("Both")));
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true, true, true, true});
+    force(*m, 6, 800.0, {0, 0, -1}, {1, 3});
+    force(*m, 6, 500.0, {0, 1, 0}, {2, 3});
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const KwResultSet *s1 = r->LastOfStep(1), *s2 = r->LastOfStep(2), *s3 = r->LastOfStep(3);
+    ASSERT_TRUE(s1 && s2 && s3);
+    EXPECT_EQ(s2->subcaseId, 2);
+    EXPECT_EQ(s3->subcaseId, 3);
+    double largest = 0, worst = 0;
+    for (std::size_t i = 0; i < s3->displacement.nodeIds.size(); ++i) {
+        const int id = s3->displacement.nodeIds[i];
+        const double *u1 = s1->displacement.Find(id), *u2 = s2->displacement.Find(id);
+        ASSERT_TRUE(u1 && u2);
+        for (int k = 0; k < 3; ++k) {
+            const double u3 = s3->displacement.values[3 * i + std::size_t(k)];
+            largest = std::max(largest, std::abs(u3));
+            worst = std::max(worst, std::abs(u3 - u1[k] - u2[k]));
+        }
+    }
+    EXPECT_GT(largest, 0);
+    // The result file keeps six digits.
+    EXPECT_LT(worst, 2e-5 * largest);
+    // Subcase 1 pushes down only: the sideways load did not carry over into it or out of 2.
+    EXPECT_LT(meanOnFace(*m, *s1, 6, 2), 0);
+    EXPECT_NEAR(meanOnFace(*m, *s1, 6, 1), 0, 2e-5 * largest);
+    EXPECT_NEAR(meanOnFace(*m, *s2, 6, 2), 0, 2e-5 * largest);
+}
+
+TEST_F(SolverJob, runsThatCannotSucceedLeaveTheResultsAsTheyWere)
+{
+    struct Case
+    {
+        const char* what;
+        int analysisType;
+        bool constrained;
+        bool stop;
+        bool starts;
+        const char* messagePart;
+    };
+    const Case cases[] = {
+        {"no constraint: a singular model", CKwAnalysis::LinearStatic, false, false, false,
+         "no constraint"},
+        {"stopped", CKwAnalysis::NonlinearStatic, true, true, true, "stopped"},
+        {"a kind the solver cannot do", CKwAnalysis::ResponseSpectrum, true, false, false,
+         "spectrum"},
+        {"explicit dynamics", CKwAnalysis::ExplicitDynamics, true, false, false, "explicit"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto m = bar(6, 1, c.analysisType);
+        if (c.constrained)
+            restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true});
+        force(*m, 6, 1000.0, {0, 0, -1});
+        CKwAnalysis* a = m->m_analyses.first();
+        a->AddResultSet(1);
+        auto before = std::make_shared<KwSolverResults>();
+        before->sets.resize(1);
+        before->sets[0].subcaseId = 1;
+        a->SetSolverResults(before);
+        CFMView view(m.get());
+        KwSolverJob job(&view);
+        ASSERT_EQ(job.Start(m.get(), a, a->GetName()), c.starts) << job.Message().toStdString();
+        if (c.starts) {
+            if (c.stop)
+                job.Stop();
+            EXPECT_TRUE(job.Wait(60000));
+            EXPECT_FALSE(job.Succeeded());
+        }
+        EXPECT_FALSE(view.IsSolvraRunning());
+        EXPECT_TRUE(job.Message().contains(QLatin1String(c.messagePart), Qt::CaseInsensitive))
+            << job.Message().toStdString();
+        EXPECT_EQ(a->GetSolverResults(), before.get());
+        EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
+    }
+}
+
+TEST_F(SolverJob, nonlinearRunDrivesTheStatusWindowFromTheSolversOwnOutput)
+{
+    auto* host = new KwHostWindow();
+    CKwFEModel* m = host->Model();
+    host->SetCurrentAnalysis(m->m_analyses.at(1)); // the sample's nonlinear static analysis
+    ASSERT_TRUE(host->RunCurrentAnalysis()) << host->SolverJob()->Message().toStdString();
+    // While it runs the editors refuse OK; a second run does not start.
+    EXPECT_TRUE(host->View()->IsSolvraRunning());
+    EXPECT_FALSE(host->RunCurrentAnalysis());
+    ASSERT_TRUE(host->SolverJob()->Wait(120000));
+    EXPECT_TRUE(host->SolverJob()->Succeeded()) << host->SolverJob()->Message().toStdString()
+                                                << host->SolverJob()->Deck().text;
+    EXPECT_GT(host->SolverJob()->ProgressLinesSent(), 2);
+    const KwSolverResults* r = m->m_analyses.at(1)->GetSolverResults();
+    ASSERT_NE(r, nullptr);
+    // Several increments, the last one at the full load.
+    ASSERT_GT(r->sets.size(), 1u);
+    EXPECT_NEAR(r->sets.back().value, 1.0, 1e-9);
+    // The loose test tabs are not part of the solved model.
+    EXPECT_EQ(r->sets.back().displacement.Find(5001), nullptr);
+    delete host;
+}
+
+} // namespace
