@@ -758,9 +758,31 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     std::swap(out, steps);
     const auto& subcases = analysis.GetSubCases();
     // The solver's factorization does not stop at a free body: it would return rubbish.
-    // A modal analysis of a free body is sound (its first modes are rigid).
+    // A modal analysis of a free body is sound (its first modes are rigid). A subcase with
+    // neither a structural load nor a constraint is a heat-transfer one: it is left out.
+    std::vector<const CKwSubCase*> solved;
+    for (const CKwSubCase* sub : subcases) {
+        if (deck.modal) {
+            solved.push_back(sub);
+            break;
+        }
+        const auto loads = loadsOf(model, sub->GetID());
+        const bool structural = std::any_of(loads.begin(), loads.end(),
+                                            [](const CKwLoad* l) { return !l->IsThermal(); });
+        if (!structural && !hasConstraint(p, sub->GetID())) {
+            p.note(QStringLiteral("Subcase \"%1\" left out: it holds no structural load")
+                       .arg(sub->GetName()));
+            continue;
+        }
+        solved.push_back(sub);
+    }
+    if (solved.empty()) {
+        deck.text.clear();
+        deck.refusal = QStringLiteral("No subcase of the analysis holds a structural load.");
+        return deck;
+    }
     if (!deck.modal)
-        for (const CKwSubCase* sub : subcases)
+        for (const CKwSubCase* sub : solved)
             if (!hasConstraint(p, sub->GetID())) {
                 deck.text.clear();
                 deck.refusal = QStringLiteral("Subcase \"%1\" has no constraint: the model can "
@@ -768,11 +790,8 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
                                    .arg(sub->GetName());
                 return deck;
             }
-    if (deck.modal)
-        writeStep(p, *subcases.first(), true);
-    else
-        for (int i = 0; i < subcases.size(); ++i)
-            writeStep(p, *subcases[i], i == 0);
+    for (std::size_t i = 0; i < solved.size(); ++i)
+        writeStep(p, *solved[i], i == 0);
     std::swap(out, steps);
     writeAmplitudes(p);
     out += steps;

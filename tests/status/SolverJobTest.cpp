@@ -287,3 +287,57 @@ TEST_F(SolverJob, nonlinearRunDrivesTheStatusWindowFromTheSolversOwnOutput)
 }
 
 } // namespace
+
+namespace {
+
+// Every analysis of the sample model from the menu: those the solver can do end with results
+// for their structural subcases; the others are refused before anything runs.
+TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
+{
+    struct Case
+    {
+        const char* analysis;
+        bool runs;
+        QList<int> subcasesWithResults;
+        const char* refusalPart;
+    };
+    const Case cases[] = {
+        {"Linear Static", true, {1}, ""},
+        {"Nonlinear Transient", true, {1}, ""},
+        {"Response Spectrum", false, {}, "response spectrum"},
+        {"Explicit Dynamics", false, {}, "explicit"},
+        {"Fatigue", false, {}, "fatigue"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.analysis);
+        auto* host = new KwHostWindow();
+        CKwAnalysis* a = nullptr;
+        for (CKwAnalysis* x : host->Model()->m_analyses)
+            if (x->GetName() == QLatin1String(c.analysis))
+                a = x;
+        ASSERT_NE(a, nullptr);
+        host->SetCurrentAnalysis(a);
+        const bool hadResults = a->HasResultSet();
+        ASSERT_EQ(host->RunCurrentAnalysis(), c.runs) << host->SolverJob()->Message().toStdString();
+        if (c.runs) {
+            ASSERT_TRUE(host->SolverJob()->Wait(120000));
+            ASSERT_TRUE(host->SolverJob()->Succeeded())
+                << host->SolverJob()->Message().toStdString();
+            for (int id : c.subcasesWithResults)
+                EXPECT_TRUE(std::any_of(a->GetSolverResults()->sets.begin(),
+                                        a->GetSolverResults()->sets.end(),
+                                        [id](const KwResultSet& s) { return s.subcaseId == id; }));
+            EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults()->GetID(),
+                      c.subcasesWithResults.first());
+        } else {
+            EXPECT_TRUE(host->SolverJob()->Message().contains(QLatin1String(c.refusalPart),
+                                                              Qt::CaseInsensitive))
+                << host->SolverJob()->Message().toStdString();
+            EXPECT_EQ(a->HasResultSet(), hadResults);
+            EXPECT_FALSE(host->View()->IsSolvraRunning());
+        }
+        delete host;
+    }
+}
+
+} // namespace
