@@ -1,10 +1,10 @@
 #include "KwSolverResults.h"
 
+#include <Eigen/Dense>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <map>
-#include <numbers>
 #include <string>
 
 const double* KwNodalField::Find(int nodeId) const
@@ -47,25 +47,15 @@ double KwVonMises(const double* s)
 
 void KwPrincipalStresses(const double* s, double* principal)
 {
-    // Eigenvalues of the symmetric tensor by the trigonometric solution of its characteristic
-    // cubic.
-    const double xx = s[0], yy = s[1], zz = s[2], xy = s[3], yz = s[4], zx = s[5];
-    const double p1 = xy * xy + yz * yz + zx * zx;
-    const double q = (xx + yy + zz) / 3.0;
-    const double p2 = (xx - q) * (xx - q) + (yy - q) * (yy - q) + (zz - q) * (zz - q) + 2.0 * p1;
-    const double p = std::sqrt(p2 / 6.0);
-    if (p <= 1e-300 * (1.0 + std::abs(q))) {
-        principal[0] = principal[1] = principal[2] = q;
-        return;
-    }
-    const double b[6] = {(xx - q) / p, (yy - q) / p, (zz - q) / p, xy / p, yz / p, zx / p};
-    const double det = b[0] * (b[1] * b[2] - b[4] * b[4]) - b[3] * (b[3] * b[2] - b[4] * b[5])
-                       + b[5] * (b[3] * b[4] - b[1] * b[5]);
-    const double r = std::clamp(det / 2.0, -1.0, 1.0);
-    const double phi = std::acos(r) / 3.0;
-    principal[0] = q + 2.0 * p * std::cos(phi);
-    principal[2] = q + 2.0 * p * std::cos(phi + 2.0 * std::numbers::pi / 3.0);
-    principal[1] = 3.0 * q - principal[0] - principal[2];
+    // The closed-form roots of the characteristic cubic lose half their digits next to a
+    // double root (uniaxial states); the iterative symmetric solver keeps them all.
+    Eigen::Matrix3d m;
+    m << s[0], s[3], s[5], s[3], s[1], s[4], s[5], s[4], s[2];
+    const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver(m, Eigen::EigenvaluesOnly);
+    const Eigen::Vector3d v = solver.eigenvalues(); // ascending
+    principal[0] = v[2];
+    principal[1] = v[1];
+    principal[2] = v[0];
 }
 
 namespace {
