@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
+#include <charconv>
 #include <map>
 #include <numeric>
 #include <set>
@@ -29,8 +29,22 @@ using NodeSet = std::set<int>;
 std::string num(double v)
 {
     char buf[32];
-    std::snprintf(buf, sizeof buf, "%.12g", v);
-    return buf;
+    const auto r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 12);
+    return std::string(buf, r.ptr);
+}
+
+// Appends numbers without building a string for each: the mesh is most of the deck.
+void put(std::string& out, double v)
+{
+    char buf[32];
+    const auto r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 12);
+    out.append(buf, r.ptr);
+}
+void put(std::string& out, int v)
+{
+    char buf[16];
+    const auto r = std::to_chars(buf, buf + sizeof buf, v);
+    out.append(buf, r.ptr);
 }
 
 bool isSolid(int type) { return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8; }
@@ -197,9 +211,14 @@ void writeNodes(Plan& p)
     for (std::size_t i = 0; i < used.size(); ++i) {
         const auto& n = p.mesh.Nodes()[i];
         lastId = std::max(lastId, n.id);
-        if (used[i])
-            p.out += std::to_string(n.id) + ", " + num(n.x) + ", " + num(n.y) + ", " + num(n.z)
-                     + "\n";
+        if (used[i]) {
+            put(p.out, n.id);
+            for (double c : {n.x, n.y, n.z}) {
+                p.out += ", ";
+                put(p.out, c);
+            }
+            p.out += '\n';
+        }
     }
     // Beams go out as quadratic beams (every section shape the solver knows takes them): each
     // gets a middle node numbered after the mesh's own.
@@ -232,18 +251,21 @@ void writeElements(Plan& p)
             if (!header)
                 p.out += std::string("*ELEMENT, TYPE=") + f.solverType + ", ELSET=" + f.set + "\n";
             header = true;
-            std::string line = std::to_string(p.mesh.ElementID(e));
-            for (int i : p.mesh.ElementNodes(e)) {
-                line += ", " + std::to_string(p.mesh.Nodes()[std::size_t(i)].id);
+            put(p.out, p.mesh.ElementID(e));
+            const auto nodes = p.mesh.ElementNodes(e);
+            for (std::size_t k = 0; k < nodes.size(); ++k) {
+                const int id = p.mesh.Nodes()[std::size_t(nodes[k])].id;
+                // A beam's middle node sits between its two ends in the solver's order.
+                if (f.type == CKwMeshModel::Beam2 && k == 1) {
+                    p.out += ", ";
+                    put(p.out, p.beamMiddles[e]);
+                }
+                p.out += ", ";
+                put(p.out, id);
                 if (!isSolid(f.type))
-                    p.shellBeamNodes.insert(p.mesh.Nodes()[std::size_t(i)].id);
+                    p.shellBeamNodes.insert(id);
             }
-            if (f.type == CKwMeshModel::Beam2) {
-                // The middle node sits between the two ends in the solver's order.
-                const std::size_t comma = line.rfind(',');
-                line.insert(comma, ", " + std::to_string(p.beamMiddles[e]));
-            }
-            p.out += line + "\n";
+            p.out += '\n';
         }
     }
     p.out += "*ELSET, ELSET=EALL\n";
@@ -437,6 +459,17 @@ void writeRestraints(Plan& p, int subcaseId, bool newSet)
 
 // --- loads ---
 
+// A flag per node index for the nodes of a set: solid faces are tested against it at the cost
+// of a load per corner.
+std::vector<char> markNodes(const CKwMeshModel& mesh, const NodeSet& nodes)
+{
+    std::vector<char> mark(mesh.Nodes().size(), 0);
+    for (int id : nodes)
+        if (const int i = mesh.NodeIndex(id); i >= 0)
+            mark[std::size_t(i)] = 1;
+    return mark;
+}
+
 // Nodal shares of a load spread over the entities: for each solid face lying in the node set,
 // its area split equally among its corners (the consistent load of a linear face); nodes on
 // no such face (single nodes, vertices) share equally.
@@ -444,6 +477,7 @@ std::map<int, double> nodalShares(const Plan& p, const NodeSet& nodes)
 {
     std::map<int, double> share;
     const auto& all = p.mesh.Nodes();
+    const std::vector<char> mark = markNodes(p.mesh, nodes);
     for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
         if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
             continue;
@@ -451,7 +485,7 @@ std::map<int, double> nodalShares(const Plan& p, const NodeSet& nodes)
         for (const auto& face : solidFaces(p.mesh.ElementType(e))) {
             bool on = true;
             for (int k : face)
-                on = on && nodes.count(all[std::size_t(en[std::size_t(k)])].id);
+                on = on && mark[std::size_t(en[std::size_t(k)])];
             if (!on)
                 continue;
             double area = 0;
@@ -516,7 +550,7 @@ void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
 {
     const NodeSet nodes = entityNodes(p.mesh, l.m_entities);
     std::string lines;
-    const auto& all = p.mesh.Nodes();
+    const std::vector<char> mark = markNodes(p.mesh, nodes);
     for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
         if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
             continue;
@@ -525,7 +559,7 @@ void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
         for (std::size_t f = 0; f < faces.size(); ++f) {
             bool on = true;
             for (int k : faces[f])
-                on = on && nodes.count(all[std::size_t(en[std::size_t(k)])].id);
+                on = on && mark[std::size_t(en[std::size_t(k)])];
             if (on)
                 lines += std::to_string(p.mesh.ElementID(e)) + ", P" + std::to_string(f + 1)
                          + ", " + num(l.m_magnitude) + "\n";

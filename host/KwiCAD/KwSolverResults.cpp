@@ -87,12 +87,10 @@ bool toInt(std::string_view s, int& v)
 bool toDouble(std::string_view s, double& v)
 {
     s = trim(s);
-    if (s.empty() || s.size() > 40)
-        return false;
-    const std::string copy(s);
-    char* end = nullptr;
-    v = std::strtod(copy.c_str(), &end);
-    return end == copy.c_str() + copy.size() && std::isfinite(v);
+    if (!s.empty() && s.front() == '+')
+        s.remove_prefix(1);
+    const auto r = std::from_chars(s.data(), s.data() + s.size(), v);
+    return !s.empty() && r.ec == std::errc() && r.ptr == s.data() + s.size() && std::isfinite(v);
 }
 
 // The whitespace-separated words of a line.
