@@ -5,12 +5,16 @@
 #include "CKwFEModel.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
+#include "CKwXYPlotDlg.h"
+#include "KW_UOM.h"
 #include "KwHostText.h"
 #include "KwMFCUIEntry.h"
 #include "KwNumbers.h"
 #include "KwSolverResults.h"
 
 #include <QElapsedTimer>
+#include <algorithm>
+#include <cmath>
 #include <QEventLoop>
 #include <QFile>
 #include <QStandardPaths>
@@ -34,6 +38,9 @@ KwSolverJob::KwSolverJob(CFMView* view, QObject* parent) : QObject(parent), m_vi
 
 KwSolverJob::~KwSolverJob()
 {
+    // The window outlives the run: it must not keep drawing from a curve that is gone.
+    if (CKwXYPlotDlg* xy = CKwXYPlotDlg::GetXYPlotDlg(); xy && m_curve && xy->GetPlot() == m_curve.get())
+        xy->SetPlot(nullptr);
     if (m_process.state() != QProcess::NotRunning) {
         m_process.disconnect(this);
         m_process.kill();
@@ -181,6 +188,70 @@ void KwSolverJob::onFinished(int exitCode, QProcess::ExitStatus status)
     }
     m_analysis->SetSolverResults(std::move(results));
     end(true, KwHostText("StatusSolutionFinished", "Solution finished."));
+    showCurve();
+}
+
+void KwSolverJob::showCurve()
+{
+    const int type = m_analysis->GetAnalysisTypeCode();
+    const bool transient = type == CKwAnalysis::NonlinearTransient;
+    const KwSolverResults* r = m_analysis->GetSolverResults();
+    if ((!transient && type != CKwAnalysis::NonlinearStatic) || !r || r->sets.empty())
+        return;
+    // The watched displacement: the setup's termination node and component, else the largest
+    // displacement component at the end of the run.
+    int node = 0, axis = 2;
+    if (const CKwSubCase* first = m_analysis->GetSubCases().value(0))
+        if (const CKwNonlinearSetup* s = first->GetNonlinearSetup()) {
+            node = s->m_integers[CKwNonlinearSetup::IntTerminationNode];
+            if (s->m_componentIndex >= 1 && s->m_componentIndex <= 3)
+                axis = s->m_componentIndex - 1;
+        }
+    const KwNodalField& end = r->sets.back().displacement;
+    if (IsMissingValue(node) || !end.Find(node)) {
+        double largest = -1;
+        for (std::size_t i = 0; i < end.nodeIds.size(); ++i)
+            for (int k = 0; k < 3; ++k)
+                if (std::abs(end.values[3 * i + std::size_t(k)]) > largest) {
+                    largest = std::abs(end.values[3 * i + std::size_t(k)]);
+                    node = end.nodeIds[i];
+                    axis = k;
+                }
+    }
+    auto curve = std::make_unique<CKwXYPlot>(1, QStringLiteral("Solution history"));
+    const QString time = KwHostText("AxisTime", "Time");
+    const QString displacement = KwHostText("AxisDisplacement", "Displacement");
+    curve->m_xTitle = transient ? time : displacement;
+    curve->m_xUnitType = transient ? KwUnitKind::Time : KwUnitKind::Length;
+    curve->m_yTitle = transient ? displacement : KwHostText("AxisLoadFactor", "Load factor");
+    curve->m_yUnitType = transient ? KwUnitKind::Length : KwUnitKind::Dimensionless;
+    std::vector<int> steps;
+    for (const KwResultSet& set : r->sets) {
+        const double* u = set.displacement.Find(node);
+        if (!u)
+            continue;
+        auto it = std::find(steps.begin(), steps.end(), set.step);
+        if (it == steps.end()) {
+            steps.push_back(set.step);
+            curve->AddSeries(KwHostText("SeriesSubcase", "Subcase %1").arg(set.subcaseId));
+            it = steps.end() - 1;
+        }
+        const int series = int(it - steps.begin());
+        // Every step of a static run goes from no load to its full load in unit time.
+        if (transient)
+            curve->AddValue({series, set.value, u[axis]});
+        else
+            curve->AddValue({series, u[axis], set.value - (set.step - 1)});
+    }
+    if (CKwXYPlotDlg* xy = CKwXYPlotDlg::GetXYPlotDlg(); xy && m_curve && xy->GetPlot() == m_curve.get())
+        xy->SetPlot(nullptr);
+    m_curve = std::move(curve);
+    DialogLaunchRequest req{};
+    req.kind = 39;
+    req.object = static_cast<CKwFEBase*>(m_curve.get());
+    req.view = m_view;
+    req.keepResults = 1;
+    LaunchDialog(&req);
 }
 
 void KwSolverJob::end(bool succeeded, const QString& message)

@@ -4,6 +4,7 @@
 // status windows (the same calls a host makes), and on success reads the result file into the
 // analysis. A refused, missing, failed or stopped run leaves the model as it was and reports
 // why, in the solver's own words where it gave any.
+#include "CKwXYPlot.h"
 #include "KwSolverDeck.h"
 #include "KwSolverProgress.h"
 
@@ -42,6 +43,10 @@ public:
     const KwSolverDeck& Deck() const { return m_deck; }
     // The status window the run drives: 42 for a transient run, 41 otherwise.
     std::uint32_t StatusId() const { return m_statusId; }
+    // After a nonlinear static or transient run: the load factor against the watched
+    // displacement, or the displacement against time, one series per subcase, as the XY plot
+    // window shows it. Null before such a run.
+    const CKwXYPlot* Curve() const { return m_curve.get(); }
 
 Q_SIGNALS:
     void finished(bool succeeded);
@@ -51,12 +56,14 @@ private:
     void takeLine(std::string_view line);
     void onFinished(int exitCode, QProcess::ExitStatus status);
     void end(bool succeeded, const QString& message);
+    void showCurve();
 
     CFMView* m_view;
     QProcess m_process;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<KwSolverProgress> m_progress;
     KwSolverDeck m_deck;
+    std::unique_ptr<CKwXYPlot> m_curve;
     CKwAnalysis* m_analysis = nullptr;
     QByteArray m_pending;
     QStringList m_tail; // the last lines of output, for a failure without an error line

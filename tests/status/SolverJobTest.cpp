@@ -10,6 +10,7 @@
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
+#include "CKwXYPlotDlg.h"
 #include "CNLstatusDialog.h"
 #include "KwHostWindow.h"
 #include "KwMFCUIEntry.h"
@@ -19,6 +20,7 @@
 #include "KwTestSupport.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <gtest/gtest.h>
@@ -283,6 +285,19 @@ TEST_F(SolverJob, nonlinearRunDrivesTheStatusWindowFromTheSolversOwnOutput)
     EXPECT_NEAR(r->sets.back().value, 1.0, 1e-9);
     // The loose test tabs are not part of the solved model.
     EXPECT_EQ(r->sets.back().displacement.Find(5001), nullptr);
+    // The XY plot window shows the load factor against the watched corner's vertical
+    // displacement: one point per increment, rising to the full load.
+    const CKwXYPlot* curve = host->SolverJob()->Curve();
+    ASSERT_NE(curve, nullptr);
+    ASSERT_NE(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+    EXPECT_EQ(CKwXYPlotDlg::GetXYPlotDlg()->GetPlot(), curve);
+    ASSERT_EQ(curve->GetSeriesCount(), 1);
+    const auto& points = curve->GetSeries(0);
+    ASSERT_EQ(points.y.size(), r->sets.size());
+    EXPECT_NEAR(points.y.back(), 1.0, 1e-9);
+    EXPECT_TRUE(std::is_sorted(points.y.begin(), points.y.end()));
+    EXPECT_DOUBLE_EQ(points.x.back(), r->sets.back().displacement.Find(81)[2]);
+    EXPECT_NE(points.x.back(), 0.0);
     delete host;
 }
 
