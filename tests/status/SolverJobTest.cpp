@@ -7,6 +7,7 @@
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
+#include "CKwNonlinearSetup.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
@@ -21,6 +22,7 @@
 
 #include <QApplication>
 #include <algorithm>
+#include <QTest>
 #include <cmath>
 #include <numbers>
 #include <gtest/gtest.h>
@@ -353,6 +355,47 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
         }
         delete host;
     }
+}
+
+} // namespace
+
+namespace {
+
+// Stop while the solver is in the middle of its increments: the solver ends, the status
+// window is put back, and the analysis keeps the results it had.
+TEST_F(SolverJob, stopInTheMiddleOfARunKeepsTheEarlierResults)
+{
+    auto* host = new KwHostWindow();
+    CKwAnalysis* a = host->Model()->m_analyses.at(1);
+    host->SetCurrentAnalysis(a);
+    ASSERT_TRUE(host->RunCurrentAnalysis());
+    ASSERT_TRUE(host->SolverJob()->Wait(120000));
+    const KwSolverResults* first = a->GetSolverResults();
+    ASSERT_NE(first, nullptr);
+
+    // Small increments: the second run lasts long enough to be stopped halfway.
+    CKwNonlinearSetup* setup = a->GetSubCases().first()->GetNonlinearSetup();
+    setup->m_reals[CKwNonlinearSetup::RealInitialIncrement] = 0.002f;
+    setup->m_reals[CKwNonlinearSetup::RealMaxIncrement] = 0.002f;
+    ASSERT_TRUE(host->RunCurrentAnalysis());
+    // Wait for the solver's first iteration to reach the status window.
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return host->SolverJob()->ProgressLinesSent() >= 2 || !host->SolverJob()->IsRunning();
+    }, 20000));
+    ASSERT_TRUE(host->SolverJob()->IsRunning()) << "the run ended before it could be stopped";
+    CNLstatusDialog* status = nullptr;
+    for (QWidget* w : QApplication::allWidgets())
+        if (auto* d = qobject_cast<CNLstatusDialog*>(w); d && d->isVisible())
+            status = d;
+    ASSERT_NE(status, nullptr) << "no status window shows the run";
+    host->SolverJob()->Stop();
+    ASSERT_TRUE(host->SolverJob()->Wait(30000));
+    EXPECT_FALSE(host->SolverJob()->Succeeded());
+    EXPECT_TRUE(host->SolverJob()->Message().contains(QLatin1String("stopped")));
+    EXPECT_FALSE(host->View()->IsSolvraRunning());
+    EXPECT_FALSE(status->isVisible());
+    EXPECT_EQ(a->GetSolverResults(), first);
+    delete host;
 }
 
 } // namespace
