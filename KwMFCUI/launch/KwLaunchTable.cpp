@@ -2,6 +2,7 @@
 #include "KwControls.h"
 
 #include "CKwAboutDlg.h"
+#include "CKwLicenseTypeDlg.h"
 #include "CKwFEBase.h"
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUILoad.h"
@@ -30,6 +31,7 @@
 namespace {
 
 CKwMFCDialog* makeAbout(const KwLaunchArgs&) { return new CKwAboutDlg(); }
+CKwMFCDialog* makeLicenseType(const KwLaunchArgs&) { return new CKwLicenseTypeDlg(); }
 CKwMFCDialog* makeTechPreview(const KwLaunchArgs& a) { return new CKwMFCUITechPreview(a.view); }
 
 // The object is a model entity; anything but a nonlinear setup opens nothing.
@@ -206,7 +208,7 @@ const KwLaunchEntry kTable[] = {
     {70, "CKwMsgDialog", 1150, H::Modal, makeMsgDialog},
     {82, "", 0, H::Message, R::DeliverStatusMessage},
     {83, "", 0, H::Message, R::RunMessageBox},
-    {85, "licence type", 7306, H::Modal, nullptr},
+    {85, "CKwLicenseTypeDlg", 7306, H::Modal, makeLicenseType},
     {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr, nullptr, kShowsResults},
     {87, "CKwMFCUITechPreview", 7322, H::Modal, makeTechPreview},
     {88, "CKwMFCUIMeshConvergence", 0, H::Modeless, nullptr},
