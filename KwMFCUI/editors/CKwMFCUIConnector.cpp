@@ -94,6 +94,7 @@ CKwMFCUIConnector::CKwMFCUIConnector(CKwConnector* connector, CFMView* view, KW_
     KwStyle::ApplyFormGrid(m_ui->topGrid);
     KwStyle::ApplyGroupLayout(m_ui->definitionBox);
     KwStyle::ApplyGroupLayout(m_ui->advGrid);
+    m_ui->advGrid->setColumnStretch(2, 1);
     m_ui->endGrid->setHorizontalSpacing(KwStyle::ColumnSpacing);
     m_ui->endGrid->setVerticalSpacing(KwStyle::RowSpacing);
     for (QGridLayout* g : {m_ui->materialGrid, m_ui->areaGrid, m_ui->stiffnessGrid,

@@ -7,6 +7,8 @@
 #include "KwNumbers.h"
 #include "KwUIText.h"
 
+#include <QSet>
+
 using KwUIText::err;
 using KwUIText::prop;
 
@@ -195,13 +197,17 @@ void CKwUIConMass::OnSelected(QList<CKwUIEntity*>* entities)
     if (!m || !entities)
         return;
     bool refused = false;
+    // A set keeps a pick of many entities linear.
+    QSet<CKwUIEntity*> held(m->m_entities.cbegin(), m->m_entities.cend());
     for (CKwUIEntity* e : *entities) {
         if (!e)
             continue;
         if (!Admits(m->m_type, e->GetKind()))
             refused = true;
-        else if (!m->m_entities.contains(e))
+        else if (!held.contains(e)) {
+            held.insert(e);
             m->m_entities.append(e);
+        }
     }
     if (refused && m_pView)
         m_pView->ShowBubbleToolTipWarning(
@@ -217,8 +223,8 @@ void CKwUIConMass::OnDeselected(QList<CKwUIEntity*>* entities)
     CKwConMass* m = GetEditObject();
     if (!m || !entities)
         return;
-    for (CKwUIEntity* e : *entities)
-        m->m_entities.removeAll(e);
+    const QSet<CKwUIEntity*> dropped(entities->cbegin(), entities->cend());
+    m->m_entities.removeIf([&](CKwUIEntity* e) { return dropped.contains(e); });
     Display(1);
 }
 

@@ -8,6 +8,7 @@
 #include "KwNumbers.h"
 #include "KwUIText.h"
 
+#include <QSet>
 #include <QStringList>
 
 using KwUIText::err;
@@ -245,13 +246,17 @@ void CKwUIConnector::OnSelected(QList<CKwUIEntity*>* entities)
         return;
     QList<CKwUIEntity*>& target = m_pickTarget == 2 ? c->m_end2 : c->m_end1;
     bool refused = false;
+    // A set keeps a pick of many entities linear.
+    QSet<CKwUIEntity*> held(target.cbegin(), target.cend());
     for (CKwUIEntity* e : *entities) {
         if (!e)
             continue;
         if (!Admits(c->m_type, e->GetKind()))
             refused = true;
-        else if (!target.contains(e))
+        else if (!held.contains(e)) {
+            held.insert(e);
             target.append(e);
+        }
     }
     if (refused && m_pView)
         m_pView->ShowBubbleToolTipWarning(
@@ -266,10 +271,10 @@ void CKwUIConnector::OnDeselected(QList<CKwUIEntity*>* entities)
     C* c = GetEditObject();
     if (!c || !entities)
         return;
-    for (CKwUIEntity* e : *entities) {
-        c->m_end1.removeAll(e);
-        c->m_end2.removeAll(e);
-    }
+    const QSet<CKwUIEntity*> dropped(entities->cbegin(), entities->cend());
+    const auto isDropped = [&](CKwUIEntity* e) { return dropped.contains(e); };
+    c->m_end1.removeIf(isDropped);
+    c->m_end2.removeIf(isDropped);
     Display(1);
 }
 

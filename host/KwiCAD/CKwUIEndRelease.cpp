@@ -4,6 +4,7 @@
 #include "CKwUIEntity.h"
 #include "KwUIText.h"
 
+#include <QSet>
 #include <QStringList>
 #include <algorithm>
 
@@ -164,10 +165,10 @@ void CKwUIEndRelease::OnSelected(QList<CKwUIEntity*>* entities)
             refused = true;
             continue;
         }
-        if (m_picked.contains(e))
+        // The releases are keyed by element: they tell at once whether it is listed.
+        if (!m_releases.emplace(e->GetID(), m_forNewPicks).second)
             continue;
         m_picked.append(e);
-        m_releases[e->GetID()] = m_forNewPicks;
     }
     if (refused && m_pView)
         m_pView->ShowBubbleToolTipWarning(
@@ -179,10 +180,13 @@ void CKwUIEndRelease::OnDeselected(QList<CKwUIEntity*>* entities)
 {
     if (!entities)
         return;
-    for (CKwUIEntity* e : *entities) {
-        if (m_picked.removeAll(e) > 0)
-            m_releases.erase(e->GetID());
-    }
+    const QSet<CKwUIEntity*> dropped(entities->cbegin(), entities->cend());
+    m_picked.removeIf([&](CKwUIEntity* e) {
+        if (!dropped.contains(e))
+            return false;
+        m_releases.erase(e->GetID());
+        return true;
+    });
     Display(1);
 }
 
