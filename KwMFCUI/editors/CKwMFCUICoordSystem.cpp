@@ -1,5 +1,6 @@
 #include "CKwMFCUICoordSystem.h"
 
+#include "CFMView.h"
 #include "CKwMFCNodeElemSelectionBox.h"
 #include "KwControls.h"
 #include "KwStyle.h"
@@ -136,4 +137,17 @@ void CKwMFCUICoordSystem::OnTypeLeaving(int)
 {
     // What was typed into the panel being left stays in the edit copy.
     CKwUICoordSystem::UpdateObjectData(true);
+}
+
+long CKwMFCUICoordSystem::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
+{
+    const long handled = CKwMFCUIBase::OnEntitiesPicked(entities);
+    // The box shows the point the logic placed the system at, and nothing it refused.
+    CKwMFCNodeElemSelectionBox* box = m_ui->selection;
+    box->ResetContent();
+    const bool ids = GetFMView() && GetFMView()->GetShowIDs();
+    for (CKwUIEntity* e : GetSelectedEntities())
+        box->AddEntity(e, ids);
+    box->FlushAdded();
+    return handled;
 }

@@ -28,6 +28,7 @@ public:
 protected:
     bool OnInitDialog() override;
     void OnTypeLeaving(int oldDefinition) override;
+    long OnEntitiesPicked(QList<CKwUIEntity*>* entities) override;
 
 private:
     std::unique_ptr<Ui::CKwMFCUICoordSystem> m_ui;

@@ -30,6 +30,7 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    long OnEntitiesPicked(QList<CKwUIEntity*>* entities) override;
 
 private:
     void onListSelection();

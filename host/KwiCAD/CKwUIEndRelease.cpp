@@ -127,12 +127,17 @@ void CKwUIEndRelease::SetListValue(int code, const QList<int>& values)
         m_current = values;
 }
 
+CKwUIEndRelease::Release CKwUIEndRelease::shownRelease() const
+{
+    const QList<int> ids = currentIds();
+    return ids.isEmpty() ? m_forNewPicks : GetRelease(ids.first());
+}
+
 int CKwUIEndRelease::GetValue(int field, int& value)
 {
     if (!isReleaseField(field))
         return 0;
-    const QList<int> ids = currentIds();
-    Release r = ids.isEmpty() ? m_forNewPicks : GetRelease(ids.first());
+    Release r = shownRelease();
     value = (maskOf(r, field) & bitOf(field)) ? 1 : 0;
     return 1;
 }
@@ -147,9 +152,11 @@ int CKwUIEndRelease::SetValue(int field, int value)
         else
             maskOf(r, field) &= static_cast<unsigned char>(~bitOf(field));
     };
-    for (int id : currentIds())
+    const QList<int> ids = currentIds();
+    for (int id : ids)
         apply(m_releases[id]);
-    apply(m_forNewPicks);
+    if (ids.isEmpty())
+        apply(m_forNewPicks);
     return 1;
 }
 
@@ -158,6 +165,8 @@ void CKwUIEndRelease::OnSelected(QList<CKwUIEntity*>* entities)
     if (!entities)
         return;
     bool refused = false;
+    // A new pick starts with what the checks show.
+    const Release start = shownRelease();
     for (CKwUIEntity* e : *entities) {
         if (!e)
             continue;
@@ -166,7 +175,7 @@ void CKwUIEndRelease::OnSelected(QList<CKwUIEntity*>* entities)
             continue;
         }
         // The releases are keyed by element: they tell at once whether it is listed.
-        if (!m_releases.emplace(e->GetID(), m_forNewPicks).second)
+        if (!m_releases.emplace(e->GetID(), start).second)
             continue;
         m_picked.append(e);
     }

@@ -51,12 +51,14 @@ protected:
 private:
     QList<int> currentIds() const;
     QList<int> pickedIds() const;
+    // What the checks show: the release of the first element they set, else m_forNewPicks.
+    Release shownRelease() const;
 
     bool m_editExisting = false;
     QList<CKwUIEntity*> m_picked;
     std::map<int, Release> m_releases; // by element id, for the picked elements
     QList<int> m_current;
-    Release m_forNewPicks;             // what an element picked next starts with
+    Release m_forNewPicks;             // what the checks show while nothing is picked
     QList<int> m_loadedIds;            // elements released when the editor (re)loaded
     QList<int> m_warnedMechanism;      // the mechanism last warned about; a second OK keeps it
 };
