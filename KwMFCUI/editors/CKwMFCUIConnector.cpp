@@ -62,7 +62,7 @@ constexpr KwTextRow kTexts[] = {
     {7864, "Connector", "LabelPreload", "Preload", T::UnitLabel, L::Prop, KwUnitKind::Force},
     {7866, "Connector", "LabelRigidNote",
      "A rigid link holds both ends together in all six degrees of freedom."},
-    {7870, "Load", "GroupAdvancedOptions", "Advanced Options"},
+    {7870, "Loads", "GroupAdvancedOptions", "Advanced Options"},
     {7871, "Connector", "CheckboxTensionOnly", "Tension Only"},
     {7872, "Connector", "LabelHeadDiameter", "Head Diameter", T::UnitLabel, L::Prop,
      KwUnitKind::Length},
@@ -108,7 +108,6 @@ CKwMFCUIConnector::CKwMFCUIConnector(CKwConnector* connector, CFMView* view, KW_
     for (QWidget* w : {m_ui->area, m_ui->stiffness, m_ui->diameter, m_ui->preload,
                        m_ui->headDiameter, m_ui->friction})
         w->setFixedWidth(number);
-    m_ui->rigidNote->setMaximumWidth(KwStyle::CharsWidth(fontMetrics(), 48));
     connect(m_ui->advancedToggle, &QPushButton::clicked, this,
             &CKwMFCUIConnector::ToggleAdvancedOptions);
     SetAnalysis(analysis);

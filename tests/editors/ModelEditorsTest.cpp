@@ -13,7 +13,9 @@
 #include "CKwMFCUIEndRelease.h"
 #include "CKwMeshModel.h"
 #include "CKwUIEntity.h"
+#include "KW_UOM.h"
 #include "KwControls.h"
+#include "KwLangText.h"
 #include "KwTestSupport.h"
 
 #include <QAbstractButton>
@@ -162,6 +164,46 @@ TEST_F(ModelEditors, aMassPickedInTheViewIsListedHighlightedAndWrittenOnOk)
     EXPECT_EQ(added->m_entities, QList<CKwUIEntity*>{geo(CKwUIEntity::Vertex, 2)});
 }
 
+TEST_F(ModelEditors, valuesAndUnitLabelsFollowTheUnitSystem)
+{
+    CKwConMass* mass = host.model->m_conMasses.first();
+    mass->m_mass = 2.0;
+    mass->m_inertia = {0.5, 0, 0};
+    mass->m_offset = {0.0254, 0, 0};
+    struct Case
+    {
+        KW_UOM::System system;
+        const char* massLabel;
+        const char* mass;
+        const char* inertiaLabel;
+        const char* inertia;
+        const char* offset;
+    };
+    const Case cases[] = {
+        {KW_UOM::SI, "Mass (kg):", "2", "Moments of Inertia (kg m^2):", "0.5", "0.0254"},
+        {KW_UOM::MMNS, "Mass (t):", "0.002", "Moments of Inertia (t mm^2):", "500", "25.4"},
+        {KW_UOM::IPS, "Mass (lbf s^2/in):", "0.01142029431", "Moments of Inertia (lbf s^2 in):",
+         "4.425372896", "1"},
+    };
+    for (const Case& c : cases) {
+        host.units->SetSystem(c.system);
+        QWidget* d = open(13, static_cast<CKwFEBase*>(mass));
+        ASSERT_NE(d, nullptr);
+        EXPECT_EQ(KwGetControlText(d, 7801), c.massLabel);
+        EXPECT_EQ(KwControl<QLineEdit>(d, 7802)->text(), c.mass) << c.massLabel;
+        EXPECT_EQ(KwGetControlText(d, 7803), c.inertiaLabel);
+        EXPECT_EQ(KwControl<QLineEdit>(d, 7804)->text(), c.inertia) << c.inertiaLabel;
+        EXPECT_EQ(KwControl<QLineEdit>(d, 7811)->text(), c.offset) << c.massLabel;
+        // A value typed with this system's unit label is taken in that unit.
+        KwControl<QLineEdit>(d, 7805)->setText(QStringLiteral("%1 %2").arg(c.inertia,
+            QString::fromUtf8(c.inertiaLabel).section('(', 1).section(')', 0, 0)));
+        QTest::mouseClick(KwControl<QAbstractButton>(d, 1), Qt::LeftButton);
+        ASSERT_EQ(host.view->GetOpenDialog(), nullptr) << qPrintable(host.view->GetLastBubbleText());
+        EXPECT_NEAR(mass->m_inertia[1], 0.5, 1e-9) << c.inertiaLabel;
+        mass->m_inertia[1] = 0;
+    }
+}
+
 TEST_F(ModelEditors, connectorEndsFillInTurnAndTheAdvancedPartComesAndGoes)
 {
     auto* d = dynamic_cast<CKwMFCUIConnector*>(open(14, nullptr));
@@ -193,6 +235,19 @@ TEST_F(ModelEditors, connectorEndsFillInTurnAndTheAdvancedPartComesAndGoes)
     EXPECT_EQ(d->GetEndBox(1)->count(), 0); // edges are no spring ends
     d->OnCancel();
     EXPECT_EQ(host.model->m_connectors.size(), 1);
+}
+
+TEST_F(ModelEditors, aConnectorShowsItsEndsEachTimeItOpensInEitherForm)
+{
+    for (int round = 0; round < 2; ++round) {
+        auto* d = dynamic_cast<CKwMFCUIConnector*>(open(14, host.model->m_connectors.first()));
+        ASSERT_NE(d, nullptr);
+        QTest::mouseClick(KwControl<QPushButton>(d, 7879), Qt::LeftButton);
+        EXPECT_EQ(lines(d->GetEndBox(1)), QStringList{"Edge 3"}) << round;
+        EXPECT_EQ(lines(d->GetEndBox(2)), QStringList{"Edge 9"}) << round;
+        d->OnCancel();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }
 
 TEST_F(ModelEditors, coordinateSystemShowsThePanelOfItsDefinition)
