@@ -7,6 +7,7 @@
 #include "CKwConnector.h"
 #include "CKwCoordinateSystem.h"
 #include "CKwFEModel.h"
+#include "CKwMaterial.h"
 #include "CKwMeshModel.h"
 #include "CKwUIConMass.h"
 #include "CKwUIConnector.h"
@@ -453,6 +454,108 @@ TEST(EndReleaseLogic, releasesFollowThePicksAndAMechanismNeedsASecondOk)
     EXPECT_EQ(all.OnSubmitUI(), 0);
     EXPECT_EQ(mesh->EndReleases().count(2001), 0u);
     EXPECT_EQ(mesh->EndReleases().size(), 3u);
+}
+
+TEST(CoordSystemLogic, theEightVerticesAreTheCornersOfThePart)
+{
+    kwtest::Host host;
+    // Vertex i + 1 is corner i of the 0.2 x 0.05 x 0.04 m block: round the bottom, then round
+    // the top (the order the view draws and picks them in).
+    const Vec corners[8] = {{0, 0, 0},       {0.2, 0, 0},       {0.2, 0.05, 0},
+                            {0, 0.05, 0},    {0, 0, 0.04},      {0.2, 0, 0.04},
+                            {0.2, 0.05, 0.04}, {0, 0.05, 0.04}};
+    for (int i = 0; i < 8; ++i) {
+        Vec at{};
+        ASSERT_TRUE(CKwUICoordSystem::PositionOf(host.model.get(),
+                                                 host.model->FindGeometry(CKwUIEntity::Vertex, i + 1),
+                                                 &at));
+        EXPECT_TRUE(near(at, corners[i])) << "vertex " << i + 1;
+    }
+    Vec at{};
+    EXPECT_TRUE(CKwUICoordSystem::PositionOf(host.model.get(), host.model->m_mesh->NodeEntity(1), &at));
+    EXPECT_TRUE(near(at, {0, 0, 0}));
+    for (CKwUIEntity* other : {host.model->FindGeometry(CKwUIEntity::Edge, 1),
+                               host.model->FindGeometry(CKwUIEntity::Face, 1)})
+        EXPECT_FALSE(CKwUICoordSystem::PositionOf(host.model.get(), other, &at));
+    CKwUIEntity ninth(CKwUIEntity::Vertex, 9, QStringLiteral("Vertex 9"));
+    EXPECT_FALSE(CKwUICoordSystem::PositionOf(host.model.get(), &ninth, &at));
+}
+
+TEST(ConMassLogic, nextStartsAFreshMassAndDuplicateKeepsThePicksUnderANewId)
+{
+    kwtest::Host host;
+    using U = CKwUIConMass;
+    Controls<U> logic;
+    logic.OnCreate(host.view.get(), nullptr, nullptr);
+    logic.LoadObjectData();
+    QList<CKwUIEntity*> vertex = {host.model->FindGeometry(CKwUIEntity::Vertex, 4)};
+    logic.OnSelected(&vertex);
+    logic.texts[U::CodeMass] = QStringLiteral("0.001"); // 1 kg in tonnes
+    EXPECT_EQ(logic.OnDuplicateUI(), 1);
+    ASSERT_EQ(host.model->m_conMasses.size(), 2);
+    EXPECT_DOUBLE_EQ(host.model->m_conMasses.last()->m_mass, 1.0);
+    EXPECT_EQ(logic.GetEditObject()->GetID(), 3);
+    EXPECT_EQ(logic.GetEditObject()->m_entities, vertex);
+    logic.LoadObjectData();
+    EXPECT_EQ(logic.OnNextUI(), 1);
+    ASSERT_EQ(host.model->m_conMasses.size(), 3);
+    EXPECT_EQ(host.model->m_conMasses.last()->GetID(), 3);
+    EXPECT_TRUE(logic.GetEditObject()->m_entities.isEmpty());
+    EXPECT_TRUE(IsMissingValue(logic.GetEditObject()->m_mass));
+}
+
+TEST(ConnectorLogic, theMaterialRowIsTheModelsMaterialAndNothingBeyond)
+{
+    kwtest::Host host;
+    using U = CKwUIConnector;
+    Controls<U> logic;
+    logic.OnCreate(host.view.get(), host.model->m_connectors.first(), nullptr);
+    const int materials = static_cast<int>(host.model->m_materials.size());
+    for (int row = 0; row < materials; ++row) {
+        ASSERT_EQ(logic.SetValue(U::FieldMaterial, row), 1);
+        int shown = -1;
+        logic.GetValue(U::FieldMaterial, shown);
+        EXPECT_EQ(shown, row);
+        EXPECT_EQ(logic.GetEditObject()->m_materialId, host.model->m_materials.at(row)->GetID());
+    }
+    for (int bad : {-1, materials})
+        EXPECT_EQ(logic.SetValue(U::FieldMaterial, bad), 0) << bad;
+    // A material that is gone is no material: the bolt is refused until one is chosen.
+    logic.GetEditObject()->m_materialId = 99;
+    int shown = 0;
+    logic.GetValue(U::FieldMaterial, shown);
+    EXPECT_EQ(shown, -1);
+    logic.LoadObjectData();
+    EXPECT_EQ(logic.OnSubmitUI(), 1);
+    EXPECT_TRUE(host.view->GetLastBubbleText().contains("Choose a material."));
+    // A cable carries tension only whatever its flag says; a rod as the user says.
+    int tension = 0;
+    logic.SetValue(U::FieldType, CKwConnector::Cable);
+    logic.SetValue(U::FieldTensionOnly, 0);
+    logic.GetValue(U::FieldTensionOnly, tension);
+    EXPECT_EQ(tension, 1);
+    logic.SetValue(U::FieldType, CKwConnector::Rod);
+    logic.GetValue(U::FieldTensionOnly, tension);
+    EXPECT_EQ(tension, 0);
+}
+
+TEST(EndReleaseLogic, aRefreshShowsWhatTheMeshNowHolds)
+{
+    kwtest::Host host;
+    CKwMeshModel* mesh = host.model->m_mesh;
+    Controls<CKwUIEndRelease> logic;
+    logic.OnCreate(host.view.get(), mesh, true);
+    ASSERT_EQ(logic.GetSelectedEntities().size(), 2);
+    mesh->SetEndRelease(2005, {0x01, 0x02});
+    mesh->SetEndRelease(2001, {});
+    logic.MarkOutOfDate();
+    EXPECT_EQ(logic.IsUpToDate(), 0);
+    logic.Refresh();
+    EXPECT_EQ(logic.GetSelectedEntities(),
+              (QList<CKwUIEntity*>{mesh->ElementEntity(2005), mesh->ElementEntity(2008)}));
+    EXPECT_EQ(logic.GetRelease(2005), (CKwMeshModel::EndRelease{0x01, 0x02}));
+    EXPECT_EQ(logic.GetRelease(2001), CKwMeshModel::EndRelease{});
+    EXPECT_EQ(host.view->GetHighlightedEntities(), logic.GetSelectedEntities());
 }
 
 TEST(ModelEditorLogics, nothingToEditIsNoCrash)
