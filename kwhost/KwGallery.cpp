@@ -17,6 +17,7 @@
 #include "KwMFCUIEntry.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
@@ -198,6 +199,40 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             QApplication::processEvents();
         }
     }
+
+    // The connector's other kinds and its long form, the coordinate system's other placements:
+    // each panel that differs, chosen in the open editor as a user chooses it, then closed
+    // without writing anything.
+    const auto panels = [&](unsigned kind, int comboId,
+                            std::initializer_list<std::pair<int, const char*>> rows,
+                            const char* longForm) {
+        host->Launch(kind, false, 0);
+        QApplication::processEvents();
+        auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog());
+        if (!d)
+            return;
+        // The long form first, while the entity still shows as it is stored.
+        if (auto* toggle = longForm ? KwControl<QPushButton>(d, 7879) : nullptr) {
+            toggle->click();
+            shoot(d, longForm);
+            toggle->click();
+        }
+        if (auto* combo = KwControl<QComboBox>(d, comboId))
+            for (const auto& [row, file] : rows) {
+                combo->setCurrentIndex(row);
+                shoot(d, file);
+            }
+        closeDialog(d);
+        QApplication::processEvents();
+    };
+    panels(14, 1417,
+           {{0, "kind14-connector-rod.png"}, {2, "kind14-connector-spring.png"},
+            {4, "kind14-connector-rigid.png"}},
+           "kind14-connector-long-form.png");
+    panels(28, 7904,
+           {{1, "kind28-coordinate-system-three-points.png"},
+            {2, "kind28-coordinate-system-picked-point.png"}},
+           nullptr);
 
     // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
     // menu opens it.

@@ -4,6 +4,9 @@
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
 #include "CKwPhysicalProperty.h"
@@ -190,6 +193,23 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     case 39:
         r.object = model->m_xyPlots.isEmpty() ? nullptr
                                               : static_cast<CKwFEBase*>(model->m_xyPlots.first());
+        break;
+    case 13:
+    case 14:
+    case 28: {
+        // The model's first mass, connector or coordinate system, or a new one.
+        const auto first = [&](const auto& list) -> CKwFEBase* {
+            return newEntity || list.isEmpty() ? nullptr : static_cast<CKwFEBase*>(list.first());
+        };
+        r.object = kind == 13 ? first(model->m_conMasses)
+                   : kind == 14 ? first(model->m_connectors)
+                                : first(model->m_coordSystems);
+        r.analysis = editedFor;
+        break;
+    }
+    case 55:
+        // The mesh's releases, or a new release on the view's mesh.
+        r.object = newEntity || !model->m_mesh ? nullptr : static_cast<CKwFEBase*>(model->m_mesh);
         break;
     case 70: {
         // The warning lists IDs that name no entity; show a typical list.

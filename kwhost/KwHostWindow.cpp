@@ -5,6 +5,9 @@
 #include "CKwDlgBase.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwMaterial.h"
@@ -501,6 +504,35 @@ void KwHostWindow::RebuildTree()
             gi->setData(0, HostActionRole, ActionHighlightGroup);
             gi->setData(0, ObjectRole, g.id);
         }
+    }
+    // Concentrated masses, connectors, the user's coordinate systems and the beam end releases,
+    // each with an item that makes a new one.
+    const auto category = [&](const char* section, const char* english) {
+        return new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                             QString::fromLatin1(section),
+                                             QStringLiteral("TreeCategoryText"),
+                                             QString::fromLatin1(english))});
+    };
+    QTreeWidgetItem* masses = category("ConMass", "Concentrated Masses");
+    add(masses, KwHostTreeText("TreeNewConMass", "(new concentrated mass)"), 13, nullptr, false);
+    for (CKwConMass* c : m_model->m_conMasses)
+        add(masses, c->GetName(), 13, static_cast<CKwFEBase*>(c));
+    QTreeWidgetItem* connectors = category("Connector", "Connectors");
+    add(connectors, KwHostTreeText("TreeNewConnector", "(new connector)"), 14, nullptr, false);
+    for (CKwConnector* c : m_model->m_connectors)
+        add(connectors, c->GetName(), 14, static_cast<CKwFEBase*>(c));
+    QTreeWidgetItem* systems = category("CoordinateSystem", "Coordinate Systems");
+    add(systems, KwHostTreeText("TreeNewCoordSystem", "(new coordinate system)"), 28, nullptr,
+        false);
+    for (CKwCoordinateSystem* c : m_model->m_coordSystems)
+        add(systems, c->GetName(), 28, static_cast<CKwFEBase*>(c));
+    if (m_model->m_mesh) {
+        QTreeWidgetItem* releases = category("EndRelease", "End Releases");
+        add(releases, KwHostTreeText("TreeNewEndRelease", "(new end release)"), 55, nullptr,
+            false);
+        add(releases, KwHostTreeText("TreeEndReleasesOfMesh", "Released beam ends: %1")
+                          .arg(m_model->m_mesh->EndReleases().size()),
+            55, static_cast<CKwFEBase*>(m_model->m_mesh), false);
     }
     m_tree->expandAll();
 }

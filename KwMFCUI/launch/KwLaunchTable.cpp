@@ -7,6 +7,7 @@
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUILoad.h"
 #include "CKwMFCUIMaterial.h"
+#include "KwModelEditorsLaunch.h"
 #include "CKwMFCUIMeshQuality.h"
 #include "CKwMeshModel.h"
 #include "CKwMFCUIPhysicalProperty.h"
@@ -167,8 +168,8 @@ const KwLaunchEntry kTable[] = {
     {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
     {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, makeMeshQuality},
     {12, "CKwMFCUISurfaceContact", 360, H::Modeless, nullptr},
-    {13, "CKwMFCUIConMass", 353, H::Modeless, nullptr},
-    {14, "CKwMFCUIConnector", 7001, H::Modeless, nullptr},
+    {13, "CKwMFCUIConMass", 353, H::Modeless, KwMakeConMass},
+    {14, "CKwMFCUIConnector", 7001, H::Modeless, KwMakeConnector},
     {15, "CKwMFCUIDamping", 361, H::Modeless, nullptr},
     {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, nullptr},
     {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, nullptr},
@@ -180,7 +181,7 @@ const KwLaunchEntry kTable[] = {
     {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
     {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
-    {28, "CKwMFCUICoordSystem", 7012, H::Modeless, nullptr},
+    {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},
     {29, "CKwMFCUITimeStep", 7008, H::Modeless, nullptr},
     {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner, nullptr},
     {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
@@ -202,7 +203,7 @@ const KwLaunchEntry kTable[] = {
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
     {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
-    {55, "CKwMFCUIEndRelease", 7231, H::Modeless, nullptr},
+    {55, "CKwMFCUIEndRelease", 7231, H::Modeless, KwMakeEndRelease},
     {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},
     {68, "display preferences", 0, H::Modal, nullptr},
     {70, "CKwMsgDialog", 1150, H::Modal, makeMsgDialog},

@@ -1,6 +1,9 @@
 #include "CKwFEModel.h"
 
 #include "CKwAnalysis.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
@@ -18,6 +21,9 @@ CKwFEModel::CKwFEModel(int id, const QString& name) : CKwFEBase(id, name) {}
 
 CKwFEModel::~CKwFEModel()
 {
+    qDeleteAll(m_coordSystems);
+    qDeleteAll(m_connectors);
+    qDeleteAll(m_conMasses);
     qDeleteAll(m_xyPlots);
     qDeleteAll(m_tables);
     qDeleteAll(m_plots);
@@ -267,5 +273,34 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
         history->AddValue({1, t, 0.0012 * t});
     }
     m->m_xyPlots = {history};
+
+    // A point mass on a corner, a bolt between two edges, a cylindrical system along the
+    // block and pinned ends on the stiffener's beams.
+    auto* mass = new CKwConMass(1, QStringLiteral("Sensor housing"));
+    mass->m_mass = 0.85;
+    mass->m_inertia = {1.2e-4, 1.2e-4, 0.8e-4};
+    mass->m_offset = {0, 0, 0.015};
+    mass->m_entities.append(m->FindGeometry(CKwUIEntity::Vertex, 3));
+    m->m_conMasses = {mass};
+    auto* bolt = new CKwConnector(1, QStringLiteral("M8 bolt"));
+    bolt->m_type = CKwConnector::Bolt;
+    bolt->m_end1.append(m->FindGeometry(CKwUIEntity::Edge, 3));
+    bolt->m_end2.append(m->FindGeometry(CKwUIEntity::Edge, 9));
+    bolt->m_materialId = 1;
+    bolt->m_diameter = 0.008;
+    bolt->m_headDiameter = 0.013;
+    bolt->m_preload = 12000.0;
+    bolt->m_friction = 0.15;
+    m->m_connectors = {bolt};
+    auto* bore = new CKwCoordinateSystem(1, QStringLiteral("Bore axis"));
+    bore->m_type = CKwCoordinateSystem::Cylindrical;
+    bore->m_origin = {0, 0.025, 0.02};
+    bore->m_zAxis = {1, 0, 0};
+    bore->m_xAxis = {0, 1, 0};
+    m->m_coordSystems = {bore};
+    m->m_coordinateSystems.append(bore->GetName());
+    for (int beam : {2001, 2008})
+        m->m_mesh->SetEndRelease(beam, beam == 2001 ? CKwMeshModel::EndRelease{0x30, 0}
+                                                    : CKwMeshModel::EndRelease{0, 0x30});
     return m;
 }

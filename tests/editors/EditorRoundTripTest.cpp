@@ -2,6 +2,9 @@
 // shows, or turn awkward in the display unit, and closed with OK untouched: the stored entity
 // keeps every value to the last bit.
 #include "CFMView.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
@@ -104,6 +107,49 @@ const Case kCases[] = {
          std::vector<double> out;
          for (int c = 0; c < M::QualityCheckCount; ++c)
              out.push_back(m.m_mesh->GetQualityLimit(static_cast<M::QualityCheck>(c)));
+         return out;
+     }},
+    {"concentrated mass", 13,
+     [](CKwFEModel& m) -> void* {
+         CKwConMass* c = m.m_conMasses[0];
+         c->m_mass = kWide;
+         c->m_inertia = {kTiny, kOdd, kWide};
+         c->m_offset = {kOdd, kTiny, kWide};
+         return static_cast<CKwFEBase*>(c);
+     },
+     [](CKwFEModel& m) {
+         const CKwConMass* c = m.m_conMasses[0];
+         return std::vector<double>{c->m_mass,      c->m_inertia[0], c->m_inertia[1],
+                                    c->m_inertia[2], c->m_offset[0],  c->m_offset[1],
+                                    c->m_offset[2]};
+     }},
+    {"connector", 14,
+     [](CKwFEModel& m) -> void* {
+         CKwConnector* c = m.m_connectors[0];
+         c->m_diameter = kTiny;
+         c->m_headDiameter = kOdd;
+         c->m_preload = kWide;
+         c->m_friction = kTiny;
+         return static_cast<CKwFEBase*>(c);
+     },
+     [](CKwFEModel& m) {
+         const CKwConnector* c = m.m_connectors[0];
+         return std::vector<double>{c->m_diameter, c->m_headDiameter, c->m_preload,
+                                    c->m_friction};
+     }},
+    {"coordinate system", 28,
+     [](CKwFEModel& m) -> void* {
+         CKwCoordinateSystem* c = m.m_coordSystems[0];
+         c->m_origin = {kTiny, kWide, kOdd};
+         c->m_zAxis = {kOdd, kTiny, kWide};
+         c->m_xAxis = {kTiny, kWide, kOdd};
+         return static_cast<CKwFEBase*>(c);
+     },
+     [](CKwFEModel& m) {
+         const CKwCoordinateSystem* c = m.m_coordSystems[0];
+         std::vector<double> out;
+         for (const auto* v : {&c->m_origin, &c->m_zAxis, &c->m_xAxis})
+             out.insert(out.end(), v->begin(), v->end());
          return out;
      }},
 };

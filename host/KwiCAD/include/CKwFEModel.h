@@ -16,6 +16,9 @@ class CKwRestraint;
 class CKwTable;
 class CKwXYPlot;
 class CKwUIEntity;
+class CKwConMass;
+class CKwConnector;
+class CKwCoordinateSystem;
 
 class KWICAD_EXPORT CKwFEModel : public CKwFEBase
 {
@@ -44,6 +47,11 @@ public:
     // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
     QList<CKwTable*> m_tables;
     QList<CKwXYPlot*> m_xyPlots;
+    // Concentrated masses, connectors and the coordinate systems the user defined (their names
+    // also stand in m_coordinateSystems, after the built-in ones).
+    QList<CKwConMass*> m_conMasses;
+    QList<CKwConnector*> m_connectors;
+    QList<CKwCoordinateSystem*> m_coordSystems;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.
