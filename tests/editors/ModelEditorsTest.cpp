@@ -180,9 +180,9 @@ TEST_F(ModelEditors, valuesAndUnitLabelsFollowTheUnitSystem)
         const char* offset;
     };
     const Case cases[] = {
-        {KW_UOM::SI, "Mass (kg):", "2", "Moments of Inertia (kg m^2):", "0.5", "0.0254"},
-        {KW_UOM::MMNS, "Mass (t):", "0.002", "Moments of Inertia (t mm^2):", "500", "25.4"},
-        {KW_UOM::IPS, "Mass (lbf s^2/in):", "0.01142029431", "Moments of Inertia (lbf s^2 in):",
+        {KW_UOM::SI, "Mass (kg):", "2", "Moments of Inertia (kg·m²):", "0.5", "0.0254"},
+        {KW_UOM::MMNS, "Mass (t):", "0.002", "Moments of Inertia (t·mm²):", "500", "25.4"},
+        {KW_UOM::IPS, "Mass (lbf·s²/in):", "0.01142029431", "Moments of Inertia (lbf·s²·in):",
          "4.425372896", "1"},
     };
     for (const Case& c : cases) {

@@ -146,9 +146,9 @@ TEST(MassMomentOfInertiaUnit, convertsBothWaysInEverySystem)
         double shownPerKgM2;
         const char* label;
     };
-    const Case cases[] = {{KW_UOM::SI, 1.0, "kg m^2"},
-                          {KW_UOM::MMNS, 1000.0, "t mm^2"},
-                          {KW_UOM::IPS, 1.0 / kSlinchIn2, "lbf s^2 in"}};
+    const Case cases[] = {{KW_UOM::SI, 1.0, "kg·m²"},
+                          {KW_UOM::MMNS, 1000.0, "t·mm²"},
+                          {KW_UOM::IPS, 1.0 / kSlinchIn2, "lbf·s²·in"}};
     for (const Case& c : cases) {
         const KW_UOM units(c.system);
         EXPECT_NEAR(units.GetDisplayValue(2.0, KwUnitKind::MassMomentOfInertia),
