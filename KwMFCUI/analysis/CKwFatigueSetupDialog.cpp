@@ -103,7 +103,7 @@ int KwFatigueHistoryModel::ReadBlocks(QList<CKwFatigueSetup::Block>& blocks, int
         for (int c = 0; c < ColumnCount; ++c) {
             if (!readNumber(m_rows[r][static_cast<std::size_t>(c)], nullptr, &v[c])) {
                 *column = c;
-                *message = errText("NotANumber", "Enter a number in every cell.");
+                *message = errText("CellNotANumber", "Enter a number in every cell.");
                 return r;
             }
         }
