@@ -1,5 +1,6 @@
 #include "CKwMFCUIImpactAnalysis.h"
 
+#include "CKwUIEntity.h"
 #include "KwControls.h"
 #include "KwStyle.h"
 #include "ui_CKwMFCUIImpactAnalysis.h"
@@ -108,6 +109,11 @@ long CKwMFCUIImpactAnalysis::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
     FillBoundControls();
     syncTarget();
     return handled;
+}
+
+unsigned CKwMFCUIImpactAnalysis::PickMaskWithoutBox() const
+{
+    return CKwUIEntity::FilterBitOf(CKwUIEntity::Face);
 }
 
 // The face list serves a face target, the distance a rigid plane.

@@ -38,6 +38,8 @@ public:
 
 protected:
     long OnEntitiesPicked(QList<CKwUIEntity*>* entities) override;
+    // Faces: a picked face becomes the target.
+    unsigned PickMaskWithoutBox() const override;
 
 private:
     void syncTarget();
