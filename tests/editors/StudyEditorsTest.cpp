@@ -16,6 +16,7 @@
 #include "CKwOptimVariable.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwUIEntity.h"
+#include "CKwXMLUtils.h"
 #include "KwControls.h"
 #include "KwLangText.h"
 #include "KwTestSupport.h"
@@ -449,6 +450,44 @@ TEST_F(StudyEditors, fatigueSetupListsWhichMaterialsBringACurve)
     ASSERT_EQ(curves->topLevelItemCount(), host.model->m_materials.size());
     EXPECT_EQ(curves->topLevelItem(0)->text(1), "From material");
     EXPECT_EQ(curves->topLevelItem(1)->text(1), "None");
+}
+
+// Open and OK on values with more digits than a field shows: the setup keeps them exactly.
+TEST_F(StudyEditors, fatigueOkOnUntouchedFieldsKeepsEveryValue)
+{
+    CKwFatigueSetup* s = analysis(host, kFatigue)->GetFatigueSetup();
+    s->m_cycles = 123456789012.0;
+    s->m_loading = CKwFatigueSetup::CustomRatio;
+    s->m_ratio = -0.12345678901234;
+    s->m_scale = 1.00000000003;
+    const CKwFatigueSetup before = *s;
+    CKwMFCDialog* d = open(host, 56, nullptr);
+    ASSERT_NE(d, nullptr);
+    press(d, 1);
+    EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+    EXPECT_TRUE(*s == before);
+}
+
+// In German every caption of the four dialogs comes from the language files.
+TEST_F(StudyEditors, germanCaptions)
+{
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("de"));
+    const struct
+    {
+        unsigned kind;
+        int ctrlId;
+        const char* caption;
+    } rows[] = {{33, 7864, "Anfangsgeschwindigkeit:"}, {33, 7875, "Starre Ebene"},
+                {16, 7814, "Normierungsfaktor:"},      {17, 7829, "Untergrenze:"},
+                {56, 7914, "Mittelspannungskorrektur:"}, {56, 7903, "Belastung"}};
+    for (const auto& r : rows) {
+        CKwMFCDialog* d = open(host, r.kind, entityFor(r.kind), ownerFor(r.kind));
+        ASSERT_NE(d, nullptr) << r.kind;
+        EXPECT_EQ(KwGetControlText(d, r.ctrlId), QString::fromUtf8(r.caption)) << r.ctrlId;
+        press(d, 2);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    CKwXMLUtils::SetCurrentLanguage(QStringLiteral("en"));
 }
 
 // Requests that open nothing, or open without what they need, never crash.
