@@ -3,6 +3,9 @@
 
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
+#include "CKwImpactWizard.h"
+#include "CKwOptimObjective.h"
+#include "CKwOptimVariable.h"
 #include "CKwLoad.h"
 #include "CKwConMass.h"
 #include "CKwConnector.h"
@@ -210,6 +213,31 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     case 55:
         // The mesh's releases, or a new release on the view's mesh.
         r.object = newEntity || !model->m_mesh ? nullptr : static_cast<CKwFEBase*>(model->m_mesh);
+        break;
+    case 16:
+    case 17:
+    case 33: {
+        // The study's first objective or variable, the explicit analysis's impact; new ones
+        // for the same study or analysis.
+        for (CKwAnalysis* a : model->m_analyses) {
+            if (kind == 33 && a->IsExplicitAnalysis()) {
+                r.analysis = a;
+                r.object = newEntity ? nullptr : static_cast<CKwFEBase*>(a->GetImpactWizard());
+                break;
+            }
+            if (kind != 33 && a->GetAnalysisTypeCode() == CKwAnalysis::Optimization) {
+                r.context = a;
+                if (!newEntity && kind == 16 && !a->m_objectives.isEmpty())
+                    r.object = static_cast<CKwFEBase*>(a->m_objectives.first());
+                if (!newEntity && kind == 17 && !a->m_variables.isEmpty())
+                    r.object = static_cast<CKwFEBase*>(a->m_variables.first());
+                break;
+            }
+        }
+        break;
+    }
+    case 56:
+        // The setup dialog finds its analysis as the view's current one.
         break;
     case 70: {
         // The warning lists IDs that name no entity; show a typical list.

@@ -18,6 +18,7 @@
 #include "KwSectionLibrary.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
+#include "KwHostStudyItems.h"
 #include "CKwSubCase.h"
 #include "CKwTable.h"
 #include "CKwTreeManager.h"
@@ -82,6 +83,7 @@ const AnalysisType kAnalysisTypes[] = {
     {CKwAnalysis::ResponseSpectrum, "AnalysisResponseSpectrum", "Response Spectrum"},
     {CKwAnalysis::ExplicitDynamics, "AnalysisExplicitDynamics", "Explicit Dynamics"},
     {CKwAnalysis::Fatigue, "AnalysisFatigue", "Fatigue"},
+    {CKwAnalysis::Optimization, "AnalysisOptimization", "Optimization"},
 };
 
 // An analysis still named after its type (as a new analysis is) shows its type's name in the
@@ -143,6 +145,7 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     connect(CKwTreeManager::Instance(), &CKwTreeManager::treeRefreshRequested, this,
             &KwHostWindow::RebuildTree);
     m_current = m_model->m_analyses.isEmpty() ? nullptr : m_model->m_analyses.first();
+    m_view->SetCurrentAnalysis(m_current);
     buildMenus();
     RebuildTree();
     m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });
@@ -352,6 +355,7 @@ void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)
     if (!m_model->m_analyses.contains(analysis))
         return;
     m_current = analysis;
+    m_view->SetCurrentAnalysis(analysis);
     const int index = int(m_model->m_analyses.indexOf(analysis));
     if (m_analysisGroup && index < m_analysisGroup->actions().size())
         m_analysisGroup->actions().at(index)->setChecked(true);
@@ -370,6 +374,13 @@ void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)
 
 void KwHostWindow::Launch(unsigned kind, bool newEntity, int variant)
 {
+    if (kind == 56 && !(m_current && m_current->IsFatigueAnalysis()))
+        // The fatigue setup belongs to a fatigue analysis: the model's first one becomes current.
+        for (CKwAnalysis* a : m_model->m_analyses)
+            if (a->IsFatigueAnalysis()) {
+                SetCurrentAnalysis(a);
+                break;
+            }
     DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity,
                                           variant, m_current);
     if (kind == 83) {
@@ -464,6 +475,7 @@ void KwHostWindow::RebuildTree()
                 add(si, KwHostTreeText("TreeNonlinearParameters", "Nonlinear parameters"), 53,
                     setup, false);
         }
+        addStudyItems(ai, a, add);
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -592,6 +604,18 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
     DialogLaunchRequest r =
         KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true, 0, m_current);
     r.object = object;
+    if (kind == 16 || kind == 17 || kind == 33 || kind == 56) {
+        // An analysis behind one of these items is the fatigue analysis the setup dialog finds
+        // as the current one, the analysis of a new impact or the study of a new objective or
+        // variable.
+        if (auto* a = dynamic_cast<CKwAnalysis*>(static_cast<CKwFEBase*>(object))) {
+            if (kind == 56)
+                SetCurrentAnalysis(a);
+            r.analysis = kind == 33 ? a : r.analysis;
+            r.context = a;
+            r.object = nullptr;
+        }
+    }
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)

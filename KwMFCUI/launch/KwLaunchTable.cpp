@@ -23,6 +23,7 @@
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
 #include "KwLaunchRules.h"
+#include "KwLaunchStudies.h"
 #include "KwStatusWindows.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
@@ -171,8 +172,8 @@ const KwLaunchEntry kTable[] = {
     {13, "CKwMFCUIConMass", 353, H::Modeless, KwMakeConMass},
     {14, "CKwMFCUIConnector", 7001, H::Modeless, KwMakeConnector},
     {15, "CKwMFCUIDamping", 361, H::Modeless, nullptr},
-    {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, nullptr},
-    {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, nullptr},
+    {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, KwLaunchStudies::MakeOptimObjective},
+    {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, KwLaunchStudies::MakeOptimVariable},
     {19, "", 0, H::Ignored, nullptr},
     {21, "CKwMFCUIReverseNormals", 7011, H::Modeless, nullptr},
     {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
@@ -186,7 +187,7 @@ const KwLaunchEntry kTable[] = {
     {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner, nullptr},
     {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
     {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
-    {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
+    {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, KwLaunchStudies::MakeImpactAnalysis},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
     {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
@@ -204,7 +205,7 @@ const KwLaunchEntry kTable[] = {
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
     {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
     {55, "CKwMFCUIEndRelease", 7231, H::Modeless, KwMakeEndRelease},
-    {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},
+    {56, "CKwFatigueSetupDialog", 0, H::Modeless, KwLaunchStudies::MakeFatigueSetup},
     {68, "display preferences", 0, H::Modal, nullptr},
     {70, "CKwMsgDialog", 1150, H::Modal, makeMsgDialog},
     {82, "", 0, H::Message, R::DeliverStatusMessage},

@@ -11,6 +11,9 @@
 #include "CKwUIEntity.h"
 #include "KwNumbers.h"
 
+// The owned settings of particular analysis types (CKwStudyEntities.cpp).
+void KwDeleteAnalysisSettings(CKwAnalysis& analysis);
+
 #include <cmath>
 
 CKwFEBase::CKwFEBase(int id, const QString& name) : m_id(id), m_name(name) {}
@@ -91,7 +94,11 @@ CKwAnalysis::CKwAnalysis(int id, const QString& name, int typeCode)
 {
 }
 
-CKwAnalysis::~CKwAnalysis() { qDeleteAll(m_subcases); }
+CKwAnalysis::~CKwAnalysis()
+{
+    qDeleteAll(m_subcases);
+    KwDeleteAnalysisSettings(*this);
+}
 
 CKwSubCase* CKwAnalysis::AddSubCase(CKwSubCase* subcase)
 {

@@ -1,4 +1,8 @@
 #include "CKwFEModel.h"
+#include "CKwFatigueSetup.h"
+#include "CKwImpactWizard.h"
+#include "CKwOptimObjective.h"
+#include "CKwOptimVariable.h"
 
 #include "CKwAnalysis.h"
 #include "CKwConMass.h"
@@ -233,7 +237,35 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     auto* fatigue = new CKwAnalysis(6, QStringLiteral("Fatigue"), CKwAnalysis::Fatigue);
     fatigue->AddSubCase(new CKwSubCase(1, QStringLiteral("Load cycle")));
 
-    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn, fatigue}) {
+    // The explicit analysis is a drop test with its impact, the fatigue analysis has its setup,
+    // and an optimization study thins the cover plate within a mass objective.
+    auto* drop = new CKwImpactWizard(1, QStringLiteral("Drop from 1 m"));
+    drop->m_translation = {0.0, 0.0, -0.05};
+    drop->m_velocity = 4.43; // about a free fall from 1 m
+    drop->m_planeDistance = 0.002;
+    drop->m_duration = 0.004;
+    explicitDyn->SetImpactWizard(drop);
+    auto* cycles = new CKwFatigueSetup(1, QStringLiteral("Fatigue setup"));
+    cycles->m_cycles = 2e6;
+    cycles->m_loading = CKwFatigueSetup::ZeroBased;
+    cycles->m_meanStress = CKwFatigueSetup::Goodman;
+    fatigue->SetFatigueSetup(cycles);
+    auto* study = new CKwAnalysis(7, QStringLiteral("Optimization"), CKwAnalysis::Optimization);
+    study->AddSubCase(new CKwSubCase(1, QStringLiteral("Service load")));
+    auto* lightest = new CKwOptimObjective(1, QStringLiteral("Lightest cover"));
+    lightest->m_goal = CKwOptimObjective::Minimize;
+    lightest->m_response = CKwOptimObjective::Mass;
+    study->m_objectives.append(lightest);
+    auto* plate = new CKwOptimVariable(1, QStringLiteral("Cover plate thickness"));
+    plate->m_propertyId = 1; // the shell "Cover plate 3 mm"
+    plate->m_parameter = 0;
+    plate->m_lower = 0.001;
+    plate->m_upper = 0.006;
+    plate->m_initial = 0.003;
+    plate->m_step = 0.0005;
+    study->m_variables.append(plate);
+
+    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn, fatigue, study}) {
         a->SetMesh(m->m_mesh);
         m->m_analyses.append(a);
     }

@@ -7,7 +7,11 @@
 #include "CKwCoordinateSystem.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
+#include "CKwAnalysis.h"
+#include "CKwImpactWizard.h"
 #include "CKwMaterial.h"
+#include "CKwOptimObjective.h"
+#include "CKwOptimVariable.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwPhysicalProperty.h"
@@ -151,6 +155,48 @@ const Case kCases[] = {
          for (const auto* v : {&c->m_origin, &c->m_zAxis, &c->m_xAxis})
              out.insert(out.end(), v->begin(), v->end());
          return out;
+     }},
+    {"impact", 33,
+     [](CKwFEModel& m) -> void* {
+         CKwImpactWizard* w = m.m_analyses[4]->GetImpactWizard();
+         w->m_translation = {kTiny, kWide, kOdd};
+         w->m_velocity = kOdd;
+         w->m_acceleration = kWide;
+         w->m_planeDistance = kOdd;
+         w->m_duration = kTiny;
+         return static_cast<CKwFEBase*>(w);
+     },
+     [](CKwFEModel& m) {
+         const CKwImpactWizard* w = m.m_analyses[4]->GetImpactWizard();
+         return std::vector<double>{w->m_translation[0], w->m_translation[1], w->m_translation[2],
+                                    w->m_velocity, w->m_acceleration, w->m_planeDistance,
+                                    w->m_duration};
+     }},
+    {"optimization objective", 16,
+     [](CKwFEModel& m) -> void* {
+         CKwOptimObjective* o = m.m_analyses[6]->m_objectives[0];
+         o->m_goal = CKwOptimObjective::Target;
+         o->m_response = CKwOptimObjective::Stress;
+         o->m_target = kOdd * 1e6; // shown in MPa: 184220.5
+         o->m_normalization = kWide;
+         return static_cast<CKwFEBase*>(o);
+     },
+     [](CKwFEModel& m) {
+         const CKwOptimObjective* o = m.m_analyses[6]->m_objectives[0];
+         return std::vector<double>{o->m_target, o->m_normalization};
+     }},
+    {"optimization variable", 17,
+     [](CKwFEModel& m) -> void* {
+         CKwOptimVariable* v = m.m_analyses[6]->m_variables[0];
+         v->m_lower = kTiny;
+         v->m_upper = kWide;
+         v->m_initial = kOdd;
+         v->m_step = kTiny;
+         return static_cast<CKwFEBase*>(v);
+     },
+     [](CKwFEModel& m) {
+         const CKwOptimVariable* v = m.m_analyses[6]->m_variables[0];
+         return std::vector<double>{v->m_lower, v->m_upper, v->m_initial, v->m_step};
      }},
 };
 

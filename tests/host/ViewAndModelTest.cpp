@@ -2,6 +2,8 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
+#include "CKwOptimVariable.h"
+#include "CKwPhysicalProperty.h"
 #include "CKwMeshModel.h"
 #include "CKwPlot.h"
 #include "CKwSubCase.h"
@@ -74,14 +76,14 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 6);
+    ASSERT_EQ(m->m_analyses.size(), 7);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
-    for (int i = 1; i < 6; ++i) {
+    for (int i = 1; i < int(m->m_analyses.size()); ++i) {
         const CKwAnalysis* a = m->m_analyses.at(i);
         EXPECT_FALSE(a->HasResultSet());
         EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
@@ -92,8 +94,20 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_analyses.at(3)->GetAnalysisTypeCode(), CKwAnalysis::ResponseSpectrum);
     EXPECT_TRUE(m->m_analyses.at(4)->IsExplicitAnalysis());
     // Fatigue data of materials waits for this one; no other analysis takes it.
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < int(m->m_analyses.size()); ++i)
         EXPECT_EQ(m->m_analyses.at(i)->IsFatigueAnalysis(), i == 5) << i;
+    // The drop test has its impact, the fatigue analysis its setup, the study an objective
+    // and a variable on a property of the model; no other analysis holds any of them.
+    for (int i = 0; i < int(m->m_analyses.size()); ++i) {
+        const CKwAnalysis* a = m->m_analyses.at(i);
+        EXPECT_EQ(a->GetImpactWizard() != nullptr, i == 4) << i;
+        EXPECT_EQ(a->GetFatigueSetup() != nullptr, i == 5) << i;
+        EXPECT_EQ(a->m_objectives.size() + a->m_variables.size(), i == 6 ? 2 : 0) << i;
+    }
+    const CKwOptimVariable* v = m->m_analyses.at(6)->m_variables.first();
+    EXPECT_GT(CKwOptimVariable::ParameterCount(m->m_properties.at(0)), v->m_parameter);
+    EXPECT_EQ(m->m_properties.at(0)->GetID(), v->m_propertyId);
+    EXPECT_TRUE(v->m_lower <= v->m_initial && v->m_initial <= v->m_upper);
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));

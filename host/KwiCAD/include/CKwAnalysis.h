@@ -6,6 +6,10 @@
 
 class CKwMeshModel;
 class CKwSubCase;
+class CKwImpactWizard;
+class CKwFatigueSetup;
+class CKwOptimObjective;
+class CKwOptimVariable;
 
 class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
 {
@@ -13,7 +17,8 @@ public:
     // Analysis type codes of the model. The nonlinear ones (5, 13) are those the material
     // editor lets take nonlinear material data and PPFA.
     enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 5, NonlinearTransient = 13,
-                    ResponseSpectrum = 20, ExplicitDynamics = 30, Fatigue = 40 };
+                    ResponseSpectrum = 20, ExplicitDynamics = 30, Fatigue = 40,
+                    Optimization = 50 };
 
     CKwAnalysis(int id = 0, const QString& name = QString(), int typeCode = LinearStatic);
     ~CKwAnalysis() override;
@@ -41,8 +46,21 @@ public:
     // True when a node with this user id exists in the analysed mesh.
     bool IsValidUserId(int nodeId) const;
 
+    // Settings of particular analysis types, owned by the analysis: the impact event of an
+    // explicit analysis, the fatigue setup of a fatigue analysis (null while there is none),
+    // and the objectives and design variables of an optimization study. The setters take
+    // ownership and delete what they replace.
+    CKwImpactWizard* GetImpactWizard() const { return m_impact; }
+    void SetImpactWizard(CKwImpactWizard* impact);
+    CKwFatigueSetup* GetFatigueSetup() const { return m_fatigueSetup; }
+    void SetFatigueSetup(CKwFatigueSetup* setup);
+    QList<CKwOptimObjective*> m_objectives;
+    QList<CKwOptimVariable*> m_variables;
+
 private:
     int m_typeCode;
+    CKwImpactWizard* m_impact = nullptr;
+    CKwFatigueSetup* m_fatigueSetup = nullptr;
     bool m_explicit = false;
     QList<CKwSubCase*> m_subcases;
     QList<int> m_resultSubcases;

@@ -31,8 +31,10 @@ public:
 
     // The built-in sample model: a bracket part, a hexahedral mesh, two materials, a shell and
     // a beam property, a constraint, loads of several types, three tables they may depend on,
-    // and five analyses (linear static with results, nonlinear static and nonlinear transient
-    // with subcases and nonlinear setups, response spectrum, explicit dynamics).
+    // and analyses (linear static with results, nonlinear static and nonlinear transient
+    // with subcases and nonlinear setups, response spectrum, explicit dynamics as a drop test
+    // with its impact, fatigue with its setup, an optimization study with an objective and a
+    // design variable).
     static CKwFEModel* CreateSampleModel();
 
     QList<CKwUIEntity*> m_geometry;
