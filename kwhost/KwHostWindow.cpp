@@ -12,6 +12,10 @@
 #include "CKwNonlinearDialogBase.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 #include "KwSectionLibrary.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
@@ -501,6 +505,33 @@ void KwHostWindow::RebuildTree()
             gi->setData(0, HostActionRole, ActionHighlightGroup);
             gi->setData(0, ObjectRole, g.id);
         }
+    }
+    // Mesh controls, material orientations, element deletions and surface contacts.
+    const auto category = [&](const char* section, const char* english) {
+        return new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                             QString::fromLatin1(section),
+                                             QStringLiteral("TreeCategoryText"),
+                                             QString::fromLatin1(english))});
+    };
+    if (!m_model->m_meshControls.isEmpty()) {
+        QTreeWidgetItem* c = category("MeshControl", "Mesh Controls");
+        for (CKwMeshLocal* e : m_model->m_meshControls)
+            add(c, e->GetName(), 3, static_cast<CKwFEBase*>(e));
+    }
+    if (!m_model->m_materialOrients.isEmpty()) {
+        QTreeWidgetItem* c = category("MaterialOrientation", "Material Orientations");
+        for (CKwMaterialOrient* e : m_model->m_materialOrients)
+            add(c, e->GetName(), 6, static_cast<CKwFEBase*>(e));
+    }
+    if (!m_model->m_elementDeletions.isEmpty()) {
+        QTreeWidgetItem* c = category("ElementDeletion", "Element Deletions");
+        for (CKwElementDeletion* e : m_model->m_elementDeletions)
+            add(c, e->GetName(), 54, static_cast<CKwFEBase*>(e));
+    }
+    if (!m_model->m_surfaceContacts.isEmpty()) {
+        QTreeWidgetItem* c = category("SurfaceContact", "Contacts");
+        for (CKwSurfaceContact* e : m_model->m_surfaceContacts)
+            add(c, e->GetName(), 12, static_cast<CKwFEBase*>(e));
     }
     m_tree->expandAll();
 }

@@ -13,11 +13,19 @@
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
 #include "CKwUIEntity.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 
 CKwFEModel::CKwFEModel(int id, const QString& name) : CKwFEBase(id, name) {}
 
 CKwFEModel::~CKwFEModel()
 {
+    qDeleteAll(m_surfaceContacts);
+    qDeleteAll(m_elementDeletions);
+    qDeleteAll(m_materialOrients);
+    qDeleteAll(m_meshControls);
     qDeleteAll(m_xyPlots);
     qDeleteAll(m_tables);
     qDeleteAll(m_plots);
@@ -267,5 +275,43 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
         history->AddValue({1, t, 0.0012 * t});
     }
     m->m_xyPlots = {history};
+
+    // The fillet between the top and the loaded end: a curved face and its arc edge.
+    auto* fillet = new CKwUIEntity(CKwUIEntity::Face, 7, QStringLiteral("Face 7 (Fillet)"));
+    fillet->SetCurved(true);
+    auto* arc = new CKwUIEntity(CKwUIEntity::Edge, 13, QStringLiteral("Edge 13 (Fillet arc)"));
+    arc->SetCurved(true);
+    m->m_geometry << fillet << arc;
+    // The cover of quadrilaterals and triangles lies on the top face.
+    m->m_shellFaceIds = {2};
+    auto* filletSize = new CKwMeshLocal(1, QStringLiteral("Fillet refinement"));
+    filletSize->m_elementSize = 0.002;
+    filletSize->m_entities << fillet << arc;
+    auto* edgeCount = new CKwMeshLocal(2, QStringLiteral("Top edge divisions"));
+    edgeCount->m_elementCount = 16;
+    edgeCount->m_entities << m->FindGeometry(CKwUIEntity::Edge, 1);
+    m->m_meshControls = {filletSize, edgeCount};
+    auto* orient = new CKwMaterialOrient(1, QStringLiteral("Cover fibre direction"));
+    orient->m_method = CKwMaterialOrient::FromEdge;
+    orient->m_faces << m->FindGeometry(CKwUIEntity::Face, 2);
+    orient->m_edge = m->FindGeometry(CKwUIEntity::Edge, 1);
+    orient->m_propertyId = shell->GetID();
+    m->m_materialOrients = {orient};
+    auto* deletion = new CKwElementDeletion(1, QStringLiteral("Cover failure"));
+    deletion->m_analysisId = explicitDyn->GetID();
+    CKwElementDeletion::PropertyCriteria cover;
+    cover.propertyId = shell->GetID();
+    cover.on[CKwElementDeletion::PlasticStrain] = true;
+    cover.limit[CKwElementDeletion::PlasticStrain] = 0.15;
+    cover.on[CKwElementDeletion::PrincipalStress] = true;
+    cover.limit[CKwElementDeletion::PrincipalStress] = 3.1e8;
+    deletion->m_criteria << cover;
+    m->m_elementDeletions = {deletion};
+    auto* contact = new CKwSurfaceContact(1, QStringLiteral("Cover on bracket"));
+    contact->m_kind = CKwSurfaceContact::Separating;
+    contact->m_friction = 0.15;
+    contact->m_master << m->FindGeometry(CKwUIEntity::Face, 2);
+    contact->m_slave << m->FindGeometry(CKwUIEntity::Face, 4);
+    m->m_surfaceContacts = {contact};
     return m;
 }

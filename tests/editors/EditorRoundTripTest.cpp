@@ -3,7 +3,11 @@
 // keeps every value to the last bit.
 #include "CFMView.h"
 #include "CKwFEModel.h"
+#include "CKwElementDeletion.h"
 #include "CKwLoad.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
@@ -106,6 +110,39 @@ const Case kCases[] = {
              out.push_back(m.m_mesh->GetQualityLimit(static_cast<M::QualityCheck>(c)));
          return out;
      }},
+    {"mesh control", 3,
+     [](CKwFEModel& m) -> void* {
+         m.m_meshControls[0]->m_elementSize = kTiny * 1.1;
+         return static_cast<CKwFEBase*>(m.m_meshControls[0]);
+     },
+     [](CKwFEModel& m) { return std::vector<double>{m.m_meshControls[0]->m_elementSize}; }},
+    {"material orientation", 6,
+     [](CKwFEModel& m) -> void* {
+         m.m_materialOrients[0]->m_vector = {kOdd, kTiny, kWide};
+         return static_cast<CKwFEBase*>(m.m_materialOrients[0]);
+     },
+     [](CKwFEModel& m) {
+         const auto& v = m.m_materialOrients[0]->m_vector;
+         return std::vector<double>{v[0], v[1], v[2]};
+     }},
+    {"element deletion", 54,
+     [](CKwFEModel& m) -> void* {
+         auto& c = m.m_elementDeletions[0]->m_criteria[0];
+         c.limit[CKwElementDeletion::PlasticStrain] = kTiny * 3;
+         c.limit[CKwElementDeletion::PrincipalStress] = kWide;
+         c.limit[CKwElementDeletion::Time] = kTiny;
+         return static_cast<CKwFEBase*>(m.m_elementDeletions[0]);
+     },
+     [](CKwFEModel& m) {
+         const auto& c = m.m_elementDeletions[0]->m_criteria[0];
+         return std::vector<double>(std::begin(c.limit), std::end(c.limit));
+     }},
+    {"surface contact", 12,
+     [](CKwFEModel& m) -> void* {
+         m.m_surfaceContacts[0]->m_friction = kWide;
+         return static_cast<CKwFEBase*>(m.m_surfaceContacts[0]);
+     },
+     [](CKwFEModel& m) { return std::vector<double>{m.m_surfaceContacts[0]->m_friction}; }},
 };
 
 class EditorRoundTrip : public ::testing::TestWithParam<Case>

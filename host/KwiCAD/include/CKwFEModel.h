@@ -15,6 +15,10 @@ class CKwPlot;
 class CKwRestraint;
 class CKwTable;
 class CKwXYPlot;
+class CKwMeshLocal;
+class CKwMaterialOrient;
+class CKwElementDeletion;
+class CKwSurfaceContact;
 class CKwUIEntity;
 
 class KWICAD_EXPORT CKwFEModel : public CKwFEBase
@@ -44,6 +48,13 @@ public:
     // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
     QList<CKwTable*> m_tables;
     QList<CKwXYPlot*> m_xyPlots;
+    // Mesh controls, material orientations, element deletions and surface contacts; the faces
+    // (geometry ids) the mesh covers with shell elements.
+    QList<CKwMeshLocal*> m_meshControls;
+    QList<CKwMaterialOrient*> m_materialOrients;
+    QList<CKwElementDeletion*> m_elementDeletions;
+    QList<CKwSurfaceContact*> m_surfaceContacts;
+    QList<int> m_shellFaceIds;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.
