@@ -78,8 +78,8 @@ CKwMFCUIElementDeletion::CKwMFCUIElementDeletion(CFMView* view, CKwAnalysis* ana
     }
     QLabel* note = KwForm::Label(this, 7755);
     note->setWordWrap(true);
-    note->setMaximumWidth(KwStyle::CharsWidth(note->fontMetrics(), 48));
-    criteria->addWidget(note, criteria->rowCount(), 0, 1, -1);
+    note->setFixedWidth(KwStyle::CharsWidth(note->fontMetrics(), 48));
+    outer->addWidget(note);
     KwForm::ButtonRow(this, outer);
 
     SetControlCodes(kControlCodes);

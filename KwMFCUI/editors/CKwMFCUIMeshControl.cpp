@@ -61,9 +61,9 @@ CKwMFCUIMeshControl::CKwMFCUIMeshControl(CFMView* view, const QList<CKwUIEntity*
     KwForm::Row(size, KwForm::Label(this, 7705), KwForm::NumberEdit(this, 7706));
     QLabel* note = KwForm::Label(this, 7707);
     note->setWordWrap(true);
-    // The note wraps within the group instead of widening the dialog.
-    note->setMaximumWidth(KwStyle::CharsWidth(note->fontMetrics(), 44));
-    size->addWidget(note, size->rowCount(), 0, 1, -1);
+    // The note wraps instead of widening the dialog.
+    note->setFixedWidth(KwStyle::CharsWidth(note->fontMetrics(), 44));
+    outer->addWidget(note);
     KwForm::ButtonRow(this, outer);
 
     SetControlCodes(kControlCodes);

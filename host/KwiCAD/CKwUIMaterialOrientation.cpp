@@ -3,6 +3,7 @@
 #include "CKwFEModel.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwUIEntity.h"
+#include "KwEntityPicks.h"
 #include "KwTypedNumbers.h"
 #include "KwUIText.h"
 
@@ -175,17 +176,13 @@ void CKwUIMaterialOrientation::OnSelected(QList<CKwUIEntity*>* entities)
     CKwMaterialOrient* o = GetEditObject();
     if (!o || !entities)
         return;
-    for (CKwUIEntity* e : *entities) {
-        if (!e)
-            continue;
-        if (e->GetKind() == CKwUIEntity::Face) {
-            if (!o->m_faces.contains(e))
-                o->m_faces.append(e);
-        } else if (e->GetKind() == CKwUIEntity::Edge &&
-                   o->m_method == CKwMaterialOrient::FromEdge) {
-            o->m_edge = e;
-        }
-    }
+    KwEntityPicks::Append(o->m_faces, *entities,
+                          [](const CKwUIEntity* e) { return e->GetKind() == CKwUIEntity::Face; });
+    // The last edge picked is the secondary geometry.
+    if (o->m_method == CKwMaterialOrient::FromEdge)
+        for (CKwUIEntity* e : *entities)
+            if (e && e->GetKind() == CKwUIEntity::Edge)
+                o->m_edge = e;
     Display(1);
 }
 
@@ -194,10 +191,8 @@ void CKwUIMaterialOrientation::OnDeselected(QList<CKwUIEntity*>* entities)
     CKwMaterialOrient* o = GetEditObject();
     if (!o || !entities)
         return;
-    for (CKwUIEntity* e : *entities) {
-        o->m_faces.removeAll(e);
-        if (o->m_edge == e)
-            o->m_edge = nullptr;
-    }
+    KwEntityPicks::Remove(o->m_faces, *entities);
+    if (entities->contains(o->m_edge))
+        o->m_edge = nullptr;
     Display(1);
 }

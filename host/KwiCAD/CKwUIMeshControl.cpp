@@ -2,6 +2,7 @@
 
 #include "CKwFEModel.h"
 #include "CKwUIEntity.h"
+#include "KwEntityPicks.h"
 #include "KwTypedNumbers.h"
 #include "KwUIText.h"
 
@@ -137,9 +138,7 @@ void CKwUIMeshControl::OnSelected(QList<CKwUIEntity*>* entities)
     CKwMeshLocal* c = GetEditObject();
     if (!c || !entities)
         return;
-    for (CKwUIEntity* e : *entities)
-        if (Admits(e) && !c->m_entities.contains(e))
-            c->m_entities.append(e);
+    KwEntityPicks::Append(c->m_entities, *entities, &Admits);
     Display(1);
 }
 
@@ -148,7 +147,6 @@ void CKwUIMeshControl::OnDeselected(QList<CKwUIEntity*>* entities)
     CKwMeshLocal* c = GetEditObject();
     if (!c || !entities)
         return;
-    for (CKwUIEntity* e : *entities)
-        c->m_entities.removeAll(e);
+    KwEntityPicks::Remove(c->m_entities, *entities);
     Display(1);
 }

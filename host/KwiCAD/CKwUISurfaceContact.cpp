@@ -2,6 +2,7 @@
 
 #include "CKwFEModel.h"
 #include "CKwUIEntity.h"
+#include "KwEntityPicks.h"
 #include "KwTypedNumbers.h"
 #include "KwUIText.h"
 
@@ -217,9 +218,7 @@ void CKwUISurfaceContact::OnSelected(QList<CKwUIEntity*>* entities)
     if (!c || !entities)
         return;
     QList<CKwUIEntity*>& side = m_side == Master ? c->m_master : c->m_slave;
-    for (CKwUIEntity* e : *entities)
-        if (Admits(e) && !side.contains(e))
-            side.append(e);
+    KwEntityPicks::Append(side, *entities, &Admits);
     Display(1);
 }
 
@@ -229,7 +228,6 @@ void CKwUISurfaceContact::OnDeselected(QList<CKwUIEntity*>* entities)
     if (!c || !entities)
         return;
     QList<CKwUIEntity*>& side = m_side == Master ? c->m_master : c->m_slave;
-    for (CKwUIEntity* e : *entities)
-        side.removeAll(e);
+    KwEntityPicks::Remove(side, *entities);
     Display(1);
 }
