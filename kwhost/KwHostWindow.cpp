@@ -513,26 +513,24 @@ void KwHostWindow::RebuildTree()
                                              QStringLiteral("TreeCategoryText"),
                                              QString::fromLatin1(english))});
     };
-    if (!m_model->m_meshControls.isEmpty()) {
-        QTreeWidgetItem* c = category("MeshControl", "Mesh Controls");
-        for (CKwMeshLocal* e : m_model->m_meshControls)
-            add(c, e->GetName(), 3, static_cast<CKwFEBase*>(e));
-    }
-    if (!m_model->m_materialOrients.isEmpty()) {
-        QTreeWidgetItem* c = category("MaterialOrientation", "Material Orientations");
-        for (CKwMaterialOrient* e : m_model->m_materialOrients)
-            add(c, e->GetName(), 6, static_cast<CKwFEBase*>(e));
-    }
-    if (!m_model->m_elementDeletions.isEmpty()) {
-        QTreeWidgetItem* c = category("ElementDeletion", "Element Deletions");
-        for (CKwElementDeletion* e : m_model->m_elementDeletions)
-            add(c, e->GetName(), 54, static_cast<CKwFEBase*>(e));
-    }
-    if (!m_model->m_surfaceContacts.isEmpty()) {
-        QTreeWidgetItem* c = category("SurfaceContact", "Contacts");
-        for (CKwSurfaceContact* e : m_model->m_surfaceContacts)
-            add(c, e->GetName(), 12, static_cast<CKwFEBase*>(e));
-    }
+    QTreeWidgetItem* c = category("MeshControl", "Mesh Controls");
+    add(c, KwHostTreeText("TreeNewMeshControl", "(new mesh control)"), 3, nullptr, false);
+    for (CKwMeshLocal* e : m_model->m_meshControls)
+        add(c, e->GetName(), 3, static_cast<CKwFEBase*>(e));
+    c = category("MaterialOrientation", "Material Orientations");
+    add(c, KwHostTreeText("TreeNewMaterialOrientation", "(new material orientation)"), 6,
+        nullptr, false);
+    for (CKwMaterialOrient* e : m_model->m_materialOrients)
+        add(c, e->GetName(), 6, static_cast<CKwFEBase*>(e));
+    c = category("ElementDeletion", "Element Deletions");
+    add(c, KwHostTreeText("TreeNewElementDeletion", "(new element deletion)"), 54, nullptr,
+        false);
+    for (CKwElementDeletion* e : m_model->m_elementDeletions)
+        add(c, e->GetName(), 54, static_cast<CKwFEBase*>(e));
+    c = category("SurfaceContact", "Contacts");
+    add(c, KwHostTreeText("TreeNewContact", "(new contact)"), 12, nullptr, false);
+    for (CKwSurfaceContact* e : m_model->m_surfaceContacts)
+        add(c, e->GetName(), 12, static_cast<CKwFEBase*>(e));
     m_tree->expandAll();
 }
 

@@ -311,7 +311,7 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     contact->m_kind = CKwSurfaceContact::Separating;
     contact->m_friction = 0.15;
     contact->m_master << m->FindGeometry(CKwUIEntity::Face, 2);
-    contact->m_slave << m->FindGeometry(CKwUIEntity::Face, 4);
+    contact->m_slave << m->FindGeometry(CKwUIEntity::Face, 3);
     m->m_surfaceContacts = {contact};
     return m;
 }
