@@ -1,5 +1,6 @@
 #include "CKwMFCUIMaterialOrientation.h"
 
+#include "CFMView.h"
 #include "CKwMFCNodeElemSelectionBox.h"
 #include "KW_UOM.h"
 #include "KwControls.h"
@@ -95,6 +96,12 @@ CKwMFCUIMaterialOrientation::CKwMFCUIMaterialOrientation(CFMView* view,
     SetTextTable(kTexts);
     SetUnitSystem(units);
     SetProperty(property);
+    // A drop from a list's menu leaves that list; these run before the base's handler, which
+    // is connected when the lists are registered.
+    connect(m_faces, &CKwMFCNodeElemSelectionBox::entitiesDropped, this,
+            [this] { SetPickTarget(Faces); });
+    connect(m_edge, &CKwMFCNodeElemSelectionBox::entitiesDropped, this,
+            [this] { SetPickTarget(Secondary); });
     TargetOnClick(m_faces);
     TargetOnClick(m_edge);
     OnCreate(view, orientation, nullptr);
@@ -120,7 +127,44 @@ bool CKwMFCUIMaterialOrientation::OnInitDialog()
 void CKwMFCUIMaterialOrientation::OnObjectDataLoaded()
 {
     CKwMFCUIBase::OnObjectDataLoaded();
+    // The secondary geometry may be a face; it belongs in its own list only.
+    const CKwMaterialOrient* o = GetEditObject();
+    const bool showIds = GetFMView() && GetFMView()->GetShowIDs();
+    m_faces->ResetContent();
+    m_edge->ResetContent();
+    if (o) {
+        for (CKwUIEntity* f : o->m_faces)
+            m_faces->AddEntity(f, showIds);
+        if (o->m_edge)
+            m_edge->AddEntity(o->m_edge, showIds);
+    }
+    m_faces->FlushAdded();
+    m_edge->FlushAdded();
     showMethod();
+}
+
+void CKwMFCUIMaterialOrientation::followActiveBox()
+{
+    SetPickTarget(GetActiveSelectionBox() == m_edge ? Secondary : Faces);
+}
+
+long CKwMFCUIMaterialOrientation::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
+{
+    followActiveBox();
+    return CKwMFCUIBase::OnEntitiesPicked(entities);
+}
+
+long CKwMFCUIMaterialOrientation::OnEntitiesDropped(QList<CKwUIEntity*>* entities)
+{
+    if (!m_bNotificationsEnabled || !entities)
+        return 0;
+    // A drop in the view leaves both lists.
+    SetPickTarget(Secondary);
+    OnDeselected(entities);
+    SetPickTarget(Faces);
+    const long result = CKwMFCUIBase::OnEntitiesDropped(entities);
+    followActiveBox();
+    return result;
 }
 
 void CKwMFCUIMaterialOrientation::showMethod()

@@ -15,7 +15,8 @@ class KWMFCUI_EXPORT CKwMFCUIMaterialOrientation : public CKwMFCUIBase,
 public:
     static constexpr unsigned kTemplateId = 364;
     static constexpr unsigned kFacesFilter = 0x40;
-    static constexpr unsigned kEdgeFilter = 0x10;
+    // The secondary geometry's list takes edges and faces; only a straight edge passes OK.
+    static constexpr unsigned kEdgeFilter = 0x50;
 
     // `property`: the shell property a new orientation is made for (may be null).
     CKwMFCUIMaterialOrientation(CFMView* view, CKwPhysicalProperty* property,
@@ -29,9 +30,12 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    long OnEntitiesPicked(QList<CKwUIEntity*>* entities) override;
+    long OnEntitiesDropped(QList<CKwUIEntity*>* entities) override;
 
 private:
     void showMethod();
+    void followActiveBox();
 
     CKwMFCNodeElemSelectionBox* m_faces = nullptr;
     CKwMFCNodeElemSelectionBox* m_edge = nullptr;

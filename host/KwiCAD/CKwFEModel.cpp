@@ -276,21 +276,17 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     }
     m->m_xyPlots = {history};
 
-    // The fillet between the top and the loaded end: a curved face and its arc edge.
-    auto* fillet = new CKwUIEntity(CKwUIEntity::Face, 7, QStringLiteral("Face 7 (Fillet)"));
-    fillet->SetCurved(true);
-    auto* arc = new CKwUIEntity(CKwUIEntity::Edge, 13, QStringLiteral("Edge 13 (Fillet arc)"));
-    arc->SetCurved(true);
-    m->m_geometry << fillet << arc;
     // The cover of quadrilaterals and triangles lies on the top face.
     m->m_shellFaceIds = {2};
-    auto* filletSize = new CKwMeshLocal(1, QStringLiteral("Fillet refinement"));
-    filletSize->m_elementSize = 0.002;
-    filletSize->m_entities << fillet << arc;
+    // Finer elements along the loaded end's edges, and a fixed division of a top edge.
+    auto* endSize = new CKwMeshLocal(1, QStringLiteral("Loaded end refinement"));
+    endSize->m_elementSize = 0.002;
+    endSize->m_entities << m->FindGeometry(CKwUIEntity::Face, 6)
+                        << m->FindGeometry(CKwUIEntity::Edge, 2);
     auto* edgeCount = new CKwMeshLocal(2, QStringLiteral("Top edge divisions"));
     edgeCount->m_elementCount = 16;
     edgeCount->m_entities << m->FindGeometry(CKwUIEntity::Edge, 1);
-    m->m_meshControls = {filletSize, edgeCount};
+    m->m_meshControls = {endSize, edgeCount};
     auto* orient = new CKwMaterialOrient(1, QStringLiteral("Cover fibre direction"));
     orient->m_method = CKwMaterialOrient::FromEdge;
     orient->m_faces << m->FindGeometry(CKwUIEntity::Face, 2);

@@ -176,12 +176,14 @@ void CKwUIMaterialOrientation::OnSelected(QList<CKwUIEntity*>* entities)
     CKwMaterialOrient* o = GetEditObject();
     if (!o || !entities)
         return;
-    KwEntityPicks::Append(o->m_faces, *entities,
-                          [](const CKwUIEntity* e) { return e->GetKind() == CKwUIEntity::Face; });
-    // The last edge picked is the secondary geometry.
+    const auto isFace = [](const CKwUIEntity* e) { return e->GetKind() == CKwUIEntity::Face; };
+    if (m_target == Faces)
+        KwEntityPicks::Append(o->m_faces, *entities, isFace);
+    // The last edge picked (or, for the secondary geometry, the last edge or face) is the
+    // secondary geometry.
     if (o->m_method == CKwMaterialOrient::FromEdge)
         for (CKwUIEntity* e : *entities)
-            if (e && e->GetKind() == CKwUIEntity::Edge)
+            if (e && (e->GetKind() == CKwUIEntity::Edge || (m_target == Secondary && isFace(e))))
                 o->m_edge = e;
     Display(1);
 }
@@ -191,8 +193,9 @@ void CKwUIMaterialOrientation::OnDeselected(QList<CKwUIEntity*>* entities)
     CKwMaterialOrient* o = GetEditObject();
     if (!o || !entities)
         return;
-    KwEntityPicks::Remove(o->m_faces, *entities);
-    if (entities->contains(o->m_edge))
+    if (m_target == Faces)
+        KwEntityPicks::Remove(o->m_faces, *entities);
+    if (m_target == Secondary && entities->contains(o->m_edge))
         o->m_edge = nullptr;
     Display(1);
 }

@@ -36,7 +36,11 @@ using E = CKwUIEntity;
 class ModelControlEditors : public ::testing::Test
 {
 public:
-    void SetUp() override { kwtest::IsolateSettings(); }
+    void SetUp() override
+    {
+        kwtest::IsolateSettings();
+        arc.SetCurved(true);
+    }
 
     CKwMFCDialog* open(unsigned kind, void* object, void* extra = nullptr, unsigned option = 0)
     {
@@ -65,6 +69,7 @@ public:
                 m.m_surfaceContacts.size()};
     }
     kwtest::Host host;
+    E arc{E::Edge, 99, QStringLiteral("Edge 99 (arc)")}; // a curved edge of another part
 };
 
 // Every kind opens on its stored sample entity with that entity's name, and on a new one with
@@ -176,7 +181,14 @@ TEST_F(ModelControlEditors, badInputIsRefusedWithItsFieldMessageAndWritesNothing
          [orientation](ModelControlEditors& t, CKwMFCDialog* d) {
              t.pick({t.geo(E::Face, 2)});
              orientation(d)->SetActiveSelectionBox(orientation(d)->GetEdgeBox());
-             t.pick({t.geo(E::Edge, 13)});
+             t.pick({&t.arc});
+         },
+         "Straight Edge - \n 'The secondary geometry must be a straight line.'"},
+        {"orientation from a face", 6,
+         [orientation](ModelControlEditors& t, CKwMFCDialog* d) {
+             t.pick({t.geo(E::Face, 2)});
+             orientation(d)->SetActiveSelectionBox(orientation(d)->GetEdgeBox());
+             t.pick({t.geo(E::Edge, 3), t.geo(E::Face, 5)});
          },
          "Straight Edge - \n 'The secondary geometry must be a straight line.'"},
         {"orientation from an edge never picked", 6,

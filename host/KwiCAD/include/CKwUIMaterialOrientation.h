@@ -1,6 +1,7 @@
 #pragma once
 // Logic of the material orientation editor: the shell faces (each must carry a 2D mesh), and
-// the direction from a straight edge (the secondary geometry) or from a vector X, Y, Z.
+// the direction from a straight edge (the secondary geometry: an edge or a face may be picked
+// for it, only a straight edge is taken on OK) or from a vector X, Y, Z.
 #include "CKwFEUIBase.h"
 #include "CKwMaterialOrient.h"
 
@@ -12,6 +13,7 @@ public:
     enum Code { CodeName = 1, CodeID = 2, CodeVectorX = 5, CodeVectorY = 6, CodeVectorZ = 7,
                 CodeFaces = 18, CodeEdge = 19 };
     enum Field { FieldMethod = 3 };
+    enum Target { Faces = 0, Secondary = 1 };
 
     CKwUIMaterialOrientation();
     ~CKwUIMaterialOrientation() override;
@@ -28,8 +30,12 @@ public:
     int GetValue(int field, int& value) override;
     int SetValue(int field, int value) override;
 
-    // Faces go to the faces; an edge is the secondary geometry, replacing the one before.
+    // Which list picks go to. For the faces, faces go to the faces and an edge is the
+    // secondary geometry; for the secondary geometry, the last edge or face picked is.
+    void SetPickTarget(Target target) { m_target = target; }
+    Target GetPickTarget() const { return m_target; }
     void OnSelected(QList<CKwUIEntity*>* entities) override;
+    // Drops leave the list of the pick target.
     void OnDeselected(QList<CKwUIEntity*>* entities) override;
     QList<CKwUIEntity*> GetSelectedEntities() const override;
 
@@ -42,5 +48,6 @@ protected:
 
 private:
     CKwPhysicalProperty* m_property = nullptr;
+    Target m_target = Faces;
     int m_badComponent = -1;
 };
