@@ -16,6 +16,10 @@
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 #include "CKwiCKAddin.h"
 #include "KW_UOM.h"
 #include "KwMFCUIEntry.h"
@@ -191,6 +195,32 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, optim_objective, 16u, 6, firstObjective)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, optim_variable, 17u, 6, firstVariable)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+
+// The mesh control, material orientation, element deletion and surface contact editors, each
+// on its sample entity.
+namespace {
+void* filletControl(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_meshControls.first()); }
+void* coverOrientation(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_materialOrients.first()); }
+void* coverDeletion(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_elementDeletions.first()); }
+void* coverContact(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_surfaceContacts.first()); }
+} // namespace
+
+BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_control, 3u, 0, filletControl)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, material_orientation, 6u, 0, coverOrientation)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, element_deletion, 54u, 4, coverDeletion)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, surface_contact, 12u, 0, coverContact)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

@@ -233,6 +233,35 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
            {{1, "kind28-coordinate-system-three-points.png"},
             {2, "kind28-coordinate-system-picked-point.png"}},
            nullptr);
+    // The material orientation from a vector, and the contact parameters page of the surface
+    // contact editor.
+    {
+        host->Launch(6, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* vector = KwControl<QAbstractButton>(d, 7725)) {
+                vector->click();
+                shoot(d, "kind06-material-orientation-vector.png");
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+        host->Launch(12, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* open = KwControl<QPushButton>(d, 7769)) {
+                QTimer::singleShot(0, d, [&] {
+                    if (QWidget* page = QApplication::activeModalWidget()) {
+                        shoot(page, "tmpl7239-contact-parameters.png");
+                        closeDialog(page);
+                    }
+                });
+                open->click();
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
 
     // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
     // menu opens it.

@@ -19,6 +19,12 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
+
+#include <array>
 
 QList<KwHostKind> KwHostKinds()
 {
@@ -245,6 +251,43 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.object = const_cast<QList<int>*>(&missing);
         break;
     }
+    case 3:
+        r.object = newEntity || model->m_meshControls.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_meshControls.first());
+        break;
+    case 6:
+    case 54: {
+        // The 101st word of `extra`: the shell property a new orientation is made for, the
+        // explicit analysis a new element deletion belongs to.
+        static std::array<void*, 101> words{};
+        words.fill(nullptr);
+        if (kind == 6) {
+            for (CKwPhysicalProperty* p : model->m_properties)
+                if (p->m_idealization == CKwPhysicalProperty::Shell) {
+                    words[100] = static_cast<CKwFEBase*>(p);
+                    break;
+                }
+            if (!newEntity && !model->m_materialOrients.isEmpty())
+                r.object = static_cast<CKwFEBase*>(model->m_materialOrients.first());
+        } else {
+            for (CKwAnalysis* a : model->m_analyses)
+                if (a->IsExplicitAnalysis()) {
+                    words[100] = static_cast<CKwFEBase*>(a);
+                    break;
+                }
+            if (!newEntity && !model->m_elementDeletions.isEmpty())
+                r.object = static_cast<CKwFEBase*>(model->m_elementDeletions.first());
+        }
+        r.extra = words.data();
+        break;
+    }
+    case 12:
+        r.object = newEntity || model->m_surfaceContacts.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_surfaceContacts.first());
+        r.analysis = editedFor;
+        break;
     default:
         r.analysis = withResults;
         break;

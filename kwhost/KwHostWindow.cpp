@@ -15,6 +15,10 @@
 #include "CKwNonlinearDialogBase.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 #include "KwSectionLibrary.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
@@ -519,6 +523,7 @@ void KwHostWindow::RebuildTree()
     }
     // Concentrated masses, connectors, the user's coordinate systems and the beam end releases,
     // each with an item that makes a new one.
+    // Mesh controls, material orientations, element deletions and surface contacts.
     const auto category = [&](const char* section, const char* english) {
         return new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                              QString::fromLatin1(section),
@@ -546,6 +551,24 @@ void KwHostWindow::RebuildTree()
                           .arg(m_model->m_mesh->EndReleases().size()),
             55, static_cast<CKwFEBase*>(m_model->m_mesh), false);
     }
+    QTreeWidgetItem* c = category("MeshControl", "Mesh Controls");
+    add(c, KwHostTreeText("TreeNewMeshControl", "(new mesh control)"), 3, nullptr, false);
+    for (CKwMeshLocal* e : m_model->m_meshControls)
+        add(c, e->GetName(), 3, static_cast<CKwFEBase*>(e));
+    c = category("MaterialOrientation", "Material Orientations");
+    add(c, KwHostTreeText("TreeNewMaterialOrientation", "(new material orientation)"), 6,
+        nullptr, false);
+    for (CKwMaterialOrient* e : m_model->m_materialOrients)
+        add(c, e->GetName(), 6, static_cast<CKwFEBase*>(e));
+    c = category("ElementDeletion", "Element Deletions");
+    add(c, KwHostTreeText("TreeNewElementDeletion", "(new element deletion)"), 54, nullptr,
+        false);
+    for (CKwElementDeletion* e : m_model->m_elementDeletions)
+        add(c, e->GetName(), 54, static_cast<CKwFEBase*>(e));
+    c = category("SurfaceContact", "Contacts");
+    add(c, KwHostTreeText("TreeNewContact", "(new contact)"), 12, nullptr, false);
+    for (CKwSurfaceContact* e : m_model->m_surfaceContacts)
+        add(c, e->GetName(), 12, static_cast<CKwFEBase*>(e));
     m_tree->expandAll();
 }
 

@@ -29,6 +29,15 @@
 #include "CKwTableDialog.h"
 #include "CKwXYPlot.h"
 #include "CKwXYPlotDlg.h"
+#include "CKwAnalysis.h"
+#include "CKwElementDeletion.h"
+#include "CKwMFCUIElementDeletion.h"
+#include "CKwMFCUIMaterialOrientation.h"
+#include "CKwMFCUIMeshControl.h"
+#include "CKwMFCUISurfaceContact.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 
 namespace {
 
@@ -151,6 +160,58 @@ CKwMFCDialog* openXYPlot(const KwLaunchArgs& a)
     return dlg;
 }
 
+// Kinds 6 and 54 find their context in the 101st 64-bit word of `extra`: a model entity, or
+// nothing when `extra` is null.
+CKwFEBase* extraWord101(const KwLaunchArgs& a)
+{
+    const auto* words = static_cast<void* const*>(a.extra);
+    return words ? static_cast<CKwFEBase*>(words[100]) : nullptr;
+}
+
+// Kind 3: object is the mesh control to edit (anything else edits a new one), `extra` the
+// entities picked before (a QList<CKwUIEntity*>, may be null).
+CKwMFCDialog* makeMeshControl(const KwLaunchArgs& a)
+{
+    auto* control = dynamic_cast<CKwMeshLocal*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIMeshControl(a.view, static_cast<const QList<CKwUIEntity*>*>(a.extra),
+                                        control, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 6: object is the orientation to edit (anything else edits a new one); the word of
+// `extra` is the shell property a new one is made for.
+CKwMFCDialog* makeMaterialOrientation(const KwLaunchArgs& a)
+{
+    auto* orientation = dynamic_cast<CKwMaterialOrient*>(static_cast<CKwFEBase*>(a.object));
+    auto* property = dynamic_cast<CKwPhysicalProperty*>(extraWord101(a));
+    auto* dlg = new CKwMFCUIMaterialOrientation(a.view, property, orientation, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 54: object is the deletion to edit (anything else edits a new one); the word of
+// `extra` is the explicit analysis a new one belongs to.
+CKwMFCDialog* makeElementDeletion(const KwLaunchArgs& a)
+{
+    auto* deletion = dynamic_cast<CKwElementDeletion*>(static_cast<CKwFEBase*>(a.object));
+    auto* analysis = dynamic_cast<CKwAnalysis*>(extraWord101(a));
+    auto* dlg = new CKwMFCUIElementDeletion(a.view, analysis, deletion, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 12: object is the contact to edit (anything else edits a new one, of the option's
+// kind).
+CKwMFCDialog* makeSurfaceContact(const KwLaunchArgs& a)
+{
+    auto* contact = dynamic_cast<CKwSurfaceContact*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUISurfaceContact(a.view, contact, a.analysis,
+                                           static_cast<int>(a.option), a.units);
+    dlg->Create();
+    return dlg;
+}
+
 using H = KwLaunchHow;
 namespace R = KwLaunchRules;
 constexpr bool kShowsResults = true;
@@ -162,13 +223,13 @@ const KwLaunchEntry kTable[] = {
     {0, "CKwMFCUILoad", 370, H::Modeless, makeLoad},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, makeMaterial, R::UnlessOpenMaterialEditorTakesIt},
-    {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
+    {3, "CKwMFCUIMeshControl", 359, H::Modeless, makeMeshControl},
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
-    {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},
+    {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, makeMaterialOrientation},
     {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsValidResults, kShowsResults},
     {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
     {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, makeMeshQuality},
-    {12, "CKwMFCUISurfaceContact", 360, H::Modeless, nullptr},
+    {12, "CKwMFCUISurfaceContact", 360, H::Modeless, makeSurfaceContact},
     {13, "CKwMFCUIConMass", 353, H::Modeless, KwMakeConMass},
     {14, "CKwMFCUIConnector", 7001, H::Modeless, KwMakeConnector},
     {15, "CKwMFCUIDamping", 361, H::Modeless, nullptr},
@@ -203,7 +264,7 @@ const KwLaunchEntry kTable[] = {
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
-    {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
+    {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, makeElementDeletion},
     {55, "CKwMFCUIEndRelease", 7231, H::Modeless, KwMakeEndRelease},
     {56, "CKwFatigueSetupDialog", 0, H::Modeless, KwLaunchStudies::MakeFatigueSetup},
     {68, "display preferences", 0, H::Modal, nullptr},

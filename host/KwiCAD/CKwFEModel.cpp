@@ -20,6 +20,10 @@
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
 #include "CKwUIEntity.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 
 CKwFEModel::CKwFEModel(int id, const QString& name) : CKwFEBase(id, name) {}
 
@@ -28,6 +32,10 @@ CKwFEModel::~CKwFEModel()
     qDeleteAll(m_coordSystems);
     qDeleteAll(m_connectors);
     qDeleteAll(m_conMasses);
+    qDeleteAll(m_surfaceContacts);
+    qDeleteAll(m_elementDeletions);
+    qDeleteAll(m_materialOrients);
+    qDeleteAll(m_meshControls);
     qDeleteAll(m_xyPlots);
     qDeleteAll(m_tables);
     qDeleteAll(m_plots);
@@ -334,5 +342,38 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     for (int beam : {2001, 2008})
         m->m_mesh->SetEndRelease(beam, beam == 2001 ? CKwMeshModel::EndRelease{0x30, 0}
                                                     : CKwMeshModel::EndRelease{0, 0x30});
+    // The cover of quadrilaterals and triangles lies on the top face.
+    m->m_shellFaceIds = {2};
+    // Finer elements along the loaded end's edges, and a fixed division of a top edge.
+    auto* endSize = new CKwMeshLocal(1, QStringLiteral("Loaded end refinement"));
+    endSize->m_elementSize = 0.002;
+    endSize->m_entities << m->FindGeometry(CKwUIEntity::Face, 6)
+                        << m->FindGeometry(CKwUIEntity::Edge, 2);
+    auto* edgeCount = new CKwMeshLocal(2, QStringLiteral("Top edge divisions"));
+    edgeCount->m_elementCount = 16;
+    edgeCount->m_entities << m->FindGeometry(CKwUIEntity::Edge, 1);
+    m->m_meshControls = {endSize, edgeCount};
+    auto* orient = new CKwMaterialOrient(1, QStringLiteral("Cover fibre direction"));
+    orient->m_method = CKwMaterialOrient::FromEdge;
+    orient->m_faces << m->FindGeometry(CKwUIEntity::Face, 2);
+    orient->m_edge = m->FindGeometry(CKwUIEntity::Edge, 1);
+    orient->m_propertyId = shell->GetID();
+    m->m_materialOrients = {orient};
+    auto* deletion = new CKwElementDeletion(1, QStringLiteral("Cover failure"));
+    deletion->m_analysisId = explicitDyn->GetID();
+    CKwElementDeletion::PropertyCriteria cover;
+    cover.propertyId = shell->GetID();
+    cover.on[CKwElementDeletion::PlasticStrain] = true;
+    cover.limit[CKwElementDeletion::PlasticStrain] = 0.15;
+    cover.on[CKwElementDeletion::PrincipalStress] = true;
+    cover.limit[CKwElementDeletion::PrincipalStress] = 3.1e8;
+    deletion->m_criteria << cover;
+    m->m_elementDeletions = {deletion};
+    auto* contact = new CKwSurfaceContact(1, QStringLiteral("Cover on bracket"));
+    contact->m_kind = CKwSurfaceContact::Separating;
+    contact->m_friction = 0.15;
+    contact->m_master << m->FindGeometry(CKwUIEntity::Face, 2);
+    contact->m_slave << m->FindGeometry(CKwUIEntity::Face, 3);
+    m->m_surfaceContacts = {contact};
     return m;
 }

@@ -6,9 +6,13 @@
 #include "CKwConnector.h"
 #include "CKwCoordinateSystem.h"
 #include "CKwFEModel.h"
+#include "CKwElementDeletion.h"
 #include "CKwLoad.h"
 #include "CKwAnalysis.h"
 #include "CKwImpactWizard.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 #include "CKwMaterial.h"
 #include "CKwOptimObjective.h"
 #include "CKwOptimVariable.h"
@@ -198,6 +202,39 @@ const Case kCases[] = {
          const CKwOptimVariable* v = m.m_analyses[6]->m_variables[0];
          return std::vector<double>{v->m_lower, v->m_upper, v->m_initial, v->m_step};
      }},
+    {"mesh control", 3,
+     [](CKwFEModel& m) -> void* {
+         m.m_meshControls[0]->m_elementSize = kTiny * 1.1;
+         return static_cast<CKwFEBase*>(m.m_meshControls[0]);
+     },
+     [](CKwFEModel& m) { return std::vector<double>{m.m_meshControls[0]->m_elementSize}; }},
+    {"material orientation", 6,
+     [](CKwFEModel& m) -> void* {
+         m.m_materialOrients[0]->m_vector = {kOdd, kTiny, kWide};
+         return static_cast<CKwFEBase*>(m.m_materialOrients[0]);
+     },
+     [](CKwFEModel& m) {
+         const auto& v = m.m_materialOrients[0]->m_vector;
+         return std::vector<double>{v[0], v[1], v[2]};
+     }},
+    {"element deletion", 54,
+     [](CKwFEModel& m) -> void* {
+         auto& c = m.m_elementDeletions[0]->m_criteria[0];
+         c.limit[CKwElementDeletion::PlasticStrain] = kTiny * 3;
+         c.limit[CKwElementDeletion::PrincipalStress] = kWide;
+         c.limit[CKwElementDeletion::Time] = kTiny;
+         return static_cast<CKwFEBase*>(m.m_elementDeletions[0]);
+     },
+     [](CKwFEModel& m) {
+         const auto& c = m.m_elementDeletions[0]->m_criteria[0];
+         return std::vector<double>(std::begin(c.limit), std::end(c.limit));
+     }},
+    {"surface contact", 12,
+     [](CKwFEModel& m) -> void* {
+         m.m_surfaceContacts[0]->m_friction = kWide;
+         return static_cast<CKwFEBase*>(m.m_surfaceContacts[0]);
+     },
+     [](CKwFEModel& m) { return std::vector<double>{m.m_surfaceContacts[0]->m_friction}; }},
 };
 
 class EditorRoundTrip : public ::testing::TestWithParam<Case>

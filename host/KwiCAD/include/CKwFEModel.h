@@ -15,6 +15,10 @@ class CKwPlot;
 class CKwRestraint;
 class CKwTable;
 class CKwXYPlot;
+class CKwMeshLocal;
+class CKwMaterialOrient;
+class CKwElementDeletion;
+class CKwSurfaceContact;
 class CKwUIEntity;
 class CKwConMass;
 class CKwConnector;
@@ -54,6 +58,13 @@ public:
     QList<CKwConMass*> m_conMasses;
     QList<CKwConnector*> m_connectors;
     QList<CKwCoordinateSystem*> m_coordSystems;
+    // Mesh controls, material orientations, element deletions and surface contacts; the faces
+    // (geometry ids) the mesh covers with shell elements.
+    QList<CKwMeshLocal*> m_meshControls;
+    QList<CKwMaterialOrient*> m_materialOrients;
+    QList<CKwElementDeletion*> m_elementDeletions;
+    QList<CKwSurfaceContact*> m_surfaceContacts;
+    QList<int> m_shellFaceIds;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.
