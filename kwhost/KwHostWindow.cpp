@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwDlgBase.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMeshModel.h"
@@ -461,6 +462,16 @@ void KwHostWindow::RebuildTree()
                 add(si, KwHostTreeText("TreeNonlinearParameters", "Nonlinear parameters"), 53,
                     setup, false);
         }
+        // The analysis's damping, spectrum and solution frequencies.
+        for (CKwDamping* d : m_model->m_dampings)
+            if (d->m_analysisId == a->GetID())
+                add(ai, d->GetName(), 15, static_cast<CKwFEBase*>(d));
+        for (CKwSpectrumSetup* sp : m_model->m_spectrumSetups)
+            if (sp->m_analysisId == a->GetID())
+                add(ai, sp->GetName(), 30, static_cast<CKwFEBase*>(sp));
+        for (CKwSolutionFrequency* f : m_model->m_solutionFrequencies)
+            if (f->m_analysisId == a->GetID())
+                add(ai, f->GetName(), 31, static_cast<CKwFEBase*>(f));
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -560,6 +571,8 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
     DialogLaunchRequest r =
         KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true, 0, m_current);
     r.object = object;
+    if (kind == 15 || kind == 30 || kind == 31)
+        r.analysis = KwAnalysisOfSetup(m_model.get(), static_cast<CKwFEBase*>(object));
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)

@@ -14,6 +14,8 @@ public:
     // editor lets take nonlinear material data and PPFA.
     enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 5, NonlinearTransient = 13,
                     ResponseSpectrum = 20, ExplicitDynamics = 30, Fatigue = 40 };
+    // The steady-state response to harmonic loads over a set of frequencies.
+    static constexpr int FrequencyResponse = 21;
 
     CKwAnalysis(int id = 0, const QString& name = QString(), int typeCode = LinearStatic);
     ~CKwAnalysis() override;

@@ -15,6 +15,9 @@ class CKwPlot;
 class CKwRestraint;
 class CKwTable;
 class CKwXYPlot;
+class CKwDamping;
+class CKwSpectrumSetup;
+class CKwSolutionFrequency;
 class CKwUIEntity;
 
 class KWICAD_EXPORT CKwFEModel : public CKwFEBase
@@ -44,6 +47,10 @@ public:
     // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
     QList<CKwTable*> m_tables;
     QList<CKwXYPlot*> m_xyPlots;
+    // Settings of dynamic analyses, each naming its analysis by id.
+    QList<CKwDamping*> m_dampings;
+    QList<CKwSpectrumSetup*> m_spectrumSetups;
+    QList<CKwSolutionFrequency*> m_solutionFrequencies;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.
