@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEvent>
@@ -193,6 +194,27 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             if (auto* toggle = KwControl<QPushButton>(d, 7479)) {
                 toggle->click();
                 shoot(d, "kind00-load-short-form.png");
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+
+    // The solution frequencies on each method's page (the sample set opens on the range).
+    {
+        host->Launch(31, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* method = KwControl<QComboBox>(d, 7021)) {
+                const char* files[] = {"kind31-solution-frequencies-discrete.png", nullptr,
+                                       "kind31-solution-frequencies-cluster.png",
+                                       "kind31-solution-frequencies-spread.png"};
+                for (int page = 0; page < 4; ++page) {
+                    if (!files[page])
+                        continue; // the range: the kind's own picture
+                    method->setCurrentIndex(page);
+                    shoot(d, files[page]);
+                }
             }
             closeDialog(d);
             QApplication::processEvents();

@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -159,7 +160,18 @@ CKwFrequencyPage::CKwFrequencyPage(unsigned templateId, CFMView* view, const KW_
     KwSetControlId(this, int(templateId));
 }
 
-void CKwFrequencyPage::SetTextToCurrentLang() { KwApplyTextTable(this, m_texts, m_units); }
+void CKwFrequencyPage::SetTextToCurrentLang()
+{
+    KwApplyTextTable(this, m_texts, m_units);
+    // A wrapped note takes the lines its text needs at its width in every language: a page
+    // shown later than its editor is laid out does not get them from the layout.
+    for (QLabel* note : findChildren<QLabel*>())
+        if (note->wordWrap()) {
+            note->setFixedWidth(note->maximumWidth() < QWIDGETSIZE_MAX ? note->maximumWidth()
+                                                                      : 360);
+            note->setMinimumHeight(note->heightForWidth(note->width()));
+        }
+}
 
 long CKwFrequencyPage::Notify(int ctrlId, int value)
 {

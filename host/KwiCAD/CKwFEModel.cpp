@@ -295,6 +295,7 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
         damping->m_structuralG = 0.04;
         damping->m_alpha = 0.5;
         damping->m_beta = 2.0e-5;
+        damping->m_modal = true;
         damping->m_modalTableId = 4; // "Damping vs frequency"
         m->m_dampings.append(damping);
 

@@ -21,9 +21,11 @@ const KwNumberSlot<D> kSlots[] = {
     {{U::CodeStructuralG, "Damping", "LabelStructuralDamping", "Structural Damping G",
       KwUnitKind::Dimensionless, 100.0, R::DampingRatio, 0.0},
      &D::m_structuralG},
-    {{U::CodeAlpha, "Damping", "LabelAlpha", "ALPHA, Mass", KwUnitKind::Frequency, 1.0, 0, 0.0},
+    {{U::CodeAlpha, "Damping", "LabelAlpha", "ALPHA, Mass Proportional", KwUnitKind::Frequency,
+      1.0, 0, 0.0},
      &D::m_alpha},
-    {{U::CodeBeta, "Damping", "LabelBeta", "BETA, Stiffness", KwUnitKind::Time, 1.0, 0, 0.0},
+    {{U::CodeBeta, "Damping", "LabelBeta", "BETA, Stiffness Proportional", KwUnitKind::Time,
+      1.0, 0, 0.0},
      &D::m_beta},
 };
 

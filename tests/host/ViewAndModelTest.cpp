@@ -1,7 +1,9 @@
 // The reference host's view (dialog stack, toolbar, bubbles) and model queries.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
+#include "KwTableLookup.h"
 #include "CKwMeshModel.h"
 #include "CKwPlot.h"
 #include "CKwSubCase.h"
@@ -74,14 +76,14 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 6);
+    ASSERT_EQ(m->m_analyses.size(), 7);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
-    for (int i = 1; i < 6; ++i) {
+    for (int i = 1; i < m->m_analyses.size(); ++i) {
         const CKwAnalysis* a = m->m_analyses.at(i);
         EXPECT_FALSE(a->HasResultSet());
         EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
@@ -92,8 +94,24 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_analyses.at(3)->GetAnalysisTypeCode(), CKwAnalysis::ResponseSpectrum);
     EXPECT_TRUE(m->m_analyses.at(4)->IsExplicitAnalysis());
     // Fatigue data of materials waits for this one; no other analysis takes it.
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < m->m_analyses.size(); ++i)
         EXPECT_EQ(m->m_analyses.at(i)->IsFatigueAnalysis(), i == 5) << i;
+    // The frequency response holds its solution frequencies and damping; the response
+    // spectrum its spectrum, on a frequency table of the model.
+    const CKwAnalysis* harmonic = m->m_analyses.at(6);
+    EXPECT_EQ(harmonic->GetAnalysisTypeCode(), CKwAnalysis::FrequencyResponse);
+    ASSERT_EQ(m->m_solutionFrequencies.size(), 1);
+    ASSERT_EQ(m->m_dampings.size(), 1);
+    ASSERT_EQ(m->m_spectrumSetups.size(), 1);
+    EXPECT_EQ(m->m_solutionFrequencies.first()->m_analysisId, harmonic->GetID());
+    EXPECT_EQ(m->m_dampings.first()->m_analysisId, harmonic->GetID());
+    EXPECT_EQ(m->m_spectrumSetups.first()->m_analysisId, m->m_analyses.at(3)->GetID());
+    EXPECT_NE(KwTableLookup::Find(m.get(), m->m_spectrumSetups.first()->m_tableId,
+                                  KwTableLookup::Frequency),
+              nullptr);
+    EXPECT_NE(KwTableLookup::Find(m.get(), m->m_dampings.first()->m_modalTableId,
+                                  KwTableLookup::Frequency),
+              nullptr);
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));
