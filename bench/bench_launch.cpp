@@ -2,6 +2,7 @@
 // Target: under 5 ms per open after the first of its kind (median over repetitions).
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
@@ -63,6 +64,12 @@ void* beamProperty(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>
 void* faceForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(0)); }
 // The remote force: the load editor's fullest panel.
 void* remoteForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(2)); }
+
+// The analysis settings of dynamic analyses; the spectrum and the solution frequencies hold
+// their owner while open.
+void* theDamping(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_dampings.first()); }
+void* theSpectrum(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_spectrumSetups.first()); }
+void* theFrequencies(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_solutionFrequencies.first()); }
 
 void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex, ObjectOf of)
 {
@@ -133,6 +140,18 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_quality, 9u, 0, theMesh)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, physical_property, 34u, 0, beamProperty)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, damping, 15u, 6, theDamping)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, spectrum_setup, 30u, 3, theSpectrum)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, solution_frequencies, 31u, 6, theFrequencies)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
