@@ -14,6 +14,7 @@
 #include "CKwMFCUISpectrumSetup.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
+#include "CKwXMLUtils.h"
 #include "KwControls.h"
 #include "KwTableLookup.h"
 #include "KwTestSupport.h"
@@ -22,6 +23,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -208,16 +210,22 @@ TEST_F(AnalysisSetupEditors, aModalDampingTableOver100PercentOrDeletedIsRefused)
     table->AddPoint(2000.0, 1.5);
     CKwMFCDialog* d = open(15, damping());
     ASSERT_NE(d, nullptr);
-    KwControl<QCheckBox>(d, 3621)->setChecked(true);
+    EXPECT_TRUE(KwControl<QCheckBox>(d, 3621)->isChecked());
+    edit(d, 3612)->setText("6");
     click(d, 1);
     EXPECT_EQ(host.view->GetOpenDialog(), d);
     EXPECT_TRUE(host.view->GetLastBubbleText().contains(QStringLiteral("over 100 %")));
-    EXPECT_FALSE(damping()->m_modal);
+    EXPECT_DOUBLE_EQ(damping()->m_structuralG, 0.04);
     KwTableLookup::Remove(host.model.get(), table->GetID());
     click(d, 1);
     EXPECT_TRUE(host.view->GetLastBubbleText().contains(QStringLiteral("no longer exists")));
+    EXPECT_DOUBLE_EQ(damping()->m_structuralG, 0.04);
+    // Without modal damping the missing table does not matter.
+    KwControl<QCheckBox>(d, 3621)->setChecked(false);
+    click(d, 1);
+    EXPECT_EQ(host.view->GetOpenDialog(), nullptr);
+    EXPECT_DOUBLE_EQ(damping()->m_structuralG, 0.06);
     EXPECT_FALSE(damping()->m_modal);
-    click(d, 2);
 }
 
 TEST_F(AnalysisSetupEditors, tablesDefinedOrEditedFromAnEditorGoBackOnCancel)
@@ -322,6 +330,85 @@ TEST_F(AnalysisSetupEditors, nothingGivenOpensANewEntityWithoutAModel)
         EXPECT_EQ(opened, 1);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+}
+
+TEST_F(AnalysisSetupEditors, aNewModalTableIsChosenAndAnEmptyOneRefusedThenCancelDropsIt)
+{
+    const qsizetype tablesBefore = host.model->m_tables.size();
+    auto* d = dynamic_cast<CKwMFCUIDamping*>(open(15, damping()));
+    ASSERT_NE(d, nullptr);
+    // The table dialog ends with OK on its empty list: the new table is kept and chosen.
+    int newId = 0;
+    kwtest::AnswerModals([&] { newId = d->DefineNewTable(); }, QMessageBox::Ok,
+                         [](QWidget* w) {
+                             if (auto* t = dynamic_cast<CKwTableDialog*>(w))
+                                 t->OnOK();
+                         });
+    ASSERT_GT(newId, 0);
+    EXPECT_EQ(host.model->m_tables.size(), tablesBefore + 1);
+    EXPECT_EQ(d->GetEditObject()->m_modalTableId, newId);
+    EXPECT_TRUE(KwControl<QCheckBox>(d, 3621)->isChecked());
+    EXPECT_EQ(KwControl<QComboBox>(d, 3623)->currentText(),
+              KwTableLookup::Find(host.model.get(), newId, KwTableLookup::Frequency)->GetName());
+    click(d, 1);
+    EXPECT_EQ(host.view->GetOpenDialog(), d);
+    EXPECT_TRUE(host.view->GetLastBubbleText().contains(QStringLiteral("no points")));
+    EXPECT_EQ(damping()->m_modalTableId, 4);
+    click(d, 2);
+    EXPECT_EQ(host.model->m_tables.size(), tablesBefore);
+}
+
+TEST_F(AnalysisSetupEditors, theSpectrumListsNewTableLastAndComesBackToItsTable)
+{
+    auto* d = dynamic_cast<CKwMFCUISpectrumSetup*>(open(30, spectrum()));
+    ASSERT_NE(d, nullptr);
+    auto* tables = KwControl<QComboBox>(d, 7304);
+    const QString chosen = tables->currentText();
+    EXPECT_EQ(tables->itemText(tables->count() - 1), QStringLiteral("New Table"));
+    // Choosing "New Table" opens the table dialog; cancelled, the list shows the table again.
+    const kwtest::ModalRecord seen =
+        kwtest::AnswerModals([&] { tables->setCurrentIndex(tables->count() - 1); });
+    EXPECT_EQ(seen.dialogTitles.size(), 1);
+    EXPECT_EQ(tables->currentText(), chosen);
+    // Another frequency table chosen in the list is the spectrum's on OK.
+    const int other = tables->findText(QStringLiteral("Damping vs frequency"));
+    ASSERT_GE(other, 0);
+    tables->setCurrentIndex(other);
+    click(d, 1);
+    EXPECT_EQ(spectrum()->m_tableId, 4);
+}
+
+TEST_F(AnalysisSetupEditors, labelsCarryTheirUnitsAndEveryCaptionIsTranslated)
+{
+    CKwMFCDialog* d = open(15, damping());
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(KwControl<QLabel>(d, 3615)->text(), "BETA, Stiffness Proportional (s):");
+    EXPECT_EQ(KwControl<QLabel>(d, 3611)->text(), "Structural Damping G (%):");
+    click(d, 2);
+    auto* f = dynamic_cast<CKwMFCUISolutionFrequency*>(open(31, frequencies()));
+    ASSERT_NE(f, nullptr);
+    EXPECT_EQ(KwControl<QLabel>(f, 7051)->text(), "Start Frequency (Hz):");
+    EXPECT_EQ(f->GetDiscretePage()->Model()->headerData(0, Qt::Horizontal, Qt::DisplayRole),
+              "Frequency (Hz)");
+    click(f, 2);
+
+    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
+    QStringList bad;
+    for (unsigned kind : {15u, 30u, 31u}) {
+        CKwMFCDialog* e = open(kind, entity(kind));
+        ASSERT_NE(e, nullptr);
+        if (kind == 31)
+            for (int m = 0; m < CKwSolutionFrequency::MethodCount; ++m) {
+                KwControl<QComboBox>(e, CKwMFCUISolutionFrequency::kMethodCombo)
+                    ->setCurrentIndex(m);
+                bad += kwtest::UntranslatedCaptions(e);
+            }
+        else
+            bad += kwtest::UntranslatedCaptions(e);
+        click(e, 2);
+    }
+    CKwXMLUtils::SetCurrentLanguage("en");
+    EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
 }
 
 } // namespace
