@@ -472,6 +472,16 @@ void KwHostWindow::RebuildTree()
         for (CKwSolutionFrequency* f : m_model->m_solutionFrequencies)
             if (f->m_analysisId == a->GetID())
                 add(ai, f->GetName(), 31, static_cast<CKwFEBase*>(f));
+        // New ones for the analysis they suit; the item carries the analysis.
+        auto* owner = static_cast<CKwFEBase*>(a);
+        if (a->GetAnalysisTypeCode() == CKwAnalysis::FrequencyResponse) {
+            add(ai, KwHostTreeText("TreeNewDamping", "(new damping)"), 15, owner, false);
+            add(ai, KwHostTreeText("TreeNewSolutionFrequencies", "(new solution frequencies)"),
+                31, owner, false);
+        } else if (a->GetAnalysisTypeCode() == CKwAnalysis::ResponseSpectrum) {
+            add(ai, KwHostTreeText("TreeNewSpectrumSetup", "(new spectrum setup)"), 30, owner,
+                false);
+        }
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -571,8 +581,15 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
     DialogLaunchRequest r =
         KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true, 0, m_current);
     r.object = object;
-    if (kind == 15 || kind == 30 || kind == 31)
-        r.analysis = KwAnalysisOfSetup(m_model.get(), static_cast<CKwFEBase*>(object));
+    if (kind == 15 || kind == 30 || kind == 31) {
+        auto* entity = static_cast<CKwFEBase*>(object);
+        if (auto* forAnalysis = dynamic_cast<CKwAnalysis*>(entity)) {
+            r.analysis = forAnalysis; // a "(new ...)" item
+            r.object = nullptr;
+        } else {
+            r.analysis = KwAnalysisOfSetup(m_model.get(), entity);
+        }
+    }
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)
