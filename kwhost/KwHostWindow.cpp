@@ -80,6 +80,7 @@ const AnalysisType kAnalysisTypes[] = {
     {CKwAnalysis::ResponseSpectrum, "AnalysisResponseSpectrum", "Response Spectrum"},
     {CKwAnalysis::ExplicitDynamics, "AnalysisExplicitDynamics", "Explicit Dynamics"},
     {CKwAnalysis::Fatigue, "AnalysisFatigue", "Fatigue"},
+    {CKwAnalysis::FrequencyResponse, "AnalysisFrequencyResponse", "Frequency Response"},
 };
 
 // An analysis still named after its type (as a new analysis is) shows its type's name in the
