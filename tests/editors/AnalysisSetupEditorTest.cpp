@@ -88,6 +88,7 @@ const Refusal kRefusals[] = {
     {31, CKwSolutionFrequency::Range, 7056, "0", "at least 1"},
     {31, CKwSolutionFrequency::Range, 7056, "2.5", "whole number"},
     {31, CKwSolutionFrequency::Range, 7056, "ten", "number"},
+    {31, CKwSolutionFrequency::Range, 7056, "5e12", "at most 100000"},
     {31, CKwSolutionFrequency::ClusterModes, 7062, "2000", "above 2000 (Lower Frequency)"},
     {31, CKwSolutionFrequency::ClusterModes, 7068, "0", "above 0"},
     {31, CKwSolutionFrequency::ClusterModes, 7066, "-2", "at least 1"},

@@ -18,7 +18,7 @@ namespace KwRange {
 enum : unsigned {
     Required = 0x1,     // an empty field is refused
     AboveMin = 0x2,     // the value must be above `min` (else: at least `min`)
-    Whole = 0x4,        // a whole number
+    Whole = 0x4,        // a whole number (with HasMax: the maximum refuses what no int holds)
     HasMax = 0x8,       // at most `max`
     DampingRatio = 0x10 // at most 100 %, with the damping message
 };

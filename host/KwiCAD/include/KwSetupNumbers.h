@@ -51,7 +51,8 @@ public:
                                                 : KW_UOM().GetErrorMessageForUnit(s.rule.unitKind);
                 continue;
             }
-            if (s.whole && !IsMissingValue(v) && v != std::floor(v)) {
+            // A count must be whole and fit its integer; the rule's message says why not.
+            if (s.whole && !IsMissingValue(v) && (v != std::floor(v) || std::abs(v) > 1e9)) {
                 m_problems[s.rule.code] = KwSetupFields::Check(v, s.rule, units);
                 continue;
             }
@@ -59,8 +60,7 @@ public:
             if (s.real)
                 e.*s.real = v;
             else
-                e.*s.whole = IsMissingValue(v) || std::abs(v) > 1e9 ? MissingInteger
-                                                                    : static_cast<int>(v);
+                e.*s.whole = IsMissingValue(v) ? MissingInteger : static_cast<int>(v);
         }
     }
 
