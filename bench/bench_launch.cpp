@@ -5,6 +5,7 @@
 #include "CKwConnector.h"
 #include "CKwCoordinateSystem.h"
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwImpactWizard.h"
 #include "CKwOptimObjective.h"
@@ -79,6 +80,11 @@ void* dropImpact(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a
 void* firstObjective(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.m_objectives.first()); }
 void* firstVariable(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.m_variables.first()); }
 void* nothing(CKwFEModel&, CKwAnalysis&) { return nullptr; }
+// The analysis settings of dynamic analyses; the spectrum and the solution frequencies hold
+// their owner while open.
+void* theDamping(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_dampings.first()); }
+void* theSpectrum(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_spectrumSetups.first()); }
+void* theFrequencies(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_solutionFrequencies.first()); }
 
 void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex, ObjectOf of)
 {
@@ -221,6 +227,18 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, element_deletion, 54u, 4, coverDeletion)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, surface_contact, 12u, 0, coverContact)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, damping, 15u, 7, theDamping)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, spectrum_setup, 30u, 3, theSpectrum)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, solution_frequencies, 31u, 7, theFrequencies)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

@@ -262,6 +262,26 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             QApplication::processEvents();
         }
     }
+    // The solution frequencies on each method's page (the sample set opens on the range).
+    {
+        host->Launch(31, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* method = KwControl<QComboBox>(d, 7021)) {
+                const char* files[] = {"kind31-solution-frequencies-discrete.png", nullptr,
+                                       "kind31-solution-frequencies-cluster.png",
+                                       "kind31-solution-frequencies-spread.png"};
+                for (int page = 0; page < 4; ++page) {
+                    if (!files[page])
+                        continue; // the range: the kind's own picture
+                    method->setCurrentIndex(page);
+                    shoot(d, files[page]);
+                }
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
 
     // The failed-elements window of a quality check on the sample mesh, opened as the Mesh
     // menu opens it.

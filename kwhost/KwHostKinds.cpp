@@ -2,6 +2,7 @@
 #include "KwHostText.h"
 
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwImpactWizard.h"
 #include "CKwOptimObjective.h"
@@ -191,6 +192,27 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.object = firstSetup(variant == 1 ? CKwAnalysis::NonlinearTransient
                                            : CKwAnalysis::NonlinearStatic);
         break;
+    case 15:
+        r.object = newEntity || model->m_dampings.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_dampings.first());
+        r.analysis = r.object ? KwAnalysisOfSetup(model, static_cast<CKwFEBase*>(r.object))
+                              : editedFor;
+        break;
+    case 30:
+        r.object = newEntity || model->m_spectrumSetups.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_spectrumSetups.first());
+        r.analysis = r.object ? KwAnalysisOfSetup(model, static_cast<CKwFEBase*>(r.object))
+                              : editedFor;
+        break;
+    case 31:
+        r.object = newEntity || model->m_solutionFrequencies.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_solutionFrequencies.first());
+        r.analysis = r.object ? KwAnalysisOfSetup(model, static_cast<CKwFEBase*>(r.object))
+                              : editedFor;
+        break;
     case 36:
         // Variant n opens the first table of type n (0 general, 1 time, 2 temperature, ...).
         for (CKwTable* t : model->m_tables)
@@ -293,4 +315,20 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         break;
     }
     return r;
+}
+
+CKwAnalysis* KwAnalysisOfSetup(const CKwFEModel* model, const CKwFEBase* setup)
+{
+    int id = 0;
+    if (const auto* d = dynamic_cast<const CKwDamping*>(setup))
+        id = d->m_analysisId;
+    else if (const auto* sp = dynamic_cast<const CKwSpectrumSetup*>(setup))
+        id = sp->m_analysisId;
+    else if (const auto* f = dynamic_cast<const CKwSolutionFrequency*>(setup))
+        id = f->m_analysisId;
+    if (model)
+        for (CKwAnalysis* a : model->m_analyses)
+            if (a->GetID() == id)
+                return a;
+    return nullptr;
 }

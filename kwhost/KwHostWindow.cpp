@@ -3,6 +3,7 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwDlgBase.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwConMass.h"
@@ -88,6 +89,7 @@ const AnalysisType kAnalysisTypes[] = {
     {CKwAnalysis::ExplicitDynamics, "AnalysisExplicitDynamics", "Explicit Dynamics"},
     {CKwAnalysis::Fatigue, "AnalysisFatigue", "Fatigue"},
     {CKwAnalysis::Optimization, "AnalysisOptimization", "Optimization"},
+    {CKwAnalysis::FrequencyResponse, "AnalysisFrequencyResponse", "Frequency Response"},
 };
 
 // An analysis still named after its type (as a new analysis is) shows its type's name in the
@@ -480,6 +482,26 @@ void KwHostWindow::RebuildTree()
                     setup, false);
         }
         addStudyItems(ai, a, add);
+        // The analysis's damping, spectrum and solution frequencies.
+        for (CKwDamping* d : m_model->m_dampings)
+            if (d->m_analysisId == a->GetID())
+                add(ai, d->GetName(), 15, static_cast<CKwFEBase*>(d));
+        for (CKwSpectrumSetup* sp : m_model->m_spectrumSetups)
+            if (sp->m_analysisId == a->GetID())
+                add(ai, sp->GetName(), 30, static_cast<CKwFEBase*>(sp));
+        for (CKwSolutionFrequency* f : m_model->m_solutionFrequencies)
+            if (f->m_analysisId == a->GetID())
+                add(ai, f->GetName(), 31, static_cast<CKwFEBase*>(f));
+        // New ones for the analysis they suit; the item carries the analysis.
+        auto* owner = static_cast<CKwFEBase*>(a);
+        if (a->GetAnalysisTypeCode() == CKwAnalysis::FrequencyResponse) {
+            add(ai, KwHostTreeText("TreeNewDamping", "(new damping)"), 15, owner, false);
+            add(ai, KwHostTreeText("TreeNewSolutionFrequencies", "(new solution frequencies)"),
+                31, owner, false);
+        } else if (a->GetAnalysisTypeCode() == CKwAnalysis::ResponseSpectrum) {
+            add(ai, KwHostTreeText("TreeNewSpectrumSetup", "(new spectrum setup)"), 30, owner,
+                false);
+        }
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -637,6 +659,15 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
             r.analysis = kind == 33 ? a : r.analysis;
             r.context = a;
             r.object = nullptr;
+        }
+    }
+    if (kind == 15 || kind == 30 || kind == 31) {
+        auto* entity = static_cast<CKwFEBase*>(object);
+        if (auto* forAnalysis = dynamic_cast<CKwAnalysis*>(entity)) {
+            r.analysis = forAnalysis; // a "(new ...)" item
+            r.object = nullptr;
+        } else {
+            r.analysis = KwAnalysisOfSetup(m_model.get(), entity);
         }
     }
     if (kind == 8 || kind == 53) {

@@ -38,6 +38,9 @@
 #include "CKwMaterialOrient.h"
 #include "CKwMeshLocal.h"
 #include "CKwSurfaceContact.h"
+#include "CKwMFCUIDamping.h"
+#include "CKwMFCUISolutionFrequency.h"
+#include "CKwMFCUISpectrumSetup.h"
 
 namespace {
 
@@ -212,6 +215,16 @@ CKwMFCDialog* makeSurfaceContact(const KwLaunchArgs& a)
     return dlg;
 }
 
+// Kinds 15, 30 and 31: object is the damping, spectrum setup or solution frequencies to edit
+// (anything else edits a new one, which belongs to the request's analysis).
+template <class Editor, class Entity> CKwMFCDialog* makeAnalysisSetup(const KwLaunchArgs& a)
+{
+    auto* entity = dynamic_cast<Entity*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new Editor(entity, a.view, a.units, a.analysis);
+    dlg->Create();
+    return dlg;
+}
+
 using H = KwLaunchHow;
 namespace R = KwLaunchRules;
 constexpr bool kShowsResults = true;
@@ -232,7 +245,7 @@ const KwLaunchEntry kTable[] = {
     {12, "CKwMFCUISurfaceContact", 360, H::Modeless, makeSurfaceContact},
     {13, "CKwMFCUIConMass", 353, H::Modeless, KwMakeConMass},
     {14, "CKwMFCUIConnector", 7001, H::Modeless, KwMakeConnector},
-    {15, "CKwMFCUIDamping", 361, H::Modeless, nullptr},
+    {15, "CKwMFCUIDamping", 361, H::Modeless, makeAnalysisSetup<CKwMFCUIDamping, CKwDamping>},
     {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, KwLaunchStudies::MakeOptimObjective},
     {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, KwLaunchStudies::MakeOptimVariable},
     {19, "", 0, H::Ignored, nullptr},
@@ -245,8 +258,10 @@ const KwLaunchEntry kTable[] = {
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
     {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},
     {29, "CKwMFCUITimeStep", 7008, H::Modeless, nullptr},
-    {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner, nullptr},
-    {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
+    {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner,
+     makeAnalysisSetup<CKwMFCUISpectrumSetup, CKwSpectrumSetup>},
+    {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner,
+     makeAnalysisSetup<CKwMFCUISolutionFrequency, CKwSolutionFrequency>},
     {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, KwLaunchStudies::MakeImpactAnalysis},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},

@@ -8,6 +8,7 @@
 #include "CKwConMass.h"
 #include "CKwConnector.h"
 #include "CKwCoordinateSystem.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
@@ -36,6 +37,9 @@ CKwFEModel::~CKwFEModel()
     qDeleteAll(m_elementDeletions);
     qDeleteAll(m_materialOrients);
     qDeleteAll(m_meshControls);
+    qDeleteAll(m_solutionFrequencies);
+    qDeleteAll(m_spectrumSetups);
+    qDeleteAll(m_dampings);
     qDeleteAll(m_xyPlots);
     qDeleteAll(m_tables);
     qDeleteAll(m_plots);
@@ -375,5 +379,46 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     contact->m_master << m->FindGeometry(CKwUIEntity::Face, 2);
     contact->m_slave << m->FindGeometry(CKwUIEntity::Face, 3);
     m->m_surfaceContacts = {contact};
+    // A frequency response with its solution frequencies and damping, and the response
+    // spectrum's design spectrum (pseudo-acceleration in m/s² over hertz).
+    {
+        auto* harmonic = new CKwAnalysis(CKwFEModel::NextId(m->m_analyses),
+                                         QStringLiteral("Frequency Response"),
+                                         CKwAnalysis::FrequencyResponse);
+        harmonic->AddSubCase(new CKwSubCase(1, QStringLiteral("Harmonic load")));
+        harmonic->SetMesh(m->m_mesh);
+        m->m_analyses.append(harmonic);
+        auto* frequencies = new CKwSolutionFrequency(1, QStringLiteral("Sweep 1 to 500 Hz"));
+        frequencies->m_analysisId = harmonic->GetID();
+        frequencies->m_method = CKwSolutionFrequency::Range;
+        frequencies->m_rangeStart = 1.0;
+        frequencies->m_rangeEnd = 500.0;
+        frequencies->m_rangeIncrements = 50;
+        frequencies->m_rangeSpacing = CKwSolutionFrequency::Logarithmic;
+        frequencies->m_discrete = {10.0, 50.0, 120.0};
+        m->m_solutionFrequencies.append(frequencies);
+        auto* damping = new CKwDamping(1, QStringLiteral("Structural damping"));
+        damping->m_analysisId = harmonic->GetID();
+        damping->m_structuralG = 0.04;
+        damping->m_alpha = 0.5;
+        damping->m_beta = 2.0e-5;
+        damping->m_modal = true;
+        damping->m_modalTableId = 4; // "Damping vs frequency"
+        m->m_dampings.append(damping);
+
+        const int spectrumTable = CKwFEModel::NextId(m->m_tables);
+        table(spectrumTable, "Design spectrum", CKwTable::FrequencyTable,
+              {{0.1, 0.8}, {0.5, 2.5}, {2.5, 9.0}, {10, 9.0}, {33, 3.9}, {100, 3.9}});
+        for (CKwAnalysis* a : m->m_analyses)
+            if (a->GetAnalysisTypeCode() == CKwAnalysis::ResponseSpectrum) {
+                auto* spectrumSetup = new CKwSpectrumSetup(1, QStringLiteral("Horizontal X"));
+                spectrumSetup->m_analysisId = a->GetID();
+                spectrumSetup->m_tableId = spectrumTable;
+                spectrumSetup->m_direction = CKwSpectrumSetup::X;
+                spectrumSetup->m_combination = CKwSpectrumSetup::CQC;
+                m->m_spectrumSetups.append(spectrumSetup);
+                break;
+            }
+    }
     return m;
 }

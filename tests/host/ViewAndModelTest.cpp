@@ -1,9 +1,11 @@
 // The reference host's view (dialog stack, toolbar, bubbles) and model queries.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwOptimVariable.h"
 #include "CKwPhysicalProperty.h"
+#include "KwTableLookup.h"
 #include "CKwMeshModel.h"
 #include "CKwPlot.h"
 #include "CKwSubCase.h"
@@ -76,7 +78,7 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 7);
+    ASSERT_EQ(m->m_analyses.size(), 8);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
@@ -108,6 +110,22 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_GT(CKwOptimVariable::ParameterCount(m->m_properties.at(0)), v->m_parameter);
     EXPECT_EQ(m->m_properties.at(0)->GetID(), v->m_propertyId);
     EXPECT_TRUE(v->m_lower <= v->m_initial && v->m_initial <= v->m_upper);
+    // The frequency response holds its solution frequencies and damping; the response
+    // spectrum its spectrum, on a frequency table of the model.
+    const CKwAnalysis* harmonic = m->m_analyses.at(7);
+    EXPECT_EQ(harmonic->GetAnalysisTypeCode(), CKwAnalysis::FrequencyResponse);
+    ASSERT_EQ(m->m_solutionFrequencies.size(), 1);
+    ASSERT_EQ(m->m_dampings.size(), 1);
+    ASSERT_EQ(m->m_spectrumSetups.size(), 1);
+    EXPECT_EQ(m->m_solutionFrequencies.first()->m_analysisId, harmonic->GetID());
+    EXPECT_EQ(m->m_dampings.first()->m_analysisId, harmonic->GetID());
+    EXPECT_EQ(m->m_spectrumSetups.first()->m_analysisId, m->m_analyses.at(3)->GetID());
+    EXPECT_NE(KwTableLookup::Find(m.get(), m->m_spectrumSetups.first()->m_tableId,
+                                  KwTableLookup::Frequency),
+              nullptr);
+    EXPECT_NE(KwTableLookup::Find(m.get(), m->m_dampings.first()->m_modalTableId,
+                                  KwTableLookup::Frequency),
+              nullptr);
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));

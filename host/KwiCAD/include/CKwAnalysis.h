@@ -19,6 +19,8 @@ public:
     enum TypeCode { LinearStatic = 1, Modal = 2, NonlinearStatic = 5, NonlinearTransient = 13,
                     ResponseSpectrum = 20, ExplicitDynamics = 30, Fatigue = 40,
                     Optimization = 50 };
+    // The steady-state response to harmonic loads over a set of frequencies.
+    static constexpr int FrequencyResponse = 21;
 
     CKwAnalysis(int id = 0, const QString& name = QString(), int typeCode = LinearStatic);
     ~CKwAnalysis() override;

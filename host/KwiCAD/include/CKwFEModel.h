@@ -19,6 +19,9 @@ class CKwMeshLocal;
 class CKwMaterialOrient;
 class CKwElementDeletion;
 class CKwSurfaceContact;
+class CKwDamping;
+class CKwSpectrumSetup;
+class CKwSolutionFrequency;
 class CKwUIEntity;
 class CKwConMass;
 class CKwConnector;
@@ -65,6 +68,10 @@ public:
     QList<CKwElementDeletion*> m_elementDeletions;
     QList<CKwSurfaceContact*> m_surfaceContacts;
     QList<int> m_shellFaceIds;
+    // Settings of dynamic analyses, each naming its analysis by id.
+    QList<CKwDamping*> m_dampings;
+    QList<CKwSpectrumSetup*> m_spectrumSetups;
+    QList<CKwSolutionFrequency*> m_solutionFrequencies;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.
