@@ -3,9 +3,12 @@
 #include "CKwFEBase.h"
 
 #include <QList>
+#include <memory>
 
 class CKwMeshModel;
+class CKwModalSetup;
 class CKwSubCase;
+class CKwTimeStep;
 
 class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
 {
@@ -41,10 +44,21 @@ public:
     // True when a node with this user id exists in the analysed mesh.
     bool IsValidUserId(int nodeId) const;
 
+    // The modal setup of a modal analysis and the time stepping of a transient one; null until
+    // given. The setters take ownership and delete what they replace.
+    CKwModalSetup* GetModalSetup() const { return m_modalSetup.get(); }
+    void SetModalSetup(CKwModalSetup* setup);
+    CKwTimeStep* GetTimeStep() const { return m_timeStep.get(); }
+    void SetTimeStep(CKwTimeStep* steps);
+    // The subcases, for the subcase editor that adds new ones.
+    QList<CKwSubCase*>& SubCaseList() { return m_subcases; }
+
 private:
     int m_typeCode;
     bool m_explicit = false;
     QList<CKwSubCase*> m_subcases;
     QList<int> m_resultSubcases;
     const CKwMeshModel* m_mesh = nullptr;
+    std::unique_ptr<CKwModalSetup> m_modalSetup;
+    std::unique_ptr<CKwTimeStep> m_timeStep;
 };
