@@ -6,6 +6,8 @@
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
@@ -63,6 +65,11 @@ void* beamProperty(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>
 void* faceForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(0)); }
 // The remote force: the load editor's fullest panel.
 void* remoteForce(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_loads.at(2)); }
+
+// The analysis setups: a subcase, the analysis's modal setup and time stepping.
+void* firstSubcase(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.GetSubCases().first()); }
+void* modalSetup(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.GetModalSetup()); }
+void* timeStep(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.GetTimeStep()); }
 
 void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex, ObjectOf of)
 {
@@ -133,6 +140,22 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_quality, 9u, 0, theMesh)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, physical_property, 34u, 0, beamProperty)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, subcase, 8u, 1, firstSubcase)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, nonlinear_setup, 52u, 2, nonlinearSetup)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, modal_setup, 32u, 6, modalSetup)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, time_step, 29u, 2, timeStep)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

@@ -4,7 +4,12 @@
 #include "CFMView.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
+#include "CKwAnalysis.h"
 #include "CKwMaterial.h"
+#include "CKwModalSetup.h"
+#include "CKwNonlinearSetup.h"
+#include "CKwSubCase.h"
+#include "CKwTimeStep.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwPhysicalProperty.h"
@@ -105,6 +110,38 @@ const Case kCases[] = {
          for (int c = 0; c < M::QualityCheckCount; ++c)
              out.push_back(m.m_mesh->GetQualityLimit(static_cast<M::QualityCheck>(c)));
          return out;
+     }},
+    {"modal setup", 32,
+     [](CKwFEModel& m) -> void* {
+         CKwModalSetup* s = m.m_analyses.at(6)->GetModalSetup();
+         s->m_lowerFrequency = kTiny;
+         s->m_upperFrequency = kWide;
+         return static_cast<CKwFEBase*>(s);
+     },
+     [](CKwFEModel& m) {
+         const CKwModalSetup* s = m.m_analyses.at(6)->GetModalSetup();
+         return std::vector<double>{s->m_lowerFrequency, s->m_upperFrequency};
+     }},
+    {"time step", 29,
+     [](CKwFEModel& m) -> void* {
+         CKwTimeStep* t = m.m_analyses.at(2)->GetTimeStep();
+         t->m_intervals[0].increment = kTiny * 1.000000000123;
+         t->m_intervals[1].increment = kOdd;
+         return static_cast<CKwFEBase*>(t);
+     },
+     [](CKwFEModel& m) {
+         const CKwTimeStep* t = m.m_analyses.at(2)->GetTimeStep();
+         return std::vector<double>{t->m_intervals[0].increment, t->m_intervals[1].increment};
+     }},
+    {"nonlinear setup", 52,
+     [](CKwFEModel& m) -> void* {
+         CKwNonlinearSetup* s = m.m_analyses.at(2)->GetSubCases().first()->GetNonlinearSetup();
+         s->m_timeIncrement = kTiny * 1.000000000123;
+         return static_cast<CKwFEBase*>(s);
+     },
+     [](CKwFEModel& m) {
+         return std::vector<double>{
+             m.m_analyses.at(2)->GetSubCases().first()->GetNonlinearSetup()->m_timeIncrement};
      }},
 };
 

@@ -1,6 +1,8 @@
 // The reference host's view (dialog stack, toolbar, bubbles) and model queries.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwFEModel.h"
 #include "CKwMeshModel.h"
 #include "CKwPlot.h"
@@ -74,14 +76,14 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 6);
+    ASSERT_EQ(m->m_analyses.size(), 7);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
-    for (int i = 1; i < 6; ++i) {
+    for (int i = 1; i < 7; ++i) {
         const CKwAnalysis* a = m->m_analyses.at(i);
         EXPECT_FALSE(a->HasResultSet());
         EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
@@ -92,8 +94,12 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_analyses.at(3)->GetAnalysisTypeCode(), CKwAnalysis::ResponseSpectrum);
     EXPECT_TRUE(m->m_analyses.at(4)->IsExplicitAnalysis());
     // Fatigue data of materials waits for this one; no other analysis takes it.
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < 7; ++i)
         EXPECT_EQ(m->m_analyses.at(i)->IsFatigueAnalysis(), i == 5) << i;
+    // The modal analysis holds its modal setup, the transient its time steps.
+    EXPECT_EQ(m->m_analyses.at(6)->GetAnalysisTypeCode(), CKwAnalysis::Modal);
+    EXPECT_NE(m->m_analyses.at(6)->GetModalSetup(), nullptr);
+    EXPECT_NE(m->m_analyses.at(2)->GetTimeStep(), nullptr);
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));
