@@ -105,8 +105,9 @@ void CKwMFCUISubcase::SetTextToCurrentLang()
                                KwPropText("General", "LabelType", "Type")});
         KwStyle::FitHeaders(list);
     }
-    // Type names come in the current language.
-    OnMembersChanged();
+    // Type names come in the current language; on opening the lists are filled with the data.
+    if (isVisible())
+        OnMembersChanged();
 }
 
 void CKwMFCUISubcase::fill(Family family)
