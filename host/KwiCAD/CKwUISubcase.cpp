@@ -60,10 +60,7 @@ std::unique_ptr<CKwSubCase> CKwUISubcase::CreateNewObject()
 {
     const int id = NextFreeID();
     CKwAnalysis* a = GetAnalysis();
-    auto s = std::make_unique<CKwSubCase>(id, prop("Subcase", "NewName", "Subcase %s")
-                                                  .replace(QStringLiteral("%s"),
-                                                           QString::number(id)),
-                                          a);
+    auto s = std::make_unique<CKwSubCase>(id, QStringLiteral("Subcase %1").arg(id), a);
     // A subcase of a nonlinear analysis is solved with a nonlinear setup of its own.
     if (a && (a->GetAnalysisTypeCode() == CKwAnalysis::NonlinearStatic ||
               a->GetAnalysisTypeCode() == CKwAnalysis::NonlinearTransient))

@@ -297,9 +297,9 @@ TEST_F(MaterialEditor, nonlinearDataAndPPFAAdvisoriesFollowTheSampleAnalyses)
     const QString later = "PPFA data will not be applicable until a Nonlinear analysis has "
                           "been selected.";
     const QList<CKwAnalysis*>& analyses = host.model->m_analyses;
-    ASSERT_EQ(analyses.size(), 6);
-    const bool nonlinear[] = {false, true, true, false, false, false};
-    for (int i = 0; i < 6; ++i) {
+    ASSERT_EQ(analyses.size(), 7);
+    const bool nonlinear[] = {false, true, true, false, false, false, false};
+    for (int i = 0; i < 7; ++i) {
         SCOPED_TRACE(analyses.at(i)->GetName().toStdString());
         // A new material: no thermal values, so explicit analyses add no thermal advisory.
         DialogLaunchRequest r = host.Request(2);
@@ -343,7 +343,7 @@ TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
     const QString advisory = "Material fatigue data will not be applicable until a fatigue "
                              "analysis has been selected.";
     const QList<CKwAnalysis*> analyses = host.model->m_analyses;
-    ASSERT_EQ(analyses.size(), 6);
+    ASSERT_EQ(analyses.size(), 7);
     ASSERT_EQ(analyses.at(0)->GetAnalysisTypeCode(), CKwAnalysis::LinearStatic);
     ASSERT_TRUE(analyses.at(5)->IsFatigueAnalysis());
     struct Case
