@@ -13,6 +13,8 @@
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
@@ -85,6 +87,10 @@ void* nothing(CKwFEModel&, CKwAnalysis&) { return nullptr; }
 void* theDamping(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_dampings.first()); }
 void* theSpectrum(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_spectrumSetups.first()); }
 void* theFrequencies(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_solutionFrequencies.first()); }
+// The analysis setups: a subcase, the analysis's modal setup and time stepping.
+void* firstSubcase(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.GetSubCases().first()); }
+void* modalSetup(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.GetModalSetup()); }
+void* timeStep(CKwFEModel&, CKwAnalysis& a) { return static_cast<CKwFEBase*>(a.GetTimeStep()); }
 
 void BM_LaunchModeless(benchmark::State& state, unsigned kind, int analysisIndex, ObjectOf of)
 {
@@ -230,7 +236,7 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, surface_contact, 12u, 0, coverContact)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
-BENCHMARK_CAPTURE(BM_LaunchModeless, damping, 15u, 7, theDamping)
+BENCHMARK_CAPTURE(BM_LaunchModeless, damping, 15u, 8, theDamping)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
@@ -238,7 +244,23 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, spectrum_setup, 30u, 3, theSpectrum)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
-BENCHMARK_CAPTURE(BM_LaunchModeless, solution_frequencies, 31u, 7, theFrequencies)
+BENCHMARK_CAPTURE(BM_LaunchModeless, solution_frequencies, 31u, 8, theFrequencies)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, subcase, 8u, 1, firstSubcase)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, nonlinear_setup, 52u, 2, nonlinearSetup)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, modal_setup, 32u, 7, modalSetup)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, time_step, 29u, 2, timeStep)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

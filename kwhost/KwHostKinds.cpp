@@ -17,6 +17,8 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
@@ -60,6 +62,7 @@ QList<KwHostKind> KwHostKinds()
         {32, QStringLiteral("Modal Setup..."), an},
         {33, QStringLiteral("Impact Analysis..."), an},
         {52, QStringLiteral("Nonlinear Setup..."), an},
+        {52, QStringLiteral("Nonlinear Setup (transient)..."), an, 1},
         {53, QStringLiteral("Nonlinear Parameters..."), an},
         {53, QStringLiteral("Nonlinear Parameters (transient)..."), an, 1},
         {54, QStringLiteral("Element Deletion..."), an},
@@ -186,6 +189,19 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.object = withResults && !withResults->GetSubCases().isEmpty()
                        ? withResults->GetSubCases().first()
                        : nullptr;
+        break;
+    case 29:
+    case 32:
+        // The first transient (time steps) or modal analysis (modal setup), with its entity.
+        r.object = nullptr;
+        for (CKwAnalysis* a : model->m_analyses)
+            if (a->GetAnalysisTypeCode() ==
+                (kind == 29 ? CKwAnalysis::NonlinearTransient : CKwAnalysis::Modal)) {
+                r.analysis = a;
+                r.object = kind == 29 ? static_cast<CKwFEBase*>(a->GetTimeStep())
+                                      : static_cast<CKwFEBase*>(a->GetModalSetup());
+                break;
+            }
         break;
     case 52:
     case 53:

@@ -25,6 +25,8 @@
 #include "CKwRestraint.h"
 #include "KwHostStudyItems.h"
 #include "CKwSubCase.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwTable.h"
 #include "CKwTreeManager.h"
 #include "CKwXYPlot.h"
@@ -477,9 +479,11 @@ void KwHostWindow::RebuildTree()
         }
         for (CKwSubCase* s : a->GetSubCases()) {
             auto* si = add(ai, s->GetName(), 8, s);
-            if (CKwNonlinearSetup* setup = s->GetNonlinearSetup())
+            if (CKwNonlinearSetup* setup = s->GetNonlinearSetup()) {
+                add(si, KwHostTreeText("TreeNonlinearSetup", "Nonlinear setup"), 52, setup, false);
                 add(si, KwHostTreeText("TreeNonlinearParameters", "Nonlinear parameters"), 53,
                     setup, false);
+            }
         }
         addStudyItems(ai, a, add);
         // The analysis's damping, spectrum and solution frequencies.
@@ -502,6 +506,12 @@ void KwHostWindow::RebuildTree()
             add(ai, KwHostTreeText("TreeNewSpectrumSetup", "(new spectrum setup)"), 30, owner,
                 false);
         }
+        // The analysis's own setups, and a new subcase for it.
+        if (CKwModalSetup* modes = a->GetModalSetup())
+            add(ai, KwHostTreeText("TreeModalSetup", "Modal setup"), 32, modes, false);
+        if (CKwTimeStep* steps = a->GetTimeStep())
+            add(ai, KwHostTreeText("TreeTimeSteps", "Time steps"), 29, steps, false);
+        add(ai, KwHostTreeText("TreeNewSubcase", "(new subcase)"), 8, nullptr, false);
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -677,5 +687,10 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
                 if (s == object || s->GetNonlinearSetup() == object)
                     r.analysis = a;
     }
+    // A new subcase and the analysis setups are the analysis's they stand under.
+    if (kind == 8 || kind == 29 || kind == 32)
+        if (QTreeWidgetItem* p = item->parent();
+            p && p->data(0, HostActionRole).toInt() == ActionCurrentAnalysis)
+            r.analysis = m_model->m_analyses.value(p->data(0, ObjectRole).toInt());
     LaunchDialog(&r);
 }

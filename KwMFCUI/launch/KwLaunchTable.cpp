@@ -41,6 +41,7 @@
 #include "CKwMFCUIDamping.h"
 #include "CKwMFCUISolutionFrequency.h"
 #include "CKwMFCUISpectrumSetup.h"
+#include "KwSetupFactories.h"
 
 namespace {
 
@@ -240,7 +241,7 @@ const KwLaunchEntry kTable[] = {
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, makeMaterialOrientation},
     {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsValidResults, kShowsResults},
-    {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
+    {8, "CKwMFCUISubcase", 357, H::Modeless, KwMakeSubcase},
     {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, makeMeshQuality},
     {12, "CKwMFCUISurfaceContact", 360, H::Modeless, makeSurfaceContact},
     {13, "CKwMFCUIConMass", 353, H::Modeless, KwMakeConMass},
@@ -257,12 +258,12 @@ const KwLaunchEntry kTable[] = {
     {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
     {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},
-    {29, "CKwMFCUITimeStep", 7008, H::Modeless, nullptr},
+    {29, "CKwMFCUITimeStep", 7008, H::Modeless, KwMakeTimeStep},
     {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner,
      makeAnalysisSetup<CKwMFCUISpectrumSetup, CKwSpectrumSetup>},
     {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner,
      makeAnalysisSetup<CKwMFCUISolutionFrequency, CKwSolutionFrequency>},
-    {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
+    {32, "CKwMFCUIModalSetup", 7007, H::Modeless, KwMakeModalSetup},
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, KwLaunchStudies::MakeImpactAnalysis},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
@@ -277,7 +278,7 @@ const KwLaunchEntry kTable[] = {
     {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr, R::NeedsObject},
     {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
-    {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
+    {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, KwMakeNonlinearSetup},
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
     {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, makeElementDeletion},
     {55, "CKwMFCUIEndRelease", 7231, H::Modeless, KwMakeEndRelease},

@@ -3,6 +3,8 @@
 #include "CKwFEBase.h"
 #include "CKwLoad.h"
 #include "CKwMeshModel.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwPlot.h"

@@ -18,6 +18,8 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
 #include "CKwUIEntity.h"
@@ -280,6 +282,31 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn, fatigue, study}) {
         a->SetMesh(m->m_mesh);
         m->m_analyses.append(a);
+    }
+    // The setups of the analyses: stepping and output of the nonlinear subcases, the thermal
+    // subcase, the transient's time intervals, and a modal analysis with its modal setup.
+    {
+        setup1->m_increments = 20;
+        setup1->m_outputEvery = 2;
+        setup2->m_increments = 500;
+        setup2->m_timeIncrement = 2e-4;
+        setup2->m_outputEvery = 10;
+        setup2->m_followerForces = true;
+        linear->GetSubCases().at(1)->m_thermal = true;
+        auto* steps = new CKwTimeStep();
+        steps->m_intervals = {{200, 1e-4, 5}, {300, 5e-4, 10}};
+        nlTransient->SetTimeStep(steps);
+        auto* modal = new CKwAnalysis(static_cast<int>(m->m_analyses.size()) + 1,
+                                      QStringLiteral("Modal"), CKwAnalysis::Modal);
+        modal->AddSubCase(new CKwSubCase(1, QStringLiteral("Free vibration")));
+        auto* modes = new CKwModalSetup();
+        modes->m_modeCount = 12;
+        modes->m_useBand = true;
+        modes->m_lowerFrequency = 1.0;
+        modes->m_upperFrequency = 2000.0;
+        modal->SetModalSetup(modes);
+        modal->SetMesh(m->m_mesh);
+        m->m_analyses.append(modal);
     }
     auto* stress = new CKwPlot(1, QStringLiteral("Von Mises stress"), linear);
     stress->TurnPlotDisplayOn();

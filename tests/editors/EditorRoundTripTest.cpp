@@ -16,6 +16,11 @@
 #include "CKwMaterial.h"
 #include "CKwOptimObjective.h"
 #include "CKwOptimVariable.h"
+#include "CKwMaterial.h"
+#include "CKwModalSetup.h"
+#include "CKwNonlinearSetup.h"
+#include "CKwSubCase.h"
+#include "CKwTimeStep.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwPhysicalProperty.h"
@@ -235,6 +240,38 @@ const Case kCases[] = {
          return static_cast<CKwFEBase*>(m.m_surfaceContacts[0]);
      },
      [](CKwFEModel& m) { return std::vector<double>{m.m_surfaceContacts[0]->m_friction}; }},
+    {"modal setup", 32,
+     [](CKwFEModel& m) -> void* {
+         CKwModalSetup* s = m.m_analyses.at(7)->GetModalSetup();
+         s->m_lowerFrequency = kTiny;
+         s->m_upperFrequency = kWide;
+         return static_cast<CKwFEBase*>(s);
+     },
+     [](CKwFEModel& m) {
+         const CKwModalSetup* s = m.m_analyses.at(7)->GetModalSetup();
+         return std::vector<double>{s->m_lowerFrequency, s->m_upperFrequency};
+     }},
+    {"time step", 29,
+     [](CKwFEModel& m) -> void* {
+         CKwTimeStep* t = m.m_analyses.at(2)->GetTimeStep();
+         t->m_intervals[0].increment = kTiny * 1.000000000123;
+         t->m_intervals[1].increment = kOdd;
+         return static_cast<CKwFEBase*>(t);
+     },
+     [](CKwFEModel& m) {
+         const CKwTimeStep* t = m.m_analyses.at(2)->GetTimeStep();
+         return std::vector<double>{t->m_intervals[0].increment, t->m_intervals[1].increment};
+     }},
+    {"nonlinear setup", 52,
+     [](CKwFEModel& m) -> void* {
+         CKwNonlinearSetup* s = m.m_analyses.at(2)->GetSubCases().first()->GetNonlinearSetup();
+         s->m_timeIncrement = kTiny * 1.000000000123;
+         return static_cast<CKwFEBase*>(s);
+     },
+     [](CKwFEModel& m) {
+         return std::vector<double>{
+             m.m_analyses.at(2)->GetSubCases().first()->GetNonlinearSetup()->m_timeIncrement};
+     }},
 };
 
 class EditorRoundTrip : public ::testing::TestWithParam<Case>

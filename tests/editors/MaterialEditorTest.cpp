@@ -298,8 +298,8 @@ TEST_F(MaterialEditor, nonlinearDataAndPPFAAdvisoriesFollowTheSampleAnalyses)
                           "been selected.";
     const QList<CKwAnalysis*>& analyses = host.model->m_analyses;
     // Linear static, nonlinear static and transient, response spectrum, explicit, fatigue,
-    // optimization, frequency response.
-    const bool nonlinear[] = {false, true, true, false, false, false, false, false};
+    // optimization, modal, frequency response.
+    const bool nonlinear[] = {false, true, true, false, false, false, false, false, false};
     ASSERT_EQ(analyses.size(), std::ssize(nonlinear));
     for (int i = 0; i < std::ssize(nonlinear); ++i) {
         SCOPED_TRACE(analyses.at(i)->GetName().toStdString());
@@ -345,7 +345,7 @@ TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
     const QString advisory = "Material fatigue data will not be applicable until a fatigue "
                              "analysis has been selected.";
     const QList<CKwAnalysis*> analyses = host.model->m_analyses;
-    ASSERT_EQ(analyses.size(), 8);
+    ASSERT_EQ(analyses.size(), 9);
     ASSERT_EQ(analyses.at(0)->GetAnalysisTypeCode(), CKwAnalysis::LinearStatic);
     ASSERT_TRUE(analyses.at(5)->IsFatigueAnalysis());
     struct Case

@@ -2,6 +2,8 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwDynamicsSetup.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwFEModel.h"
 #include "CKwOptimVariable.h"
 #include "CKwPhysicalProperty.h"
@@ -78,7 +80,7 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 8);
+    ASSERT_EQ(m->m_analyses.size(), 9);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
@@ -112,7 +114,7 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_TRUE(v->m_lower <= v->m_initial && v->m_initial <= v->m_upper);
     // The frequency response holds its solution frequencies and damping; the response
     // spectrum its spectrum, on a frequency table of the model.
-    const CKwAnalysis* harmonic = m->m_analyses.at(7);
+    const CKwAnalysis* harmonic = m->m_analyses.at(8);
     EXPECT_EQ(harmonic->GetAnalysisTypeCode(), CKwAnalysis::FrequencyResponse);
     ASSERT_EQ(m->m_solutionFrequencies.size(), 1);
     ASSERT_EQ(m->m_dampings.size(), 1);
@@ -126,6 +128,10 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_NE(KwTableLookup::Find(m.get(), m->m_dampings.first()->m_modalTableId,
                                   KwTableLookup::Frequency),
               nullptr);
+    // The modal analysis holds its modal setup, the transient its time steps.
+    EXPECT_EQ(m->m_analyses.at(7)->GetAnalysisTypeCode(), CKwAnalysis::Modal);
+    EXPECT_NE(m->m_analyses.at(7)->GetModalSetup(), nullptr);
+    EXPECT_NE(m->m_analyses.at(2)->GetTimeStep(), nullptr);
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));

@@ -3,13 +3,16 @@
 #include "CKwFEBase.h"
 
 #include <QList>
+#include <memory>
 
 class CKwMeshModel;
+class CKwModalSetup;
 class CKwSubCase;
 class CKwImpactWizard;
 class CKwFatigueSetup;
 class CKwOptimObjective;
 class CKwOptimVariable;
+class CKwTimeStep;
 
 class KWICAD_EXPORT CKwAnalysis : public CKwFEBase
 {
@@ -58,6 +61,14 @@ public:
     void SetFatigueSetup(CKwFatigueSetup* setup);
     QList<CKwOptimObjective*> m_objectives;
     QList<CKwOptimVariable*> m_variables;
+    // The modal setup of a modal analysis and the time stepping of a transient one; null until
+    // given. The setters take ownership and delete what they replace.
+    CKwModalSetup* GetModalSetup() const { return m_modalSetup.get(); }
+    void SetModalSetup(CKwModalSetup* setup);
+    CKwTimeStep* GetTimeStep() const { return m_timeStep.get(); }
+    void SetTimeStep(CKwTimeStep* steps);
+    // The subcases, for the subcase editor that adds new ones.
+    QList<CKwSubCase*>& SubCaseList() { return m_subcases; }
 
 private:
     int m_typeCode;
@@ -67,4 +78,6 @@ private:
     QList<CKwSubCase*> m_subcases;
     QList<int> m_resultSubcases;
     const CKwMeshModel* m_mesh = nullptr;
+    std::unique_ptr<CKwModalSetup> m_modalSetup;
+    std::unique_ptr<CKwTimeStep> m_timeStep;
 };
