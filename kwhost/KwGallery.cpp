@@ -17,6 +17,7 @@
 #include "KwMFCUIEntry.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
@@ -193,6 +194,89 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             if (auto* toggle = KwControl<QPushButton>(d, 7479)) {
                 toggle->click();
                 shoot(d, "kind00-load-short-form.png");
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+
+    // The connector's other kinds and its long form, the coordinate system's other placements:
+    // each panel that differs, chosen in the open editor as a user chooses it, then closed
+    // without writing anything.
+    const auto panels = [&](unsigned kind, int comboId,
+                            std::initializer_list<std::pair<int, const char*>> rows,
+                            const char* longForm) {
+        host->Launch(kind, false, 0);
+        QApplication::processEvents();
+        auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog());
+        if (!d)
+            return;
+        // The long form first, while the entity still shows as it is stored.
+        if (auto* toggle = longForm ? KwControl<QPushButton>(d, 7879) : nullptr) {
+            toggle->click();
+            shoot(d, longForm);
+            toggle->click();
+        }
+        if (auto* combo = KwControl<QComboBox>(d, comboId))
+            for (const auto& [row, file] : rows) {
+                combo->setCurrentIndex(row);
+                shoot(d, file);
+            }
+        closeDialog(d);
+        QApplication::processEvents();
+    };
+    panels(14, 1417,
+           {{0, "kind14-connector-rod.png"}, {2, "kind14-connector-spring.png"},
+            {4, "kind14-connector-rigid.png"}},
+           "kind14-connector-long-form.png");
+    panels(28, 7904,
+           {{1, "kind28-coordinate-system-three-points.png"},
+            {2, "kind28-coordinate-system-picked-point.png"}},
+           nullptr);
+    // The material orientation from a vector, and the contact parameters page of the surface
+    // contact editor.
+    {
+        host->Launch(6, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* vector = KwControl<QAbstractButton>(d, 7725)) {
+                vector->click();
+                shoot(d, "kind06-material-orientation-vector.png");
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+        host->Launch(12, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* open = KwControl<QPushButton>(d, 7769)) {
+                QTimer::singleShot(0, d, [&] {
+                    if (QWidget* page = QApplication::activeModalWidget()) {
+                        shoot(page, "tmpl7239-contact-parameters.png");
+                        closeDialog(page);
+                    }
+                });
+                open->click();
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+    // The solution frequencies on each method's page (the sample set opens on the range).
+    {
+        host->Launch(31, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* method = KwControl<QComboBox>(d, 7021)) {
+                const char* files[] = {"kind31-solution-frequencies-discrete.png", nullptr,
+                                       "kind31-solution-frequencies-cluster.png",
+                                       "kind31-solution-frequencies-spread.png"};
+                for (int page = 0; page < 4; ++page) {
+                    if (!files[page])
+                        continue; // the range: the kind's own picture
+                    method->setCurrentIndex(page);
+                    shoot(d, files[page]);
+                }
             }
             closeDialog(d);
             QApplication::processEvents();

@@ -2,17 +2,32 @@
 #include "KwHostText.h"
 
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
+#include "CKwImpactWizard.h"
+#include "CKwOptimObjective.h"
+#include "CKwOptimVariable.h"
 #include "CKwLoad.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
+
+#include <array>
 
 QList<KwHostKind> KwHostKinds()
 {
@@ -47,6 +62,7 @@ QList<KwHostKind> KwHostKinds()
         {32, QStringLiteral("Modal Setup..."), an},
         {33, QStringLiteral("Impact Analysis..."), an},
         {52, QStringLiteral("Nonlinear Setup..."), an},
+        {52, QStringLiteral("Nonlinear Setup (transient)..."), an, 1},
         {53, QStringLiteral("Nonlinear Parameters..."), an},
         {53, QStringLiteral("Nonlinear Parameters (transient)..."), an, 1},
         {54, QStringLiteral("Element Deletion..."), an},
@@ -174,10 +190,44 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
                        ? withResults->GetSubCases().first()
                        : nullptr;
         break;
+    case 29:
+    case 32:
+        // The first transient (time steps) or modal analysis (modal setup), with its entity.
+        r.object = nullptr;
+        for (CKwAnalysis* a : model->m_analyses)
+            if (a->GetAnalysisTypeCode() ==
+                (kind == 29 ? CKwAnalysis::NonlinearTransient : CKwAnalysis::Modal)) {
+                r.analysis = a;
+                r.object = kind == 29 ? static_cast<CKwFEBase*>(a->GetTimeStep())
+                                      : static_cast<CKwFEBase*>(a->GetModalSetup());
+                break;
+            }
+        break;
     case 52:
     case 53:
         r.object = firstSetup(variant == 1 ? CKwAnalysis::NonlinearTransient
                                            : CKwAnalysis::NonlinearStatic);
+        break;
+    case 15:
+        r.object = newEntity || model->m_dampings.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_dampings.first());
+        r.analysis = r.object ? KwAnalysisOfSetup(model, static_cast<CKwFEBase*>(r.object))
+                              : editedFor;
+        break;
+    case 30:
+        r.object = newEntity || model->m_spectrumSetups.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_spectrumSetups.first());
+        r.analysis = r.object ? KwAnalysisOfSetup(model, static_cast<CKwFEBase*>(r.object))
+                              : editedFor;
+        break;
+    case 31:
+        r.object = newEntity || model->m_solutionFrequencies.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_solutionFrequencies.first());
+        r.analysis = r.object ? KwAnalysisOfSetup(model, static_cast<CKwFEBase*>(r.object))
+                              : editedFor;
         break;
     case 36:
         // Variant n opens the first table of type n (0 general, 1 time, 2 temperature, ...).
@@ -191,15 +241,110 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.object = model->m_xyPlots.isEmpty() ? nullptr
                                               : static_cast<CKwFEBase*>(model->m_xyPlots.first());
         break;
+    case 13:
+    case 14:
+    case 28: {
+        // The model's first mass, connector or coordinate system, or a new one.
+        const auto first = [&](const auto& list) -> CKwFEBase* {
+            return newEntity || list.isEmpty() ? nullptr : static_cast<CKwFEBase*>(list.first());
+        };
+        r.object = kind == 13 ? first(model->m_conMasses)
+                   : kind == 14 ? first(model->m_connectors)
+                                : first(model->m_coordSystems);
+        r.analysis = editedFor;
+        break;
+    }
+    case 55:
+        // The mesh's releases, or a new release on the view's mesh.
+        r.object = newEntity || !model->m_mesh ? nullptr : static_cast<CKwFEBase*>(model->m_mesh);
+        break;
+    case 16:
+    case 17:
+    case 33: {
+        // The study's first objective or variable, the explicit analysis's impact; new ones
+        // for the same study or analysis.
+        for (CKwAnalysis* a : model->m_analyses) {
+            if (kind == 33 && a->IsExplicitAnalysis()) {
+                r.analysis = a;
+                r.object = newEntity ? nullptr : static_cast<CKwFEBase*>(a->GetImpactWizard());
+                break;
+            }
+            if (kind != 33 && a->GetAnalysisTypeCode() == CKwAnalysis::Optimization) {
+                r.context = a;
+                if (!newEntity && kind == 16 && !a->m_objectives.isEmpty())
+                    r.object = static_cast<CKwFEBase*>(a->m_objectives.first());
+                if (!newEntity && kind == 17 && !a->m_variables.isEmpty())
+                    r.object = static_cast<CKwFEBase*>(a->m_variables.first());
+                break;
+            }
+        }
+        break;
+    }
+    case 56:
+        // The setup dialog finds its analysis as the view's current one.
+        break;
     case 70: {
         // The warning lists IDs that name no entity; show a typical list.
         static const QList<int> missing = {104, 2071, 9999};
         r.object = const_cast<QList<int>*>(&missing);
         break;
     }
+    case 3:
+        r.object = newEntity || model->m_meshControls.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_meshControls.first());
+        break;
+    case 6:
+    case 54: {
+        // The 101st word of `extra`: the shell property a new orientation is made for, the
+        // explicit analysis a new element deletion belongs to.
+        static std::array<void*, 101> words{};
+        words.fill(nullptr);
+        if (kind == 6) {
+            for (CKwPhysicalProperty* p : model->m_properties)
+                if (p->m_idealization == CKwPhysicalProperty::Shell) {
+                    words[100] = static_cast<CKwFEBase*>(p);
+                    break;
+                }
+            if (!newEntity && !model->m_materialOrients.isEmpty())
+                r.object = static_cast<CKwFEBase*>(model->m_materialOrients.first());
+        } else {
+            for (CKwAnalysis* a : model->m_analyses)
+                if (a->IsExplicitAnalysis()) {
+                    words[100] = static_cast<CKwFEBase*>(a);
+                    break;
+                }
+            if (!newEntity && !model->m_elementDeletions.isEmpty())
+                r.object = static_cast<CKwFEBase*>(model->m_elementDeletions.first());
+        }
+        r.extra = words.data();
+        break;
+    }
+    case 12:
+        r.object = newEntity || model->m_surfaceContacts.isEmpty()
+                       ? nullptr
+                       : static_cast<CKwFEBase*>(model->m_surfaceContacts.first());
+        r.analysis = editedFor;
+        break;
     default:
         r.analysis = withResults;
         break;
     }
     return r;
+}
+
+CKwAnalysis* KwAnalysisOfSetup(const CKwFEModel* model, const CKwFEBase* setup)
+{
+    int id = 0;
+    if (const auto* d = dynamic_cast<const CKwDamping*>(setup))
+        id = d->m_analysisId;
+    else if (const auto* sp = dynamic_cast<const CKwSpectrumSetup*>(setup))
+        id = sp->m_analysisId;
+    else if (const auto* f = dynamic_cast<const CKwSolutionFrequency*>(setup))
+        id = f->m_analysisId;
+    if (model)
+        for (CKwAnalysis* a : model->m_analyses)
+            if (a->GetID() == id)
+                return a;
+    return nullptr;
 }

@@ -7,6 +7,7 @@
 
 class CFMView;
 class CKwAnalysis;
+class CKwFEBase;
 class CKwFEModel;
 class KW_UOM;
 
@@ -37,3 +38,7 @@ QString KwHostGroupText(const QString& group);
 DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* view,
                                   KW_UOM* units, bool newEntity = false, int variant = 0,
                                   CKwAnalysis* current = nullptr);
+
+// The analysis a damping, spectrum setup or solution frequency set belongs to (null for
+// anything else, or when the model has no analysis of that id).
+CKwAnalysis* KwAnalysisOfSetup(const CKwFEModel* model, const CKwFEBase* setup);

@@ -3,8 +3,12 @@
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwDlgBase.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwMaterial.h"
@@ -12,10 +16,17 @@
 #include "CKwNonlinearDialogBase.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 #include "KwSectionLibrary.h"
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
+#include "KwHostStudyItems.h"
 #include "CKwSubCase.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwTable.h"
 #include "CKwTreeManager.h"
 #include "CKwXYPlot.h"
@@ -80,6 +91,8 @@ const AnalysisType kAnalysisTypes[] = {
     {CKwAnalysis::ResponseSpectrum, "AnalysisResponseSpectrum", "Response Spectrum"},
     {CKwAnalysis::ExplicitDynamics, "AnalysisExplicitDynamics", "Explicit Dynamics"},
     {CKwAnalysis::Fatigue, "AnalysisFatigue", "Fatigue"},
+    {CKwAnalysis::Optimization, "AnalysisOptimization", "Optimization"},
+    {CKwAnalysis::FrequencyResponse, "AnalysisFrequencyResponse", "Frequency Response"},
 };
 
 // An analysis still named after its type (as a new analysis is) shows its type's name in the
@@ -142,6 +155,7 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     connect(CKwTreeManager::Instance(), &CKwTreeManager::treeRefreshRequested, this,
             &KwHostWindow::RebuildTree);
     m_current = m_model->m_analyses.isEmpty() ? nullptr : m_model->m_analyses.first();
+    m_view->SetCurrentAnalysis(m_current);
     buildMenus();
     RebuildTree();
     m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });
@@ -379,6 +393,7 @@ void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)
     if (!m_model->m_analyses.contains(analysis))
         return;
     m_current = analysis;
+    m_view->SetCurrentAnalysis(analysis);
     const int index = int(m_model->m_analyses.indexOf(analysis));
     if (m_analysisGroup && index < m_analysisGroup->actions().size())
         m_analysisGroup->actions().at(index)->setChecked(true);
@@ -397,6 +412,13 @@ void KwHostWindow::SetCurrentAnalysis(CKwAnalysis* analysis)
 
 void KwHostWindow::Launch(unsigned kind, bool newEntity, int variant)
 {
+    if (kind == 56 && !(m_current && m_current->IsFatigueAnalysis()))
+        // The fatigue setup belongs to a fatigue analysis: the model's first one becomes current.
+        for (CKwAnalysis* a : m_model->m_analyses)
+            if (a->IsFatigueAnalysis()) {
+                SetCurrentAnalysis(a);
+                break;
+            }
     DialogLaunchRequest r = KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), newEntity,
                                           variant, m_current);
     if (kind == 83) {
@@ -487,10 +509,39 @@ void KwHostWindow::RebuildTree()
         }
         for (CKwSubCase* s : a->GetSubCases()) {
             auto* si = add(ai, s->GetName(), 8, s);
-            if (CKwNonlinearSetup* setup = s->GetNonlinearSetup())
+            if (CKwNonlinearSetup* setup = s->GetNonlinearSetup()) {
+                add(si, KwHostTreeText("TreeNonlinearSetup", "Nonlinear setup"), 52, setup, false);
                 add(si, KwHostTreeText("TreeNonlinearParameters", "Nonlinear parameters"), 53,
                     setup, false);
+            }
         }
+        addStudyItems(ai, a, add);
+        // The analysis's damping, spectrum and solution frequencies.
+        for (CKwDamping* d : m_model->m_dampings)
+            if (d->m_analysisId == a->GetID())
+                add(ai, d->GetName(), 15, static_cast<CKwFEBase*>(d));
+        for (CKwSpectrumSetup* sp : m_model->m_spectrumSetups)
+            if (sp->m_analysisId == a->GetID())
+                add(ai, sp->GetName(), 30, static_cast<CKwFEBase*>(sp));
+        for (CKwSolutionFrequency* f : m_model->m_solutionFrequencies)
+            if (f->m_analysisId == a->GetID())
+                add(ai, f->GetName(), 31, static_cast<CKwFEBase*>(f));
+        // New ones for the analysis they suit; the item carries the analysis.
+        auto* owner = static_cast<CKwFEBase*>(a);
+        if (a->GetAnalysisTypeCode() == CKwAnalysis::FrequencyResponse) {
+            add(ai, KwHostTreeText("TreeNewDamping", "(new damping)"), 15, owner, false);
+            add(ai, KwHostTreeText("TreeNewSolutionFrequencies", "(new solution frequencies)"),
+                31, owner, false);
+        } else if (a->GetAnalysisTypeCode() == CKwAnalysis::ResponseSpectrum) {
+            add(ai, KwHostTreeText("TreeNewSpectrumSetup", "(new spectrum setup)"), 30, owner,
+                false);
+        }
+        // The analysis's own setups, and a new subcase for it.
+        if (CKwModalSetup* modes = a->GetModalSetup())
+            add(ai, KwHostTreeText("TreeModalSetup", "Modal setup"), 32, modes, false);
+        if (CKwTimeStep* steps = a->GetTimeStep())
+            add(ai, KwHostTreeText("TreeTimeSteps", "Time steps"), 29, steps, false);
+        add(ai, KwHostTreeText("TreeNewSubcase", "(new subcase)"), 8, nullptr, false);
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -532,6 +583,54 @@ void KwHostWindow::RebuildTree()
             gi->setData(0, ObjectRole, g.id);
         }
     }
+    // Concentrated masses, connectors, the user's coordinate systems and the beam end releases,
+    // each with an item that makes a new one.
+    // Mesh controls, material orientations, element deletions and surface contacts.
+    const auto category = [&](const char* section, const char* english) {
+        return new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
+                                             QString::fromLatin1(section),
+                                             QStringLiteral("TreeCategoryText"),
+                                             QString::fromLatin1(english))});
+    };
+    QTreeWidgetItem* masses = category("ConMass", "Concentrated Masses");
+    add(masses, KwHostTreeText("TreeNewConMass", "(new concentrated mass)"), 13, nullptr, false);
+    for (CKwConMass* c : m_model->m_conMasses)
+        add(masses, c->GetName(), 13, static_cast<CKwFEBase*>(c));
+    QTreeWidgetItem* connectors = category("Connector", "Connectors");
+    add(connectors, KwHostTreeText("TreeNewConnector", "(new connector)"), 14, nullptr, false);
+    for (CKwConnector* c : m_model->m_connectors)
+        add(connectors, c->GetName(), 14, static_cast<CKwFEBase*>(c));
+    QTreeWidgetItem* systems = category("CoordinateSystem", "Coordinate Systems");
+    add(systems, KwHostTreeText("TreeNewCoordSystem", "(new coordinate system)"), 28, nullptr,
+        false);
+    for (CKwCoordinateSystem* c : m_model->m_coordSystems)
+        add(systems, c->GetName(), 28, static_cast<CKwFEBase*>(c));
+    if (m_model->m_mesh) {
+        QTreeWidgetItem* releases = category("EndRelease", "End Releases");
+        add(releases, KwHostTreeText("TreeNewEndRelease", "(new end release)"), 55, nullptr,
+            false);
+        add(releases, KwHostTreeText("TreeEndReleasesOfMesh", "Released beam ends: %1")
+                          .arg(m_model->m_mesh->EndReleases().size()),
+            55, static_cast<CKwFEBase*>(m_model->m_mesh), false);
+    }
+    QTreeWidgetItem* c = category("MeshControl", "Mesh Controls");
+    add(c, KwHostTreeText("TreeNewMeshControl", "(new mesh control)"), 3, nullptr, false);
+    for (CKwMeshLocal* e : m_model->m_meshControls)
+        add(c, e->GetName(), 3, static_cast<CKwFEBase*>(e));
+    c = category("MaterialOrientation", "Material Orientations");
+    add(c, KwHostTreeText("TreeNewMaterialOrientation", "(new material orientation)"), 6,
+        nullptr, false);
+    for (CKwMaterialOrient* e : m_model->m_materialOrients)
+        add(c, e->GetName(), 6, static_cast<CKwFEBase*>(e));
+    c = category("ElementDeletion", "Element Deletions");
+    add(c, KwHostTreeText("TreeNewElementDeletion", "(new element deletion)"), 54, nullptr,
+        false);
+    for (CKwElementDeletion* e : m_model->m_elementDeletions)
+        add(c, e->GetName(), 54, static_cast<CKwFEBase*>(e));
+    c = category("SurfaceContact", "Contacts");
+    add(c, KwHostTreeText("TreeNewContact", "(new contact)"), 12, nullptr, false);
+    for (CKwSurfaceContact* e : m_model->m_surfaceContacts)
+        add(c, e->GetName(), 12, static_cast<CKwFEBase*>(e));
     m_tree->expandAll();
 }
 
@@ -590,6 +689,27 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
     DialogLaunchRequest r =
         KwMakeRequest(kind, m_model.get(), m_view, m_units.get(), true, 0, m_current);
     r.object = object;
+    if (kind == 16 || kind == 17 || kind == 33 || kind == 56) {
+        // An analysis behind one of these items is the fatigue analysis the setup dialog finds
+        // as the current one, the analysis of a new impact or the study of a new objective or
+        // variable.
+        if (auto* a = dynamic_cast<CKwAnalysis*>(static_cast<CKwFEBase*>(object))) {
+            if (kind == 56)
+                SetCurrentAnalysis(a);
+            r.analysis = kind == 33 ? a : r.analysis;
+            r.context = a;
+            r.object = nullptr;
+        }
+    }
+    if (kind == 15 || kind == 30 || kind == 31) {
+        auto* entity = static_cast<CKwFEBase*>(object);
+        if (auto* forAnalysis = dynamic_cast<CKwAnalysis*>(entity)) {
+            r.analysis = forAnalysis; // a "(new ...)" item
+            r.object = nullptr;
+        } else {
+            r.analysis = KwAnalysisOfSetup(m_model.get(), entity);
+        }
+    }
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)
@@ -597,5 +717,10 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
                 if (s == object || s->GetNonlinearSetup() == object)
                     r.analysis = a;
     }
+    // A new subcase and the analysis setups are the analysis's they stand under.
+    if (kind == 8 || kind == 29 || kind == 32)
+        if (QTreeWidgetItem* p = item->parent();
+            p && p->data(0, HostActionRole).toInt() == ActionCurrentAnalysis)
+            r.analysis = m_model->m_analyses.value(p->data(0, ObjectRole).toInt());
     LaunchDialog(&r);
 }

@@ -97,7 +97,7 @@ void CKwMFCUIBase::publishPickMask()
         return;
     CKwMFCNodeElemSelectionBox* active = GetActiveSelectionBox();
     if (view->GetSelectionHandler()->GetActiveDialog() == this)
-        view->GetSelectionHandler()->SetFilter(active ? active->GetPickMask() : 0);
+        view->GetSelectionHandler()->SetFilter(active ? active->GetPickMask() : PickMaskWithoutBox());
 }
 
 void CKwMFCUIBase::AddEntitiesToSelectionBox(const QList<CKwUIEntity*>* entities,

@@ -158,6 +158,9 @@ protected:
     virtual void OnTypeLeaving(int oldType) {}
     // The type changed and its panel is shown: the editor's advisories.
     virtual void OnTypeChanged(int type) {}
+    // What the view picks for an editor while none of its selection boxes is active (an editor
+    // that takes its picks without a box says so here); nothing by default.
+    virtual unsigned PickMaskWithoutBox() const { return 0; }
 
     // Handlers of the view's events; editors may override them. Each returns the result given
     // back to the view.

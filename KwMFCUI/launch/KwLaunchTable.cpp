@@ -2,10 +2,12 @@
 #include "KwControls.h"
 
 #include "CKwAboutDlg.h"
+#include "CKwLicenseTypeDlg.h"
 #include "CKwFEBase.h"
 #include "CKwMFCUIMeshConvergencePlot.h"
 #include "CKwMFCUILoad.h"
 #include "CKwMFCUIMaterial.h"
+#include "KwModelEditorsLaunch.h"
 #include "CKwMFCUIMeshQuality.h"
 #include "CKwMeshModel.h"
 #include "CKwMFCUIPhysicalProperty.h"
@@ -21,15 +23,30 @@
 #include "CKwSubCase.h"
 #include "CKwiCKAddin.h"
 #include "KwLaunchRules.h"
+#include "KwLaunchStudies.h"
 #include "KwStatusWindows.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
 #include "CKwXYPlot.h"
 #include "CKwXYPlotDlg.h"
+#include "CKwAnalysis.h"
+#include "CKwElementDeletion.h"
+#include "CKwMFCUIElementDeletion.h"
+#include "CKwMFCUIMaterialOrientation.h"
+#include "CKwMFCUIMeshControl.h"
+#include "CKwMFCUISurfaceContact.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
+#include "CKwMFCUIDamping.h"
+#include "CKwMFCUISolutionFrequency.h"
+#include "CKwMFCUISpectrumSetup.h"
+#include "KwSetupFactories.h"
 
 namespace {
 
 CKwMFCDialog* makeAbout(const KwLaunchArgs&) { return new CKwAboutDlg(); }
+CKwMFCDialog* makeLicenseType(const KwLaunchArgs&) { return new CKwLicenseTypeDlg(); }
 CKwMFCDialog* makeTechPreview(const KwLaunchArgs& a) { return new CKwMFCUITechPreview(a.view); }
 
 // The object is a model entity; anything but a nonlinear setup opens nothing.
@@ -147,6 +164,68 @@ CKwMFCDialog* openXYPlot(const KwLaunchArgs& a)
     return dlg;
 }
 
+// Kinds 6 and 54 find their context in the 101st 64-bit word of `extra`: a model entity, or
+// nothing when `extra` is null.
+CKwFEBase* extraWord101(const KwLaunchArgs& a)
+{
+    const auto* words = static_cast<void* const*>(a.extra);
+    return words ? static_cast<CKwFEBase*>(words[100]) : nullptr;
+}
+
+// Kind 3: object is the mesh control to edit (anything else edits a new one), `extra` the
+// entities picked before (a QList<CKwUIEntity*>, may be null).
+CKwMFCDialog* makeMeshControl(const KwLaunchArgs& a)
+{
+    auto* control = dynamic_cast<CKwMeshLocal*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUIMeshControl(a.view, static_cast<const QList<CKwUIEntity*>*>(a.extra),
+                                        control, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 6: object is the orientation to edit (anything else edits a new one); the word of
+// `extra` is the shell property a new one is made for.
+CKwMFCDialog* makeMaterialOrientation(const KwLaunchArgs& a)
+{
+    auto* orientation = dynamic_cast<CKwMaterialOrient*>(static_cast<CKwFEBase*>(a.object));
+    auto* property = dynamic_cast<CKwPhysicalProperty*>(extraWord101(a));
+    auto* dlg = new CKwMFCUIMaterialOrientation(a.view, property, orientation, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 54: object is the deletion to edit (anything else edits a new one); the word of
+// `extra` is the explicit analysis a new one belongs to.
+CKwMFCDialog* makeElementDeletion(const KwLaunchArgs& a)
+{
+    auto* deletion = dynamic_cast<CKwElementDeletion*>(static_cast<CKwFEBase*>(a.object));
+    auto* analysis = dynamic_cast<CKwAnalysis*>(extraWord101(a));
+    auto* dlg = new CKwMFCUIElementDeletion(a.view, analysis, deletion, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 12: object is the contact to edit (anything else edits a new one, of the option's
+// kind).
+CKwMFCDialog* makeSurfaceContact(const KwLaunchArgs& a)
+{
+    auto* contact = dynamic_cast<CKwSurfaceContact*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new CKwMFCUISurfaceContact(a.view, contact, a.analysis,
+                                           static_cast<int>(a.option), a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kinds 15, 30 and 31: object is the damping, spectrum setup or solution frequencies to edit
+// (anything else edits a new one, which belongs to the request's analysis).
+template <class Editor, class Entity> CKwMFCDialog* makeAnalysisSetup(const KwLaunchArgs& a)
+{
+    auto* entity = dynamic_cast<Entity*>(static_cast<CKwFEBase*>(a.object));
+    auto* dlg = new Editor(entity, a.view, a.units, a.analysis);
+    dlg->Create();
+    return dlg;
+}
+
 using H = KwLaunchHow;
 namespace R = KwLaunchRules;
 constexpr bool kShowsResults = true;
@@ -158,18 +237,18 @@ const KwLaunchEntry kTable[] = {
     {0, "CKwMFCUILoad", 370, H::Modeless, makeLoad},
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, makeMaterial, R::UnlessOpenMaterialEditorTakesIt},
-    {3, "CKwMFCUIMeshControl", 359, H::Modeless, nullptr},
+    {3, "CKwMFCUIMeshControl", 359, H::Modeless, makeMeshControl},
     {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
-    {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, nullptr},
+    {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, makeMaterialOrientation},
     {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsValidResults, kShowsResults},
-    {8, "CKwMFCUISubcase", 357, H::Modeless, nullptr},
+    {8, "CKwMFCUISubcase", 357, H::Modeless, KwMakeSubcase},
     {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, makeMeshQuality},
-    {12, "CKwMFCUISurfaceContact", 360, H::Modeless, nullptr},
-    {13, "CKwMFCUIConMass", 353, H::Modeless, nullptr},
-    {14, "CKwMFCUIConnector", 7001, H::Modeless, nullptr},
-    {15, "CKwMFCUIDamping", 361, H::Modeless, nullptr},
-    {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, nullptr},
-    {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, nullptr},
+    {12, "CKwMFCUISurfaceContact", 360, H::Modeless, makeSurfaceContact},
+    {13, "CKwMFCUIConMass", 353, H::Modeless, KwMakeConMass},
+    {14, "CKwMFCUIConnector", 7001, H::Modeless, KwMakeConnector},
+    {15, "CKwMFCUIDamping", 361, H::Modeless, makeAnalysisSetup<CKwMFCUIDamping, CKwDamping>},
+    {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, KwLaunchStudies::MakeOptimObjective},
+    {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, KwLaunchStudies::MakeOptimVariable},
     {19, "", 0, H::Ignored, nullptr},
     {21, "CKwMFCUIReverseNormals", 7011, H::Modeless, nullptr},
     {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
@@ -178,12 +257,14 @@ const KwLaunchEntry kTable[] = {
     {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
     {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
-    {28, "CKwMFCUICoordSystem", 7012, H::Modeless, nullptr},
-    {29, "CKwMFCUITimeStep", 7008, H::Modeless, nullptr},
-    {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner, nullptr},
-    {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner, nullptr},
-    {32, "CKwMFCUIModalSetup", 7007, H::Modeless, nullptr},
-    {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, nullptr},
+    {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},
+    {29, "CKwMFCUITimeStep", 7008, H::Modeless, KwMakeTimeStep},
+    {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner,
+     makeAnalysisSetup<CKwMFCUISpectrumSetup, CKwSpectrumSetup>},
+    {31, "CKwMFCUISolutionFrequency", 7015, H::ModelessHoldOwner,
+     makeAnalysisSetup<CKwMFCUISolutionFrequency, CKwSolutionFrequency>},
+    {32, "CKwMFCUIModalSetup", 7007, H::Modeless, KwMakeModalSetup},
+    {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, KwLaunchStudies::MakeImpactAnalysis},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},
     {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
     {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
@@ -197,16 +278,16 @@ const KwLaunchEntry kTable[] = {
     {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr, R::NeedsObject},
     {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
-    {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, nullptr},
+    {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, KwMakeNonlinearSetup},
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
-    {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, nullptr},
-    {55, "CKwMFCUIEndRelease", 7231, H::Modeless, nullptr},
-    {56, "CKwFatigueSetupDialog", 0, H::Modeless, nullptr},
+    {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, makeElementDeletion},
+    {55, "CKwMFCUIEndRelease", 7231, H::Modeless, KwMakeEndRelease},
+    {56, "CKwFatigueSetupDialog", 0, H::Modeless, KwLaunchStudies::MakeFatigueSetup},
     {68, "display preferences", 0, H::Modal, nullptr},
     {70, "CKwMsgDialog", 1150, H::Modal, makeMsgDialog},
     {82, "", 0, H::Message, R::DeliverStatusMessage},
     {83, "", 0, H::Message, R::RunMessageBox},
-    {85, "licence type", 7306, H::Modal, nullptr},
+    {85, "CKwLicenseTypeDlg", 7306, H::Modal, makeLicenseType},
     {86, "CKwMFCUIStressLinearization", 7319, H::Modeless, nullptr, nullptr, kShowsResults},
     {87, "CKwMFCUITechPreview", 7322, H::Modal, makeTechPreview},
     {88, "CKwMFCUIMeshConvergence", 0, H::Modeless, nullptr},

@@ -3,6 +3,8 @@
 #include "CKwFEBase.h"
 #include "CKwLoad.h"
 #include "CKwMeshModel.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwPlot.h"
@@ -11,6 +13,9 @@
 #include "KwSolverResults.h"
 #include "CKwUIEntity.h"
 #include "KwNumbers.h"
+
+// The owned settings of particular analysis types (CKwStudyEntities.cpp).
+void KwDeleteAnalysisSettings(CKwAnalysis& analysis);
 
 #include <cmath>
 
@@ -92,7 +97,11 @@ CKwAnalysis::CKwAnalysis(int id, const QString& name, int typeCode)
 {
 }
 
-CKwAnalysis::~CKwAnalysis() { qDeleteAll(m_subcases); }
+CKwAnalysis::~CKwAnalysis()
+{
+    qDeleteAll(m_subcases);
+    KwDeleteAnalysisSettings(*this);
+}
 
 CKwSubCase* CKwAnalysis::AddSubCase(CKwSubCase* subcase)
 {

@@ -1,6 +1,14 @@
 #include "CKwFEModel.h"
+#include "CKwFatigueSetup.h"
+#include "CKwImpactWizard.h"
+#include "CKwOptimObjective.h"
+#include "CKwOptimVariable.h"
 
 #include "CKwAnalysis.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwCoordinateSystem.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
@@ -10,14 +18,30 @@
 #include "CKwPlot.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwTable.h"
 #include "CKwXYPlot.h"
 #include "CKwUIEntity.h"
+#include "CKwElementDeletion.h"
+#include "CKwMaterialOrient.h"
+#include "CKwMeshLocal.h"
+#include "CKwSurfaceContact.h"
 
 CKwFEModel::CKwFEModel(int id, const QString& name) : CKwFEBase(id, name) {}
 
 CKwFEModel::~CKwFEModel()
 {
+    qDeleteAll(m_coordSystems);
+    qDeleteAll(m_connectors);
+    qDeleteAll(m_conMasses);
+    qDeleteAll(m_surfaceContacts);
+    qDeleteAll(m_elementDeletions);
+    qDeleteAll(m_materialOrients);
+    qDeleteAll(m_meshControls);
+    qDeleteAll(m_solutionFrequencies);
+    qDeleteAll(m_spectrumSetups);
+    qDeleteAll(m_dampings);
     qDeleteAll(m_xyPlots);
     qDeleteAll(m_tables);
     qDeleteAll(m_plots);
@@ -227,9 +251,62 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     auto* fatigue = new CKwAnalysis(6, QStringLiteral("Fatigue"), CKwAnalysis::Fatigue);
     fatigue->AddSubCase(new CKwSubCase(1, QStringLiteral("Load cycle")));
 
-    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn, fatigue}) {
+    // The explicit analysis is a drop test with its impact, the fatigue analysis has its setup,
+    // and an optimization study thins the cover plate within a mass objective.
+    auto* drop = new CKwImpactWizard(1, QStringLiteral("Drop from 1 m"));
+    drop->m_translation = {0.0, 0.0, -0.05};
+    drop->m_velocity = 4.43; // about a free fall from 1 m
+    drop->m_planeDistance = 0.002;
+    drop->m_duration = 0.004;
+    explicitDyn->SetImpactWizard(drop);
+    auto* cycles = new CKwFatigueSetup(1, QStringLiteral("Fatigue setup"));
+    cycles->m_cycles = 2e6;
+    cycles->m_loading = CKwFatigueSetup::ZeroBased;
+    cycles->m_meanStress = CKwFatigueSetup::Goodman;
+    fatigue->SetFatigueSetup(cycles);
+    auto* study = new CKwAnalysis(7, QStringLiteral("Optimization"), CKwAnalysis::Optimization);
+    study->AddSubCase(new CKwSubCase(1, QStringLiteral("Service load")));
+    auto* lightest = new CKwOptimObjective(1, QStringLiteral("Lightest cover"));
+    lightest->m_goal = CKwOptimObjective::Minimize;
+    lightest->m_response = CKwOptimObjective::Mass;
+    study->m_objectives.append(lightest);
+    auto* plate = new CKwOptimVariable(1, QStringLiteral("Cover plate thickness"));
+    plate->m_propertyId = 1; // the shell "Cover plate 3 mm"
+    plate->m_parameter = 0;
+    plate->m_lower = 0.001;
+    plate->m_upper = 0.006;
+    plate->m_initial = 0.003;
+    plate->m_step = 0.0005;
+    study->m_variables.append(plate);
+
+    for (CKwAnalysis* a : {linear, nlStatic, nlTransient, spectrum, explicitDyn, fatigue, study}) {
         a->SetMesh(m->m_mesh);
         m->m_analyses.append(a);
+    }
+    // The setups of the analyses: stepping and output of the nonlinear subcases, the thermal
+    // subcase, the transient's time intervals, and a modal analysis with its modal setup.
+    {
+        setup1->m_increments = 20;
+        setup1->m_outputEvery = 2;
+        setup2->m_increments = 500;
+        setup2->m_timeIncrement = 2e-4;
+        setup2->m_outputEvery = 10;
+        setup2->m_followerForces = true;
+        linear->GetSubCases().at(1)->m_thermal = true;
+        auto* steps = new CKwTimeStep();
+        steps->m_intervals = {{200, 1e-4, 5}, {300, 5e-4, 10}};
+        nlTransient->SetTimeStep(steps);
+        auto* modal = new CKwAnalysis(static_cast<int>(m->m_analyses.size()) + 1,
+                                      QStringLiteral("Modal"), CKwAnalysis::Modal);
+        modal->AddSubCase(new CKwSubCase(1, QStringLiteral("Free vibration")));
+        auto* modes = new CKwModalSetup();
+        modes->m_modeCount = 12;
+        modes->m_useBand = true;
+        modes->m_lowerFrequency = 1.0;
+        modes->m_upperFrequency = 2000.0;
+        modal->SetModalSetup(modes);
+        modal->SetMesh(m->m_mesh);
+        m->m_analyses.append(modal);
     }
     auto* stress = new CKwPlot(1, QStringLiteral("Von Mises stress"), linear);
     stress->TurnPlotDisplayOn();
@@ -267,5 +344,108 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
         history->AddValue({1, t, 0.0012 * t});
     }
     m->m_xyPlots = {history};
+
+    // A point mass on a corner, a bolt between two edges, a cylindrical system along the
+    // block and pinned ends on the stiffener's beams.
+    auto* mass = new CKwConMass(1, QStringLiteral("Sensor housing"));
+    mass->m_mass = 0.85;
+    mass->m_inertia = {1.2e-4, 1.2e-4, 0.8e-4};
+    mass->m_offset = {0, 0, 0.015};
+    mass->m_entities.append(m->FindGeometry(CKwUIEntity::Vertex, 3));
+    m->m_conMasses = {mass};
+    auto* bolt = new CKwConnector(1, QStringLiteral("M8 bolt"));
+    bolt->m_type = CKwConnector::Bolt;
+    bolt->m_end1.append(m->FindGeometry(CKwUIEntity::Edge, 3));
+    bolt->m_end2.append(m->FindGeometry(CKwUIEntity::Edge, 9));
+    bolt->m_materialId = 1;
+    bolt->m_diameter = 0.008;
+    bolt->m_headDiameter = 0.013;
+    bolt->m_preload = 12000.0;
+    bolt->m_friction = 0.15;
+    m->m_connectors = {bolt};
+    auto* bore = new CKwCoordinateSystem(1, QStringLiteral("Bore axis"));
+    bore->m_type = CKwCoordinateSystem::Cylindrical;
+    bore->m_origin = {0, 0.025, 0.02};
+    bore->m_zAxis = {1, 0, 0};
+    bore->m_xAxis = {0, 1, 0};
+    m->m_coordSystems = {bore};
+    m->m_coordinateSystems.append(bore->GetName());
+    for (int beam : {2001, 2008})
+        m->m_mesh->SetEndRelease(beam, beam == 2001 ? CKwMeshModel::EndRelease{0x30, 0}
+                                                    : CKwMeshModel::EndRelease{0, 0x30});
+    // The cover of quadrilaterals and triangles lies on the top face.
+    m->m_shellFaceIds = {2};
+    // Finer elements along the loaded end's edges, and a fixed division of a top edge.
+    auto* endSize = new CKwMeshLocal(1, QStringLiteral("Loaded end refinement"));
+    endSize->m_elementSize = 0.002;
+    endSize->m_entities << m->FindGeometry(CKwUIEntity::Face, 6)
+                        << m->FindGeometry(CKwUIEntity::Edge, 2);
+    auto* edgeCount = new CKwMeshLocal(2, QStringLiteral("Top edge divisions"));
+    edgeCount->m_elementCount = 16;
+    edgeCount->m_entities << m->FindGeometry(CKwUIEntity::Edge, 1);
+    m->m_meshControls = {endSize, edgeCount};
+    auto* orient = new CKwMaterialOrient(1, QStringLiteral("Cover fibre direction"));
+    orient->m_method = CKwMaterialOrient::FromEdge;
+    orient->m_faces << m->FindGeometry(CKwUIEntity::Face, 2);
+    orient->m_edge = m->FindGeometry(CKwUIEntity::Edge, 1);
+    orient->m_propertyId = shell->GetID();
+    m->m_materialOrients = {orient};
+    auto* deletion = new CKwElementDeletion(1, QStringLiteral("Cover failure"));
+    deletion->m_analysisId = explicitDyn->GetID();
+    CKwElementDeletion::PropertyCriteria cover;
+    cover.propertyId = shell->GetID();
+    cover.on[CKwElementDeletion::PlasticStrain] = true;
+    cover.limit[CKwElementDeletion::PlasticStrain] = 0.15;
+    cover.on[CKwElementDeletion::PrincipalStress] = true;
+    cover.limit[CKwElementDeletion::PrincipalStress] = 3.1e8;
+    deletion->m_criteria << cover;
+    m->m_elementDeletions = {deletion};
+    auto* contact = new CKwSurfaceContact(1, QStringLiteral("Cover on bracket"));
+    contact->m_kind = CKwSurfaceContact::Separating;
+    contact->m_friction = 0.15;
+    contact->m_master << m->FindGeometry(CKwUIEntity::Face, 2);
+    contact->m_slave << m->FindGeometry(CKwUIEntity::Face, 3);
+    m->m_surfaceContacts = {contact};
+    // A frequency response with its solution frequencies and damping, and the response
+    // spectrum's design spectrum (pseudo-acceleration in m/s² over hertz).
+    {
+        auto* harmonic = new CKwAnalysis(CKwFEModel::NextId(m->m_analyses),
+                                         QStringLiteral("Frequency Response"),
+                                         CKwAnalysis::FrequencyResponse);
+        harmonic->AddSubCase(new CKwSubCase(1, QStringLiteral("Harmonic load")));
+        harmonic->SetMesh(m->m_mesh);
+        m->m_analyses.append(harmonic);
+        auto* frequencies = new CKwSolutionFrequency(1, QStringLiteral("Sweep 1 to 500 Hz"));
+        frequencies->m_analysisId = harmonic->GetID();
+        frequencies->m_method = CKwSolutionFrequency::Range;
+        frequencies->m_rangeStart = 1.0;
+        frequencies->m_rangeEnd = 500.0;
+        frequencies->m_rangeIncrements = 50;
+        frequencies->m_rangeSpacing = CKwSolutionFrequency::Logarithmic;
+        frequencies->m_discrete = {10.0, 50.0, 120.0};
+        m->m_solutionFrequencies.append(frequencies);
+        auto* damping = new CKwDamping(1, QStringLiteral("Structural damping"));
+        damping->m_analysisId = harmonic->GetID();
+        damping->m_structuralG = 0.04;
+        damping->m_alpha = 0.5;
+        damping->m_beta = 2.0e-5;
+        damping->m_modal = true;
+        damping->m_modalTableId = 4; // "Damping vs frequency"
+        m->m_dampings.append(damping);
+
+        const int spectrumTable = CKwFEModel::NextId(m->m_tables);
+        table(spectrumTable, "Design spectrum", CKwTable::FrequencyTable,
+              {{0.1, 0.8}, {0.5, 2.5}, {2.5, 9.0}, {10, 9.0}, {33, 3.9}, {100, 3.9}});
+        for (CKwAnalysis* a : m->m_analyses)
+            if (a->GetAnalysisTypeCode() == CKwAnalysis::ResponseSpectrum) {
+                auto* spectrumSetup = new CKwSpectrumSetup(1, QStringLiteral("Horizontal X"));
+                spectrumSetup->m_analysisId = a->GetID();
+                spectrumSetup->m_tableId = spectrumTable;
+                spectrumSetup->m_direction = CKwSpectrumSetup::X;
+                spectrumSetup->m_combination = CKwSpectrumSetup::CQC;
+                m->m_spectrumSetups.append(spectrumSetup);
+                break;
+            }
+    }
     return m;
 }

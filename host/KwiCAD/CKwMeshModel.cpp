@@ -78,6 +78,7 @@ CKwMeshModel& CKwMeshModel::operator=(const CKwMeshModel& other)
     std::copy(std::begin(other.m_checkLimit), std::end(other.m_checkLimit), m_checkLimit);
     m_groups = other.m_groups;
     m_groupCounter = other.m_groupCounter;
+    m_endReleases = other.m_endReleases;
     return *this;
 }
 
@@ -149,6 +150,27 @@ void CKwMeshModel::Clear()
     m_connectivity.clear();
     m_elementIndex.clear();
     m_groups.clear();
+    m_endReleases.clear();
+}
+
+bool CKwMeshModel::SetEndRelease(int elementId, EndRelease release)
+{
+    const int index = ElementIndex(elementId);
+    if (index < 0 || ElementType(static_cast<std::size_t>(index)) != Beam2)
+        return false;
+    release.endA &= AllDofs;
+    release.endB &= AllDofs;
+    if (release == EndRelease{})
+        m_endReleases.erase(elementId);
+    else
+        m_endReleases[elementId] = release;
+    return true;
+}
+
+CKwMeshModel::EndRelease CKwMeshModel::GetEndRelease(int elementId) const
+{
+    const auto it = m_endReleases.find(elementId);
+    return it == m_endReleases.end() ? EndRelease{} : it->second;
 }
 
 void CKwMeshModel::BuildBlock(int nx, int ny, int nz, double lx, double ly, double lz)

@@ -60,6 +60,8 @@ const UnitRow kRows[] = {
     {KwUnitKind::Power, {1, 1e3, 1 / (kLbf * kIn)}, {0, 0, 0}, {"W", "mW", "lbf·in/s"}},
     {KwUnitKind::AngularAcceleration, {1, 1, 1}, {0, 0, 0}, {"rad/s²", "rad/s²", "rad/s²"}},
     {KwUnitKind::Compliance, {1, 1e6, kPsi}, {0, 0, 0}, {"1/Pa", "1/MPa", "1/psi"}},
+    {KwUnitKind::MassMomentOfInertia, {1, 1e3, 1 / (kSlinch * kIn * kIn)}, {0, 0, 0},
+     {"kg·m²", "t·mm²", "lbf·s²·in"}},
 };
 
 QString label(const char* utf8) { return QString::fromUtf8(utf8); }

@@ -9,7 +9,8 @@ namespace {
 bool isUse(const CKwTable* t, int use)
 {
     return (use == Time && t->GetTableType() == CKwTable::TimeCurve) ||
-           (use == Temperature && t->GetTableType() == CKwTable::TemperatureTable);
+           (use == Temperature && t->GetTableType() == CKwTable::TemperatureTable) ||
+           (use == Frequency && t->GetTableType() == CKwTable::FrequencyTable);
 }
 } // namespace
 
@@ -38,11 +39,10 @@ bool Exists(const CKwFEModel* model, int id, int use) { return Find(model, id, u
 
 int Add(CKwFEModel* model, int use, const QString& name)
 {
-    if (!model || (use != Time && use != Temperature))
+    if (!model || (use != Time && use != Temperature && use != Frequency))
         return 0;
     const int id = CKwFEModel::NextId(model->m_tables);
-    model->m_tables.append(new CKwTable(
-        id, name, use == Time ? CKwTable::TimeCurve : CKwTable::TemperatureTable));
+    model->m_tables.append(new CKwTable(id, name, static_cast<CKwTable::TableType>(use)));
     return id;
 }
 

@@ -297,9 +297,11 @@ TEST_F(MaterialEditor, nonlinearDataAndPPFAAdvisoriesFollowTheSampleAnalyses)
     const QString later = "PPFA data will not be applicable until a Nonlinear analysis has "
                           "been selected.";
     const QList<CKwAnalysis*>& analyses = host.model->m_analyses;
-    ASSERT_EQ(analyses.size(), 6);
-    const bool nonlinear[] = {false, true, true, false, false, false};
-    for (int i = 0; i < 6; ++i) {
+    // Linear static, nonlinear static and transient, response spectrum, explicit, fatigue,
+    // optimization, modal, frequency response.
+    const bool nonlinear[] = {false, true, true, false, false, false, false, false, false};
+    ASSERT_EQ(analyses.size(), std::ssize(nonlinear));
+    for (int i = 0; i < std::ssize(nonlinear); ++i) {
         SCOPED_TRACE(analyses.at(i)->GetName().toStdString());
         // A new material: no thermal values, so explicit analyses add no thermal advisory.
         DialogLaunchRequest r = host.Request(2);
@@ -343,7 +345,7 @@ TEST_F(MaterialEditor, fatigueAdvisoryOnlyWhenNoFatigueAnalysisIsSelected)
     const QString advisory = "Material fatigue data will not be applicable until a fatigue "
                              "analysis has been selected.";
     const QList<CKwAnalysis*> analyses = host.model->m_analyses;
-    ASSERT_EQ(analyses.size(), 6);
+    ASSERT_EQ(analyses.size(), 9);
     ASSERT_EQ(analyses.at(0)->GetAnalysisTypeCode(), CKwAnalysis::LinearStatic);
     ASSERT_TRUE(analyses.at(5)->IsFatigueAnalysis());
     struct Case

@@ -91,7 +91,7 @@ TEST_F(RestraintEditor, opensOnTheExistingConstraintWithEveryFieldFilled)
     EXPECT_EQ(lines(d->GetSelectionBox()), QStringList{"Face 5 (Left)"});
     EXPECT_EQ(d->GetDofMask(), 0x3Fu);
     EXPECT_EQ(KwControl<QComboBox>(d, 1417)->currentIndex(), 0);
-    EXPECT_EQ(KwControl<QComboBox>(d, 1487)->count(), 3);
+    EXPECT_EQ(KwControl<QComboBox>(d, 1487)->count(), 4); // the global three and "Bore axis"
     EXPECT_EQ(KwControl<QComboBox>(d, 1487)->currentIndex(), 2);
     EXPECT_EQ(KwControl<QSlider>(d, 1728)->value(), 4);
     auto* density = KwControl<QSlider>(d, 1730);

@@ -1,7 +1,13 @@
 // The reference host's view (dialog stack, toolbar, bubbles) and model queries.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwDynamicsSetup.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwFEModel.h"
+#include "CKwOptimVariable.h"
+#include "CKwPhysicalProperty.h"
+#include "KwTableLookup.h"
 #include "CKwMeshModel.h"
 #include "CKwPlot.h"
 #include "CKwSubCase.h"
@@ -74,14 +80,14 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_properties.size(), 2);
     EXPECT_EQ(m->m_restraints.size(), 1);
     EXPECT_EQ(m->m_loads.size(), 6);
-    ASSERT_EQ(m->m_analyses.size(), 6);
+    ASSERT_EQ(m->m_analyses.size(), 9);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Tet4), 192u);
     EXPECT_EQ(m->m_mesh->CountOfType(CKwMeshModel::Beam2), 8u);
     EXPECT_TRUE(m->m_mesh->HasNode(81));
     const CKwAnalysis* linear = m->m_analyses.at(0);
     ASSERT_NE(linear->GetFirstValidSubcaseInAnalysisResults(), nullptr);
     EXPECT_EQ(linear->GetFirstValidSubcaseInAnalysisResults()->GetID(), 1);
-    for (int i = 1; i < 6; ++i) {
+    for (int i = 1; i < int(m->m_analyses.size()); ++i) {
         const CKwAnalysis* a = m->m_analyses.at(i);
         EXPECT_FALSE(a->HasResultSet());
         EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults(), nullptr);
@@ -92,8 +98,40 @@ TEST(Model, sampleModelHasWhatTheDialogsOpenOn)
     EXPECT_EQ(m->m_analyses.at(3)->GetAnalysisTypeCode(), CKwAnalysis::ResponseSpectrum);
     EXPECT_TRUE(m->m_analyses.at(4)->IsExplicitAnalysis());
     // Fatigue data of materials waits for this one; no other analysis takes it.
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < int(m->m_analyses.size()); ++i)
         EXPECT_EQ(m->m_analyses.at(i)->IsFatigueAnalysis(), i == 5) << i;
+    // The drop test has its impact, the fatigue analysis its setup, the study an objective
+    // and a variable on a property of the model; no other analysis holds any of them.
+    for (int i = 0; i < int(m->m_analyses.size()); ++i) {
+        const CKwAnalysis* a = m->m_analyses.at(i);
+        EXPECT_EQ(a->GetImpactWizard() != nullptr, i == 4) << i;
+        EXPECT_EQ(a->GetFatigueSetup() != nullptr, i == 5) << i;
+        EXPECT_EQ(a->m_objectives.size() + a->m_variables.size(), i == 6 ? 2 : 0) << i;
+    }
+    const CKwOptimVariable* v = m->m_analyses.at(6)->m_variables.first();
+    EXPECT_GT(CKwOptimVariable::ParameterCount(m->m_properties.at(0)), v->m_parameter);
+    EXPECT_EQ(m->m_properties.at(0)->GetID(), v->m_propertyId);
+    EXPECT_TRUE(v->m_lower <= v->m_initial && v->m_initial <= v->m_upper);
+    // The frequency response holds its solution frequencies and damping; the response
+    // spectrum its spectrum, on a frequency table of the model.
+    const CKwAnalysis* harmonic = m->m_analyses.at(8);
+    EXPECT_EQ(harmonic->GetAnalysisTypeCode(), CKwAnalysis::FrequencyResponse);
+    ASSERT_EQ(m->m_solutionFrequencies.size(), 1);
+    ASSERT_EQ(m->m_dampings.size(), 1);
+    ASSERT_EQ(m->m_spectrumSetups.size(), 1);
+    EXPECT_EQ(m->m_solutionFrequencies.first()->m_analysisId, harmonic->GetID());
+    EXPECT_EQ(m->m_dampings.first()->m_analysisId, harmonic->GetID());
+    EXPECT_EQ(m->m_spectrumSetups.first()->m_analysisId, m->m_analyses.at(3)->GetID());
+    EXPECT_NE(KwTableLookup::Find(m.get(), m->m_spectrumSetups.first()->m_tableId,
+                                  KwTableLookup::Frequency),
+              nullptr);
+    EXPECT_NE(KwTableLookup::Find(m.get(), m->m_dampings.first()->m_modalTableId,
+                                  KwTableLookup::Frequency),
+              nullptr);
+    // The modal analysis holds its modal setup, the transient its time steps.
+    EXPECT_EQ(m->m_analyses.at(7)->GetAnalysisTypeCode(), CKwAnalysis::Modal);
+    EXPECT_NE(m->m_analyses.at(7)->GetModalSetup(), nullptr);
+    EXPECT_NE(m->m_analyses.at(2)->GetTimeStep(), nullptr);
     EXPECT_TRUE(linear->IsValidUserId(1));
     EXPECT_TRUE(linear->IsValidUserId(81));
     EXPECT_FALSE(linear->IsValidUserId(82));

@@ -1,6 +1,10 @@
 // A tiny host: a sample model on a view, and a hidden constraint editor opened through the
-// installed entry point. Exit code 0 when exactly that one window came up.
+// installed entry point; then the impact editor built directly from its exported class.
+// Exit code 0 when exactly the one window came up and the impact editor showed its impact.
 #include "CFMView.h"
+#include "CKwAnalysis.h"
+#include "CKwImpactWizard.h"
+#include "CKwMFCUIImpactAnalysis.h"
 #include "CKwFEModel.h"
 #include "KW_UOM.h"
 #include "KwMFCUIEntry.h"
@@ -31,5 +35,20 @@ int main(int argc, char** argv)
             delete w;
         }
     std::printf("windows added: %d, shown: %d\n", added, shown);
-    return added == 1 && shown == 0 ? 0 : 1;
+
+    // The impact editor as a host builds it: on the explicit analysis's impact.
+    CKwAnalysis* drop = nullptr;
+    for (CKwAnalysis* a : model->m_analyses)
+        if (a->GetImpactWizard())
+            drop = a;
+    bool impactShown = false;
+    if (drop) {
+        auto* dlg = new CKwMFCUIImpactAnalysis(drop->GetImpactWizard(), drop, &view, &units);
+        dlg->Create();
+        impactShown = dlg->GetTemplateId() == 7036 && dlg->GetObject() == drop->GetImpactWizard() &&
+                      *dlg->GetEditObject() == *drop->GetImpactWizard();
+        dlg->DestroyWindow();
+    }
+    std::printf("impact editor built directly: %s\n", impactShown ? "yes" : "no");
+    return added == 1 && shown == 0 && impactShown ? 0 : 1;
 }

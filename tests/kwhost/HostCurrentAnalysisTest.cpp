@@ -52,7 +52,7 @@ TEST(HostCurrentAnalysis, menuAndTreeChooseTheAnalysisTheMaterialEditorOpensFor)
     kwtest::IsolateSettings();
     KwHostWindow host;
     const QList<CKwAnalysis*>& analyses = host.Model()->m_analyses;
-    ASSERT_EQ(analyses.size(), 6);
+    ASSERT_EQ(analyses.size(), 9);
     EXPECT_EQ(host.CurrentAnalysis(), analyses.first());
     // Every analysis of the model is offered; the first is checked.
     for (CKwAnalysis* a : analyses) {

@@ -1,5 +1,5 @@
-// What a host can reach in the shared library: the four C entries, and nothing of the
-// library's internals.
+// What a host can reach in the shared library: the four C entries, the exported dialog
+// classes, and nothing of the library's internals.
 #include "KwMFCUIEntry.h"
 
 #include <dlfcn.h>
@@ -14,6 +14,10 @@ TEST(ExportedSurface, offersTheFourEntriesAndHidesInternals)
     for (const char* entry : {"LaunchDialog", "CreateKwDialog", "DeleteKwDialog",
                               "CallKwDialogFunction"})
         EXPECT_NE(dlsym(lib, entry), nullptr) << entry;
+    // The impact editor's constructor, for hosts that build it directly.
+    EXPECT_NE(dlsym(lib, "_ZN22CKwMFCUIImpactAnalysisC1EP15CKwImpactWizardP11CKwAnalysisP7CFMView"
+                         "P6KW_UOMP7QWidget"),
+              nullptr);
     // Internal helpers of the dispatch and the module scope stay hidden.
     for (const char* hidden : {"_Z17KwFindLaunchEntryj", "_ZN13KwModuleScopeC1Ev",
                                "_ZN15KwStatusWindows6CreateEj"})

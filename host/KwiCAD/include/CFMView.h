@@ -73,6 +73,10 @@ public:
     CKwFrameWnd* GetFrameWnd() const { return m_frame.get(); }
     void SetFrameWindow(QWidget* window);
     KW_UOM* GetUnitHolder() const { return m_units; }
+    // The analysis the host has made current (its editors work for it); null when none. The
+    // host clears it before the analysis is deleted.
+    CKwAnalysis* GetCurrentAnalysis() const { return m_currentAnalysis; }
+    void SetCurrentAnalysis(CKwAnalysis* analysis) { m_currentAnalysis = analysis; }
     void SetUnitHolder(KW_UOM* units) { m_units = units; }
     CKwSelectionHandler* GetSelectionHandler() const { return m_selection.get(); }
     bool GetShowIDs() const { return m_showIds; }
@@ -148,6 +152,7 @@ private:
     CKwPlot* m_activePlot = nullptr;
     int m_clearCount = 0;
     CKwAnalysis* m_lastCleared = nullptr;
+    CKwAnalysis* m_currentAnalysis = nullptr;
     bool m_solverRunning = false;
     QString m_lastBubbleText;
     BubbleKind m_lastBubbleKind = BubbleNone;

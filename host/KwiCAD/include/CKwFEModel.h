@@ -15,7 +15,17 @@ class CKwPlot;
 class CKwRestraint;
 class CKwTable;
 class CKwXYPlot;
+class CKwMeshLocal;
+class CKwMaterialOrient;
+class CKwElementDeletion;
+class CKwSurfaceContact;
+class CKwDamping;
+class CKwSpectrumSetup;
+class CKwSolutionFrequency;
 class CKwUIEntity;
+class CKwConMass;
+class CKwConnector;
+class CKwCoordinateSystem;
 
 class KWICAD_EXPORT CKwFEModel : public CKwFEBase
 {
@@ -28,8 +38,10 @@ public:
 
     // The built-in sample model: a bracket part, a hexahedral mesh, two materials, a shell and
     // a beam property, a constraint, loads of several types, three tables they may depend on,
-    // and five analyses (linear static with results, nonlinear static and nonlinear transient
-    // with subcases and nonlinear setups, response spectrum, explicit dynamics).
+    // and analyses (linear static with results, nonlinear static and nonlinear transient
+    // with subcases and nonlinear setups, response spectrum, explicit dynamics as a drop test
+    // with its impact, fatigue with its setup, an optimization study with an objective and a
+    // design variable).
     static CKwFEModel* CreateSampleModel();
 
     QList<CKwUIEntity*> m_geometry;
@@ -44,6 +56,22 @@ public:
     // Tables and curves (time, temperature, frequency, stress-strain, general) and XY plots.
     QList<CKwTable*> m_tables;
     QList<CKwXYPlot*> m_xyPlots;
+    // Concentrated masses, connectors and the coordinate systems the user defined (their names
+    // also stand in m_coordinateSystems, after the built-in ones).
+    QList<CKwConMass*> m_conMasses;
+    QList<CKwConnector*> m_connectors;
+    QList<CKwCoordinateSystem*> m_coordSystems;
+    // Mesh controls, material orientations, element deletions and surface contacts; the faces
+    // (geometry ids) the mesh covers with shell elements.
+    QList<CKwMeshLocal*> m_meshControls;
+    QList<CKwMaterialOrient*> m_materialOrients;
+    QList<CKwElementDeletion*> m_elementDeletions;
+    QList<CKwSurfaceContact*> m_surfaceContacts;
+    QList<int> m_shellFaceIds;
+    // Settings of dynamic analyses, each naming its analysis by id.
+    QList<CKwDamping*> m_dampings;
+    QList<CKwSpectrumSetup*> m_spectrumSetups;
+    QList<CKwSolutionFrequency*> m_solutionFrequencies;
 
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.

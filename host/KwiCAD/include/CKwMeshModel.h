@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QString>
 #include <memory>
+#include <map>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -111,6 +112,23 @@ public:
     // Numbers default group names; goes up by one with every group added.
     int GetGroupCounter() const { return m_groupCounter; }
 
+    // --- beam end releases ---
+    // The degrees of freedom a beam element leaves free at its end A (first node) and end B,
+    // each a mask over TX TY TZ RX RY RZ (bit 0 = TX).
+    struct EndRelease
+    {
+        unsigned char endA = 0;
+        unsigned char endB = 0;
+        bool operator==(const EndRelease&) const = default;
+    };
+    static constexpr unsigned char AllDofs = 0x3F;
+    // Sets the release of a beam element; a release of nothing removes it. False (and nothing
+    // changed) for an element that does not exist or is no beam.
+    bool SetEndRelease(int elementId, EndRelease release);
+    EndRelease GetEndRelease(int elementId) const;
+    const std::map<int, EndRelease>& EndReleases() const { return m_endReleases; }
+    void ClearEndReleases() { m_endReleases.clear(); }
+
     // --- picking ---
     // The pickable object of a node or element; null for an unknown id.
     CKwUIEntity* NodeEntity(int id);
@@ -129,4 +147,5 @@ private:
     std::vector<ElementGroup> m_groups;
     int m_groupCounter = 1;
     std::unordered_map<long long, std::unique_ptr<CKwUIEntity>> m_entities;
+    std::map<int, EndRelease> m_endReleases;
 };

@@ -58,6 +58,17 @@ public:
     std::array<int, IntegerCount> m_integers;
     std::array<float, RealCount> m_reals;
 
+    // The solution itself: geometric nonlinearity, loads that turn with the structure, and the
+    // stepping. A static run applies the load in m_increments equal increments; a transient
+    // one takes m_increments time steps of m_timeIncrement seconds. Results are written every
+    // m_outputEvery increments.
+    bool m_largeDisplacement = true;
+    bool m_followerForces = false;
+    int m_increments = 10;
+    int m_outputEvery = 1;
+    double m_timeIncrement = 0.001;
+    bool IsTransient() const { return m_analysisType == 13; }
+
 private:
     int m_analysisType = 0;
     CKwSubCase* m_subcase = nullptr;

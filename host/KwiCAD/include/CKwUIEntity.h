@@ -23,10 +23,15 @@ public:
     // 32782, 4592), so that an editor that picks geometry never gets mesh entities.
     static unsigned FilterBitOf(Kind kind);
     static QString KindName(Kind kind);
+    // Edges and faces are straight or plane unless the part's geometry curves them (an arc,
+    // a fillet).
+    bool IsCurved() const { return m_curved; }
+    void SetCurved(bool curved) { m_curved = curved; }
 
 private:
     Kind m_kind;
     int m_id;
     QString m_label;
     int m_bodyId;
+    bool m_curved = false;
 };

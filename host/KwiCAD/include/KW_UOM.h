@@ -37,6 +37,8 @@ enum : int {
     AngularAcceleration = 26,
     // Strain per stress: the volumetric constants of hyperelastic materials.
     Compliance = 27,
+    // Mass times length squared: the moments of inertia of a concentrated mass.
+    MassMomentOfInertia = 28,
 };
 }
 

@@ -13,8 +13,9 @@ class CKwTable;
 namespace KwTableLookup {
 
 // What a table gives a load: values over time (a time curve) or over temperature (a
-// temperature table). The numbers are the table types of CKwTable.
-enum Use { Time = 1, Temperature = 2 };
+// temperature table); damping and spectra take values over frequency. The numbers are the
+// table types of CKwTable.
+enum Use { Time = 1, Temperature = 2, Frequency = 3 };
 
 struct Entry
 {

@@ -1,0 +1,3 @@
+#include "CKwConMass.h"
+
+CKwConMass::CKwConMass(int id, const QString& name) : CKwFEBase(id, name) {}

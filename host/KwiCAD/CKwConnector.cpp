@@ -1,0 +1,3 @@
+#include "CKwConnector.h"
+
+CKwConnector::CKwConnector(int id, const QString& name) : CKwFEBase(id, name) {}

@@ -1,0 +1,5 @@
+#pragma once
+// Forward declaration of the number-field reader the analysis-setup logics keep.
+namespace KwStudyFields {
+class Reader;
+}
