@@ -96,7 +96,7 @@ bool KwSolverJob::Start(CKwFEModel* model, CKwAnalysis* analysis, const QString&
                 !IsMissingValue(m) && m > 0)
                 maxIterations = m;
     m_progress = std::make_unique<KwSolverProgress>(
-        m_deck.stepSubcases, transient ? kKwDefaultTransientTime : 1.0, maxIterations);
+        m_deck.stepSubcases, m_deck.stepPeriod, maxIterations);
     m_analysis = analysis;
     m_pending.clear();
     m_tail.clear();

@@ -5,6 +5,8 @@
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
 #include "CKwMeshModel.h"
+#include "CKwModalSetup.h"
+#include "CKwTimeStep.h"
 #include "CKwNonlinearSetup.h"
 #include "CKwPhysicalProperty.h"
 #include "CKwRestraint.h"
@@ -614,28 +616,56 @@ double setupReal(const CKwNonlinearSetup* s, int slot, double fallback)
                ? double(s->m_reals[std::size_t(slot)]) : fallback;
 }
 
+// Results are written every n-th increment of a nonlinear or transient step.
+int outputEvery(const Plan& p, const CKwSubCase& sub)
+{
+    if (const CKwTimeStep* t = p.analysis.GetTimeStep(); t && !t->m_intervals.isEmpty())
+        return std::max(1, t->m_intervals.first().outputEvery);
+    if (const CKwNonlinearSetup* nl = sub.GetNonlinearSetup())
+        return std::max(1, nl->m_outputEvery);
+    return 1;
+}
+
 void writeProcedure(Plan& p, const CKwSubCase& sub)
 {
     const CKwNonlinearSetup* nl = sub.GetNonlinearSetup();
     using NL = CKwNonlinearSetup;
     switch (p.analysis.GetAnalysisTypeCode()) {
     case CKwAnalysis::NonlinearStatic: {
-        const double init = setupReal(nl, NL::RealInitialIncrement, 0.1);
-        const double minInc = setupReal(nl, NL::RealMinIncrement, 1e-5);
-        const double maxInc = setupReal(nl, NL::RealMaxIncrement, 1.0);
-        p.out += "*STEP, NLGEOM, INC=1000\n*STATIC\n" + num(std::min(init, 1.0)) + ", 1, "
-                 + num(minInc) + ", " + num(std::min(maxInc, 1.0)) + "\n";
+        // The load goes on in the setup's equal increments; the solver may cut one back down
+        // to the setup's minimum.
+        const double inc = nl && nl->m_increments > 0 ? 1.0 / nl->m_increments
+                                                       : setupReal(nl, NL::RealInitialIncrement, 0.1);
+        const double minInc = std::min(setupReal(nl, NL::RealMinIncrement, 1e-5), inc);
+        p.out += "*STEP, NLGEOM, INC=100000\n*STATIC\n" + num(std::min(inc, 1.0)) + ", 1, "
+                 + num(minInc) + ", " + num(std::min(inc, 1.0)) + "\n";
         break;
     }
     case CKwAnalysis::NonlinearTransient: {
-        const double dt = kKwDefaultTransientTime / kKwDefaultTransientSteps;
-        p.out += "*STEP, NLGEOM, INC=1000\n*DYNAMIC, DIRECT\n" + num(dt) + ", "
-                 + num(kKwDefaultTransientTime) + "\n";
+        // The analysis's time intervals, else the subcase's steps, else a default run; the
+        // solver starts with the first increment and may grow it up to the largest one.
+        double dt = p.deck.stepPeriod / kKwDefaultTransientSteps, largest = dt;
+        if (const CKwTimeStep* t = p.analysis.GetTimeStep(); t && !t->m_intervals.isEmpty()) {
+            dt = t->m_intervals.first().increment;
+            for (const auto& i : t->m_intervals)
+                largest = std::max(largest, i.increment);
+            largest = std::max(largest, dt);
+        } else if (nl && nl->m_increments > 0 && nl->m_timeIncrement > 0) {
+            dt = largest = nl->m_timeIncrement;
+        }
+        p.out += "*STEP, NLGEOM, INC=100000\n*DYNAMIC\n" + num(dt) + ", " + num(p.deck.stepPeriod)
+                 + ", " + num(dt * 1e-3) + ", " + num(largest) + "\n";
         break;
     }
-    case CKwAnalysis::Modal:
-        p.out += "*STEP\n*FREQUENCY\n" + std::to_string(p.deck.modes) + "\n";
+    case CKwAnalysis::Modal: {
+        p.out += "*STEP\n*FREQUENCY\n" + std::to_string(p.deck.modes);
+        const CKwModalSetup* m = p.analysis.GetModalSetup();
+        if (m && m->m_useBand && !IsMissingValue(m->m_lowerFrequency)
+            && !IsMissingValue(m->m_upperFrequency) && m->m_upperFrequency > m->m_lowerFrequency)
+            p.out += ", " + num(m->m_lowerFrequency) + ", " + num(m->m_upperFrequency);
+        p.out += "\n";
         break;
+    }
     default:
         p.out += "*STEP\n*STATIC\n";
     }
@@ -663,7 +693,9 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
             p.out += "*CLOAD, OP=NEW\n*DLOAD, OP=NEW\n";
         }
         p.out += loads.cload + loads.dload;
-        p.out += "*NODE FILE\nU, RF\n*EL FILE\nS\n";
+        const int every = outputEvery(p, sub);
+        const std::string frequency = every > 1 ? ", FREQUENCY=" + std::to_string(every) : "";
+        p.out += "*NODE FILE" + frequency + "\nU, RF\n*EL FILE" + frequency + "\nS\n";
     } else {
         p.out += "*NODE FILE\nU\n*EL FILE\nS\n";
     }
@@ -683,6 +715,12 @@ QString refusalFor(int type)
     case CKwAnalysis::Fatigue:
         return QStringLiteral("The solver run cannot do a fatigue analysis: it has no fatigue "
                               "life evaluation.");
+    case CKwAnalysis::Optimization:
+        return QStringLiteral("The solver run cannot do an optimization study: it has no loop "
+                              "over design variables.");
+    case CKwAnalysis::FrequencyResponse:
+        return QStringLiteral("The solver run cannot do a frequency response analysis: it has "
+                              "no harmonic load input.");
     default:
         return QStringLiteral("The solver run cannot do analyses of type %1.").arg(type);
     }
@@ -778,7 +816,19 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
             p.beam = prop;
     }
     deck.modal = type == CKwAnalysis::Modal;
-    deck.modes = deck.modal ? kKwDefaultModes : 0;
+    if (deck.modal)
+        deck.modes = analysis.GetModalSetup() && analysis.GetModalSetup()->m_modeCount > 0
+                         ? analysis.GetModalSetup()->m_modeCount : kKwDefaultModes;
+    if (type == CKwAnalysis::NonlinearTransient) {
+        const CKwTimeStep* t = analysis.GetTimeStep();
+        const CKwNonlinearSetup* nl = analysis.GetSubCases().first()->GetNonlinearSetup();
+        if (t && t->TotalTime() > 0)
+            deck.stepPeriod = t->TotalTime();
+        else if (nl && nl->m_increments > 0 && nl->m_timeIncrement > 0)
+            deck.stepPeriod = nl->m_increments * nl->m_timeIncrement;
+        else
+            deck.stepPeriod = kKwDefaultTransientTime;
+    }
 
     choosePieces(p);
     writeNodes(p);
@@ -803,7 +853,7 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
         const auto loads = loadsOf(model, sub->GetID());
         const bool structural = std::any_of(loads.begin(), loads.end(),
                                             [](const CKwLoad* l) { return !l->IsThermal(); });
-        if (!structural && !hasConstraint(p, sub->GetID())) {
+        if (sub->m_thermal || (!structural && !hasConstraint(p, sub->GetID()))) {
             p.note(QStringLiteral("Subcase \"%1\" left out: it holds no structural load")
                        .arg(sub->GetName()));
             continue;

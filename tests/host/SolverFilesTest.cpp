@@ -344,6 +344,7 @@ TEST(SolverDeck, laterSubcasesReplaceTheLoadsAndConstraintsOfEarlierOnes)
 {
     std::unique_ptr<CKwFEModel> m(CKwFEModel::CreateSampleModel());
     CKwAnalysis* a = m->m_analyses.first();
+    a->GetSubCases().at(1)->m_thermal = false; // a structural second subcase
     m->m_restraints[0]->m_subcaseIds = {1, 2};
     m->m_loads[0]->m_subcaseIds = {2};
     const KwSolverDeck deck = KwWriteSolverDeck(*m, *a);

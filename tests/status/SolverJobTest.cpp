@@ -321,9 +321,12 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
     const Case cases[] = {
         {"Linear Static", true, {1}, ""},
         {"Nonlinear Transient", true, {1}, ""},
+        {"Modal", true, {1}, ""},
         {"Response Spectrum", false, {}, "response spectrum"},
         {"Explicit Dynamics", false, {}, "explicit"},
         {"Fatigue", false, {}, "fatigue"},
+        {"Optimization", false, {}, "optimization"},
+        {"Frequency Response", false, {}, "frequency response"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.analysis);
@@ -375,8 +378,7 @@ TEST_F(SolverJob, stopInTheMiddleOfARunKeepsTheEarlierResults)
 
     // Small increments: the second run lasts long enough to be stopped halfway.
     CKwNonlinearSetup* setup = a->GetSubCases().first()->GetNonlinearSetup();
-    setup->m_reals[CKwNonlinearSetup::RealInitialIncrement] = 0.002f;
-    setup->m_reals[CKwNonlinearSetup::RealMaxIncrement] = 0.002f;
+    setup->m_increments = 500;
     ASSERT_TRUE(host->RunCurrentAnalysis());
     // Wait for the solver's first iteration to reach the status window.
     ASSERT_TRUE(QTest::qWaitFor([&] {

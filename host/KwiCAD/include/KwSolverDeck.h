@@ -28,14 +28,18 @@ struct KwSolverDeck
     std::vector<int> stepSubcases;
     bool modal = false;
     int modes = 0;
+    // The time one step covers: 1 for static steps (the load factor), the run's end time for
+    // a transient one.
+    double stepPeriod = 1.0;
     // What the deck leaves out and why, one line each (also written as comments).
     QStringList notes;
     bool ok() const { return refusal.isEmpty(); }
 };
 
-// Modes a modal analysis asks for when the model holds no modal setup.
+// Modes a modal analysis asks for when it has no modal setup.
 inline constexpr int kKwDefaultModes = 10;
-// A transient analysis without time steps in the model runs this long in this many steps.
+// A transient analysis without time steps or subcase stepping runs this long in this many
+// steps.
 inline constexpr double kKwDefaultTransientTime = 1.0;
 inline constexpr int kKwDefaultTransientSteps = 20;
 
