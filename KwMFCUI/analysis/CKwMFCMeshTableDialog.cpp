@@ -69,8 +69,10 @@ CKwMFCMeshTableDialog::CKwMFCMeshTableDialog(CKwMeshModel* mesh, CFMView* view, 
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setWordWrap(false);
     m_table->setModel(m_model);
-    m_table->setSortingEnabled(true);
+    // No sort indicator before sorting is switched on: switching it on sorts by the indicated
+    // column, and the table opens in mesh order.
     m_table->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    m_table->setSortingEnabled(true);
 
     auto* copyAction = new QAction(this);
     copyAction->setShortcut(QKeySequence::Copy);

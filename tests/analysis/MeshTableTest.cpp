@@ -275,6 +275,9 @@ TEST_F(MeshTableTest, launchOpensOnTheMeshInTheViewsOpenDialogs)
     EXPECT_TRUE(d->isVisible());
     EXPECT_EQ(d->TableModel()->rowCount(),
               static_cast<int>(host.model->m_mesh->Nodes().size()));
+    // The table opens in mesh order.
+    EXPECT_EQ(d->TableModel()->MeshIndexOfRow(0), 0);
+    EXPECT_EQ(d->TableModel()->CellText(0, 0).toInt(), host.model->m_mesh->Nodes()[0].id);
     // The units of the view's holder: millimetres in the test host or metres, never blank.
     EXPECT_TRUE(d->TableModel()->headerData(1, Qt::Horizontal).toString().startsWith("X ("));
     d->OnCancel();
