@@ -264,3 +264,7 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, time_step, 29u, 2, timeStep)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_table, 49u, 0, theMesh)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);

@@ -229,6 +229,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
            {{0, "kind14-connector-rod.png"}, {2, "kind14-connector-spring.png"},
             {4, "kind14-connector-rigid.png"}},
            "kind14-connector-long-form.png");
+    // The mesh table on the elements (its own picture shows the nodes).
+    panels(49, 10201, {{1, "kind49-mesh-table-elements.png"}}, nullptr);
     panels(28, 7904,
            {{1, "kind28-coordinate-system-three-points.png"},
             {2, "kind28-coordinate-system-picked-point.png"}},

@@ -11,6 +11,7 @@
 #include "CKwCoordinateSystem.h"
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
+#include "CKwMFCMeshTableDialog.h"
 #include "CKwMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
 #include "CKwNonlinearDialogBase.h"
@@ -279,6 +280,10 @@ void KwHostWindow::buildMenus()
                 return;
             }
             m_units->SetSystem(s);
+            // The mesh tables hold nothing typed: they show the mesh in the new units at once.
+            for (QWidget* w : QApplication::topLevelWidgets())
+                if (auto* t = dynamic_cast<CKwMFCMeshTableDialog*>(w))
+                    t->OnUnitsChanged();
         });
     }
     QAction* radians = options->addAction(QString());
@@ -314,6 +319,9 @@ bool KwHostWindow::unitsMayChange()
     // shown in, and its OK reads that text in the units of the moment: switching the units
     // under it would change the values silently. The switch waits until they are closed.
     int open = m_view->GetOpenDialogCount();
+    for (QWidget* w : m_view->GetOpenDialogs())
+        if (dynamic_cast<CKwMFCMeshTableDialog*>(w))
+            --open; // shows the mesh, holds no typed value
     for (QWidget* w : QApplication::topLevelWidgets())
         if (w->isVisible() && dynamic_cast<CKwNonlinearDialogBase*>(w))
             ++open;
@@ -571,6 +579,8 @@ void KwHostWindow::RebuildTree()
                                                         QStringLiteral("TreeCheckMeshQuality"),
                                                         QStringLiteral("Check Mesh Quality"))});
         check->setData(0, HostActionRole, ActionMeshQuality);
+        add(meshItem, KwHostTreeText("TreeMeshTable", "Mesh Table"), 49,
+            static_cast<CKwFEBase*>(mesh), false);
         auto* groupsItem = new QTreeWidgetItem(
             meshItem, {CKwXMLUtils::GetInternationalTreeItemText(
                           QStringLiteral("MeshQuality"), QStringLiteral("TreeElementGroups"),

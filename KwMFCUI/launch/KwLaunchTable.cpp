@@ -9,6 +9,7 @@
 #include "CKwMFCUIMaterial.h"
 #include "KwModelEditorsLaunch.h"
 #include "CKwMFCUIMeshQuality.h"
+#include "CKwMFCMeshTableDialog.h"
 #include "CKwMeshModel.h"
 #include "CKwMFCUIPhysicalProperty.h"
 #include "CKwMFCUIRestraint.h"
@@ -100,6 +101,18 @@ CKwMFCDialog* makeMeshQuality(const KwLaunchArgs& a)
     if (!mesh)
         return nullptr;
     auto* dlg = new CKwMFCUIMeshQuality(mesh, a.view, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+// Kind 49: object is the mesh to list; without a mesh nothing opens. The table puts itself
+// into the view's open dialogs as it is constructed, before its window is created.
+CKwMFCDialog* makeMeshTable(const KwLaunchArgs& a)
+{
+    auto* mesh = dynamic_cast<CKwMeshModel*>(static_cast<CKwFEBase*>(a.object));
+    if (!mesh)
+        return nullptr;
+    auto* dlg = new CKwMFCMeshTableDialog(mesh, a.view, a.units);
     dlg->Create();
     return dlg;
 }
@@ -277,7 +290,7 @@ const KwLaunchEntry kTable[] = {
     {46, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
     {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr, R::NeedsObject},
     {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
-    {49, "CKwMFCMeshTableDialog", 102, H::Modeless, nullptr},
+    {49, "CKwMFCMeshTableDialog", 102, H::Modeless, makeMeshTable},
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, KwMakeNonlinearSetup},
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},
     {54, "CKwMFCUIElementDeletion", 7225, H::Modeless, makeElementDeletion},
