@@ -264,3 +264,10 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, time_step, 29u, 2, timeStep)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
+
+// The FE model editor on the sample model: its three lists filled.
+BENCHMARK_CAPTURE(BM_LaunchModeless, fe_model, 27u, 0,
+                  +[](CKwFEModel& m, CKwAnalysis&) -> void* { return static_cast<CKwFEBase*>(&m); })
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);

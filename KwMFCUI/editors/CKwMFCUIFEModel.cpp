@@ -271,6 +271,9 @@ CKwMFCDialog* CKwMFCUIFEModel::openItemEditor(int list, CKwFEBase* item)
     }
     m_itemEditor = dlg;
     m_itemEditorList = list;
+    m_itemsAtOpen.clear();
+    for (int row = 0; row < ItemCount(list); ++row)
+        m_itemsAtOpen.append(Item(list, row));
     // The editor ends by hiding and deleting itself; either way the lists follow.
     connect(dlg, &QObject::destroyed, this, &CKwMFCUIFEModel::itemEditorClosed);
     dlg->Create();
@@ -284,11 +287,14 @@ void CKwMFCUIFEModel::itemEditorClosed()
     const int list = m_itemEditorList;
     m_itemEditor.clear();
     m_itemEditorList = -1;
-    const int before = list >= 0 ? ItemCount(list) : 0;
     RefreshLists();
-    // A new item the editor added becomes the chosen one.
-    if (list >= 0 && ItemCount(list) > before)
-        SetCurrentRow(list, ItemCount(list) - 1);
+    // An item the editor added becomes the chosen one.
+    for (int row = 0; list >= 0 && row < ItemCount(list); ++row)
+        if (!m_itemsAtOpen.contains(Item(list, row))) {
+            SetCurrentRow(list, row);
+            break;
+        }
+    m_itemsAtOpen.clear();
 }
 
 void CKwMFCUIFEModel::OnReactivatedByView()

@@ -83,6 +83,7 @@ private:
     QTableView* m_views[ListCount] = {};
     QPointer<CKwMFCDialog> m_itemEditor;
     int m_itemEditorList = -1;
+    QList<const CKwFEBase*> m_itemsAtOpen; // the edited list as the item editor found it
 };
 
 // The automatic contact parameters: the tolerance within which two faces count as touching
