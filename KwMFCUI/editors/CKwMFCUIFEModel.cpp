@@ -128,7 +128,7 @@ CKwMFCUIFEModel::CKwMFCUIFEModel(CKwFEModel* model, CFMView* view, KW_UOM* units
     : CKwMFCUIBase(kTemplateId, view, parent)
 {
     QVBoxLayout* outer = KwForm::DialogLayout(this);
-    const int tableWidth = KwStyle::CharsWidth(fontMetrics(), 3 * KwStyle::NumberFieldChars);
+    const int tableWidth = KwStyle::CharsWidth(fontMetrics(), 4 * KwStyle::NumberFieldChars);
     for (int list = 0; list < ListCount; ++list) {
         QGridLayout* grid = nullptr;
         KwForm::Group(this, ControlId(list, GroupOffset), outer, &grid);
@@ -143,12 +143,13 @@ CKwMFCUIFEModel::CKwMFCUIFEModel(CKwFEModel* model, CFMView* view, KW_UOM* units
         table->verticalHeader()->hide();
         table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
         table->setWordWrap(false);
+        // Names are shown whole; the type takes the rest.
+        table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
         table->horizontalHeader()->setStretchLastSection(true);
         table->setFixedWidth(tableWidth);
         table->setFixedHeight(table->horizontalHeader()->sizeHint().height() +
                               kVisibleRows * table->verticalHeader()->defaultSectionSize() +
                               2 * table->frameWidth());
-        table->setColumnWidth(0, tableWidth / 2);
         m_views[list] = table;
         grid->addWidget(table, 0, 0, 4, 1);
         for (Offset o : {EditOffset, NewOffset, DeleteOffset})
