@@ -268,3 +268,10 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_table, 49u, 0, theMesh)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
+
+// The FE model editor on the sample model: its three lists filled.
+BENCHMARK_CAPTURE(BM_LaunchModeless, fe_model, 27u, 0,
+                  +[](CKwFEModel& m, CKwAnalysis&) -> void* { return static_cast<CKwFEBase*>(&m); })
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);

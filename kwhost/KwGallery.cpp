@@ -381,6 +381,25 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         dlg.DoModal();
     }
 
+    // The FE model editor's automatic contact parameters page.
+    {
+        host->Launch(27, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (auto* open = KwControl<QPushButton>(d, 7933)) {
+                QTimer::singleShot(0, d, [&] {
+                    if (QWidget* page = QApplication::activeModalWidget()) {
+                        shoot(page, "tmpl7240-auto-contact-parameters.png");
+                        closeDialog(page);
+                    }
+                });
+                open->click();
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+
     // The kinds that opened nothing are a list for the curious, not for the console.
     QFile list(QDir(directory).filePath(QString::fromLatin1(kKwGalleryUnavailableFile)));
     if (result.unavailable.isEmpty()) {

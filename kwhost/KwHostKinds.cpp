@@ -255,6 +255,10 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.analysis = editedFor;
         break;
     }
+    case 27:
+        // The model itself.
+        r.object = static_cast<CKwFEBase*>(model);
+        break;
     case 55:
         // The mesh's releases, or a new release on the view's mesh.
         r.object = newEntity || !model->m_mesh ? nullptr : static_cast<CKwFEBase*>(model->m_mesh);

@@ -463,6 +463,9 @@ void KwHostWindow::RebuildTree()
         it->setData(0, NameRole, named);
         return it;
     };
+    // The model-wide lists and automatic contact detection.
+    add(root, KwHostTreeText("TreeFEModel", "FE Model"), 27,
+        static_cast<CKwFEBase*>(m_model.get()), false);
     auto* mats = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                QStringLiteral("Materials"),
                                                QStringLiteral("TreeCategoryText"),

@@ -269,7 +269,7 @@ const KwLaunchEntry kTable[] = {
     {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
     {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
     {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
-    {27, "CKwMFCUIFEModel", 1206, H::Modeless, nullptr},
+    {27, "CKwMFCUIFEModel", 1206, H::Modeless, KwMakeFEModel},
     {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},
     {29, "CKwMFCUITimeStep", 7008, H::Modeless, KwMakeTimeStep},
     {30, "CKwMFCUISpectrumSetup", 7302, H::ModelessHoldOwner,

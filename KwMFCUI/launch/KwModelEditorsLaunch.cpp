@@ -10,6 +10,7 @@
 #include "CKwMFCUIConnector.h"
 #include "CKwMFCUICoordSystem.h"
 #include "CKwMFCUIEndRelease.h"
+#include "CKwMFCUIFEModel.h"
 #include "CKwMeshModel.h"
 
 namespace {
@@ -52,6 +53,18 @@ CKwMFCDialog* KwMakeEndRelease(const KwLaunchArgs& a)
 CKwMFCDialog* KwMakeCoordSystem(const KwLaunchArgs& a)
 {
     auto* dlg = new CKwMFCUICoordSystem(entityOf<CKwCoordinateSystem>(a), a.view, a.units);
+    dlg->Create();
+    return dlg;
+}
+
+CKwMFCDialog* KwMakeFEModel(const KwLaunchArgs& a)
+{
+    CKwFEModel* model = entityOf<CKwFEModel>(a);
+    if (!model && a.view)
+        model = a.view->GetModel();
+    if (!model)
+        return nullptr;
+    auto* dlg = new CKwMFCUIFEModel(model, a.view, a.units);
     dlg->Create();
     return dlg;
 }

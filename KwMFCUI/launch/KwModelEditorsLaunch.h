@@ -16,3 +16,5 @@ CKwMFCDialog* KwMakeCoordSystem(const KwLaunchArgs& a);
 // Kind 14: object is the connector to edit (anything else edits a new one), analysis the one
 // it is edited for.
 CKwMFCDialog* KwMakeConnector(const KwLaunchArgs& a);
+// Kind 27: object is the model to edit; without one, the view's model (none: nothing opens).
+CKwMFCDialog* KwMakeFEModel(const KwLaunchArgs& a);

@@ -73,6 +73,13 @@ public:
     QList<CKwSpectrumSetup*> m_spectrumSetups;
     QList<CKwSolutionFrequency*> m_solutionFrequencies;
 
+    // Automatic contact detection: whether the solver looks for touching parts itself, how
+    // far apart (m) two faces may be and still touch, and the kind of contact it creates
+    // (CKwSurfaceContact::Kind).
+    bool m_autoContact = false;
+    double m_autoContactTolerance = 1.0e-4;
+    int m_autoContactKind = 0;
+
     CKwUIEntity* FindGeometry(int kind, int id) const;
     // The next free id among entities of one family.
     template <class T> static int NextId(const QList<T*>& list)
