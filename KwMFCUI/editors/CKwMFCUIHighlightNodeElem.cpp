@@ -64,7 +64,6 @@ CKwMFCUIHighlightNodeElem::CKwMFCUIHighlightNodeElem(int mode, CKwMeshModel* mes
     connect(m_ui->range, &QAbstractButton::clicked, this, &Ed::OnAddRange);
     connect(m_ui->all, &QAbstractButton::clicked, this, &Ed::OnAll);
     connect(m_ui->createGroup, &QAbstractButton::toggled, this, [this] { syncControls(); });
-    connect(m_ui->modeNodes, &QAbstractButton::toggled, this, [this] { syncControls(); });
     OnCreate(view, mode, mesh, set, flag != 0);
 }
 
@@ -95,6 +94,14 @@ void CKwMFCUIHighlightNodeElem::syncControls()
     m_ui->createGroup->setVisible(!editsSet);
     m_ui->groupName->setEnabled(editsSet || m_ui->createGroup->isChecked());
     m_ui->labelList->setText(KwLabel(ListLabel()));
+}
+
+// The list's label follows the mode once the logic has taken it.
+int CKwMFCUIHighlightNodeElem::SetValue(int field, int value)
+{
+    const int taken = CKwUIHighlightNodeElem::SetValue(field, value);
+    syncControls();
+    return taken;
 }
 
 void CKwMFCUIHighlightNodeElem::OnHighlight()

@@ -40,6 +40,7 @@ public:
 
     void SetTextToCurrentLang() override;
     void OnObjectDataLoaded() override;
+    int SetValue(int field, int value) override;
 
 protected:
     void ShowMissingIds(const QList<int>& ids) override;
