@@ -173,7 +173,9 @@ Resolved Resolve(const Parsed& parsed, const std::function<bool(int)>& exists,
             }
         }
     }
-    std::sort(out.ids.begin(), out.ids.end());
+    // Lists typed in ascending order (the usual case) come out sorted already.
+    if (!std::is_sorted(out.ids.begin(), out.ids.end()))
+        std::sort(out.ids.begin(), out.ids.end());
     out.ids.erase(std::unique(out.ids.begin(), out.ids.end()), out.ids.end());
     return out;
 }
