@@ -9,6 +9,8 @@ CKwDefineRangeDlg::CKwDefineRangeDlg(QWidget* parent)
 {
     m_ui->setupUi(this);
     m_ui->step->setText(QStringLiteral("1"));
+    // The message line takes room only when there is something to say.
+    m_ui->message->hide();
     connect(m_ui->ok, &QPushButton::clicked, this, &CKwDefineRangeDlg::OnOK);
     connect(m_ui->cancel, &QPushButton::clicked, this, &CKwDefineRangeDlg::OnCancel);
 }
@@ -48,9 +50,11 @@ void CKwDefineRangeDlg::OnOK()
         if (shown.status == KwIdRanges::Ok) // a comma inside a field splits the item
             shown = KwIdRanges::Parsed{KwIdRanges::BadText, false, {}, 0, item};
         m_ui->message->setText(CKwUIHighlightNodeElem::ListMessage(shown));
+        m_ui->message->show();
         return;
     }
     m_ui->message->clear();
+    m_ui->message->hide();
     m_range = parsed.ranges.front();
     CKwMFCDialog::OnOK();
 }
