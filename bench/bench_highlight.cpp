@@ -84,12 +84,26 @@ void BM_Highlight100kPainted(benchmark::State& state)
     }
 }
 
+// The same view painted with nothing highlighted: what the painting costs by itself.
+void BM_Paint100kUnhighlighted(benchmark::State& state)
+{
+    static BlockView b;
+    b.view->ClearMeshHighlight();
+    QPixmap target(b.view->size());
+    for (auto _ : state)
+        b.view->render(&target);
+}
+
 } // namespace
 
 BENCHMARK(BM_ParseRange)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_ParseList)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_Highlight100k)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_Highlight100kPainted)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(3)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(BM_Paint100kUnhighlighted)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(3)
     ->ReportAggregatesOnly(true);
