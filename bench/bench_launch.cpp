@@ -20,6 +20,7 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwSubCase.h"
 #include "CKwElementDeletion.h"
+#include "CKwGroup.h"
 #include "CKwMaterialOrient.h"
 #include "CKwMeshLocal.h"
 #include "CKwSurfaceContact.h"
@@ -272,6 +273,17 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_table, 49u, 0, theMesh)
 // The FE model editor on the sample model: its three lists filled.
 BENCHMARK_CAPTURE(BM_LaunchModeless, fe_model, 27u, 0,
                   +[](CKwFEModel& m, CKwAnalysis&) -> void* { return static_cast<CKwFEBase*>(&m); })
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+
+// The highlight editor: elements by a new list, and the sample node set (kind 47).
+static void* firstIdSet(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_idSets.first()); }
+BENCHMARK_CAPTURE(BM_LaunchModeless, highlight_elements, 24u, 0, nothing)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, highlight_set, 47u, 0, firstIdSet)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

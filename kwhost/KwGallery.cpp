@@ -15,6 +15,8 @@
 #include "KwHostWindow.h"
 #include "KwControls.h"
 #include "KwMFCUIEntry.h"
+#include "CKwDefineRangeDlg.h"
+#include "CKwMFCUIHighlightNodeElem.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -25,6 +27,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPointer>
@@ -300,6 +303,35 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         }
         w->close();
         QApplication::processEvents();
+    }
+
+    // The highlight editor with a typed list: "Define Range" as the editor opens it, then the
+    // list highlighted in the view.
+    {
+        host->Launch(24, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCUIHighlightNodeElem*>(host->View()->GetOpenDialog())) {
+            QTimer::singleShot(0, d, [&] {
+                if (auto* range = dynamic_cast<CKwDefineRangeDlg*>(
+                        QApplication::activeModalWidget())) {
+                    range->SetFields(QStringLiteral("25"), QStringLiteral("40"),
+                                     QStringLiteral("5"));
+                    shoot(range, "tmpl1100-define-range.png");
+                    range->OnOK();
+                }
+            });
+            if (auto* list = KwControl<QLineEdit>(d, CKwMFCUIHighlightNodeElem::IdList))
+                list->setText(QStringLiteral("1-20"));
+            d->OnAddRange();
+            d->OnHighlight();
+            shoot(d, "kind24-highlight-elements-list.png");
+            const QString v = QDir(directory).filePath(QStringLiteral("kind24-highlight-view.png"));
+            host->grab().save(v);
+            result.written << v;
+            host->View()->ClearMeshHighlight();
+            closeDialog(d);
+            QApplication::processEvents();
+        }
     }
 
     // The solver status windows open through the remote calls a running solver makes: one

@@ -27,6 +27,8 @@
 #include "CKwMeshLocal.h"
 #include "CKwSurfaceContact.h"
 
+#include "CKwGroup.h"
+
 #include <array>
 
 QList<KwHostKind> KwHostKinds()
@@ -83,6 +85,9 @@ QList<KwHostKind> KwHostKinds()
         {22, QStringLiteral("Reverse Line Element Direction..."), mesh},
         {23, QStringLiteral("Highlight Nodes..."), mesh},
         {24, QStringLiteral("Highlight Elements..."), mesh},
+        {45, QStringLiteral("Highlight Elements (fixed)..."), mesh},
+        {46, QStringLiteral("Highlight Nodes (fixed)..."), mesh},
+        {47, QStringLiteral("Highlight Set..."), mesh},
         {48, QStringLiteral("Mesh Settings..."), mesh},
         {49, QStringLiteral("Mesh Table..."), mesh},
         {88, QStringLiteral("Mesh Convergence..."), mesh},
@@ -167,6 +172,18 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
     case 9:
     case 49:
         r.object = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;
+        break;
+    case 23:
+    case 24:
+    case 45:
+    case 46:
+    case 47:
+        // The highlight editor works on the model's mesh; kind 47 on the first node or
+        // element set (none: nothing opens).
+        r.extra = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;
+        r.object = kind == 47 && !model->m_idSets.isEmpty()
+                       ? static_cast<CKwFEBase*>(model->m_idSets.first())
+                       : nullptr;
         break;
     case 34:
         // Variant 1: the first beam property; 2: a new one, which starts as a solid.

@@ -12,6 +12,7 @@
 #include "CKwMeshModel.h"
 #include "CKwMeshQualityResultsDialog.h"
 #include "CKwMFCMeshTableDialog.h"
+#include "CKwGroup.h"
 #include "CKwMaterial.h"
 #include "CKwMaterialNonlinearDialog.h"
 #include "CKwNonlinearDialogBase.h"
@@ -595,6 +596,17 @@ void KwHostWindow::RebuildTree()
             gi->setData(0, HostActionRole, ActionHighlightGroup);
             gi->setData(0, ObjectRole, g.id);
         }
+        // Highlighting by ID lists, and the node and element sets kept from it.
+        auto* sets = new QTreeWidgetItem(
+            meshItem, {CKwXMLUtils::GetInternationalTreeItemText(
+                          QStringLiteral("HighlightEntities"), QStringLiteral("TreeIdSets"),
+                          QStringLiteral("Node and Element Sets"))});
+        add(sets, KwHostTreeText("TreeHighlightNodes", "(highlight nodes)"), 23, nullptr, false);
+        add(sets, KwHostTreeText("TreeHighlightElements", "(highlight elements)"), 24, nullptr,
+            false);
+        for (CKwGroup* set : m_model->m_idSets)
+            add(sets, QStringLiteral("%1 (%2)").arg(set->GetName()).arg(set->m_ids.size()), 47,
+                static_cast<CKwFEBase*>(set));
     }
     // Concentrated masses, connectors, the user's coordinate systems and the beam end releases,
     // each with an item that makes a new one.

@@ -43,6 +43,7 @@
 #include "CKwMFCUISolutionFrequency.h"
 #include "CKwMFCUISpectrumSetup.h"
 #include "KwSetupFactories.h"
+#include "KwHighlightLaunch.h"
 
 namespace {
 
@@ -265,8 +266,8 @@ const KwLaunchEntry kTable[] = {
     {19, "", 0, H::Ignored, nullptr},
     {21, "CKwMFCUIReverseNormals", 7011, H::Modeless, nullptr},
     {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
-    {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
-    {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
+    {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
+    {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
     {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, KwMakeFEModel},
@@ -286,9 +287,9 @@ const KwLaunchEntry kTable[] = {
     {40, "CKwXYPlotDlg", 0, H::Special, R::AddToOpenXYPlot},
     {43, "report", 0, H::Modal, nullptr},
     {44, "CKwAboutDlg", 0, H::Modal, makeAbout},
-    {45, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
-    {46, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr},
-    {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, nullptr, R::NeedsObject},
+    {45, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
+    {46, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
+    {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlightSet, R::NeedsObject},
     {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, makeMeshTable},
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, KwMakeNonlinearSetup},

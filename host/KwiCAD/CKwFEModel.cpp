@@ -1,4 +1,6 @@
 #include "CKwFEModel.h"
+#include "CKwGroup.h"
+#include "KwIdRanges.h"
 #include "CKwFatigueSetup.h"
 #include "CKwImpactWizard.h"
 #include "CKwOptimObjective.h"
@@ -33,6 +35,7 @@ CKwFEModel::CKwFEModel(int id, const QString& name) : CKwFEBase(id, name) {}
 CKwFEModel::~CKwFEModel()
 {
     qDeleteAll(m_coordSystems);
+    qDeleteAll(m_idSets);
     qDeleteAll(m_connectors);
     qDeleteAll(m_conMasses);
     qDeleteAll(m_surfaceContacts);
@@ -89,6 +92,16 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     // 0.2 x 0.05 x 0.04 m block of tetrahedra with shells, beams and test tabs.
     m->m_mesh = new CKwMeshModel(1, QStringLiteral("Mesh"));
     m->m_mesh->BuildSampleBracket();
+    // A node set to open from the tree: every third node of the first row.
+    {
+        auto* set = new CKwGroup(1, QStringLiteral("Corner Nodes"));
+        set->m_mode = CKwGroup::Nodes;
+        const KwIdRanges::Parsed list = KwIdRanges::Parse(u"1-9 by 4");
+        CKwMeshModel* mesh = m->m_mesh;
+        set->m_idList = KwIdRanges::Format(list);
+        set->m_ids = KwIdRanges::Resolve(list, [mesh](int id) { return mesh->HasNode(id); }, {}).ids;
+        m->m_idSets.append(set);
+    }
 
     auto* steel = new CKwMaterial(1, QStringLiteral("Steel AISI 1020"));
     steel->SetValue("EX", 2.0e11);

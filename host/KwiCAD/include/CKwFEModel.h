@@ -26,6 +26,7 @@ class CKwUIEntity;
 class CKwConMass;
 class CKwConnector;
 class CKwCoordinateSystem;
+class CKwGroup;
 
 class KWICAD_EXPORT CKwFEModel : public CKwFEBase
 {
@@ -72,6 +73,8 @@ public:
     QList<CKwDamping*> m_dampings;
     QList<CKwSpectrumSetup*> m_spectrumSetups;
     QList<CKwSolutionFrequency*> m_solutionFrequencies;
+    // Node and element sets made by highlighting ID lists.
+    QList<CKwGroup*> m_idSets;
 
     // Automatic contact detection: whether the solver looks for touching parts itself, how
     // far apart (m) two faces may be and still touch, and the kind of contact it creates
