@@ -71,6 +71,10 @@ Status readItem(QStringView item, Range& r)
     }
     if (r.to < r.from)
         return Reversed;
+    // A range of one ID names that ID whatever its step: "9-9 by 3" is "9", so that a list
+    // reads back the same from the text it is shown as.
+    if (r.from == r.to)
+        r.step = 1;
     return Ok;
 }
 

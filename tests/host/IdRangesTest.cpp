@@ -23,6 +23,7 @@ const ParseCase kParseCases[] = {
     {"  7 ", Ok, 1, "7"},
     {"1 - 10 BY 3", Ok, 4, "1-10 by 3"},
     {"5-5", Ok, 1, "5"},
+    {" 4 , 9-9 BY 3 ,", Ok, 2, "4, 9"}, // one ID with a step reads back as that ID
     {"1-10 by 1", Ok, 10, "1-10"},
     {"3,,4,", Ok, 2, "3, 4"},
     {"all", Ok, 0, "ALL"},
