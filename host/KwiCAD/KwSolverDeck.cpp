@@ -3,6 +3,7 @@
 #include "CKwAnalysis.h"
 #include "CKwConMass.h"
 #include "CKwConnector.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
@@ -884,6 +885,74 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
     p.deck.stepSubcases.push_back(sub.GetID());
 }
 
+// --- frequency response ---
+
+// The critical damping ratio a frequency response uses for every mode: from the damping's
+// frequency table at the sweep's lower end, else its structural coefficient G (G / 2 at
+// resonance). Rayleigh damping goes out as it stands instead (ratio < 0).
+double dampingRatio(Plan& p, const CKwDamping* d, double lowest, std::string& rayleigh)
+{
+    if (!d)
+        return 0;
+    if (d->m_modal && d->m_modalTableId)
+        for (const CKwTable* t : p.model.m_tables)
+            if (t->GetID() == d->m_modalTableId && t->GetPointCount() > 0) {
+                const int n = t->GetPointCount();
+                const auto x = [&](int i) { return t->GetXFunction()->GetValue(i); };
+                const auto y = [&](int i) { return t->GetYFunction()->GetValue(i); };
+                double ratio = lowest <= x(0) ? y(0) : y(n - 1);
+                for (int i = 0; i + 1 < n; ++i)
+                    if (lowest >= x(i) && lowest <= x(i + 1) && x(i + 1) > x(i))
+                        ratio = y(i) + (y(i + 1) - y(i)) * (lowest - x(i)) / (x(i + 1) - x(i));
+                p.note(QStringLiteral("Damping \"%1\": every mode takes the ratio %2 of the "
+                                      "table at %3 Hz").arg(d->GetName()).arg(ratio).arg(lowest));
+                return ratio;
+            }
+    if ((d->m_alpha != 0 && !IsMissingValue(d->m_alpha)) || (d->m_beta != 0 && !IsMissingValue(d->m_beta))) {
+        rayleigh = ",," + real(IsMissingValue(d->m_alpha) ? 0.0 : d->m_alpha) + ", "
+                   + real(IsMissingValue(d->m_beta) ? 0.0 : d->m_beta) + "\n";
+        return -1;
+    }
+    return IsMissingValue(d->m_structuralG) ? 0 : d->m_structuralG / 2;
+}
+
+// A frequency response is the modes of the constrained model, then the steady-state response
+// to the first subcase's loads (as amplitudes) between the lowest and highest solution
+// frequency. The solver places the points itself: the given number in each interval between
+// the band's ends and the natural frequencies, the natural frequencies included.
+bool writeFrequencyResponse(Plan& p, const CKwSubCase& sub)
+{
+    const CKwSolutionFrequency* sf = nullptr;
+    const CKwDamping* damping = nullptr;
+    for (const CKwSolutionFrequency* f : p.model.m_solutionFrequencies)
+        if (f->m_analysisId == p.analysis.GetID() && !sf)
+            sf = f;
+    for (const CKwDamping* d : p.model.m_dampings)
+        if (d->m_analysisId == p.analysis.GetID() && !damping)
+            damping = d;
+    const QList<double> f = sf ? sf->Frequencies() : QList<double>();
+    if (f.size() < 2 || !(f.last() > f.first()))
+        return p.refuse(QStringLiteral("The frequency response has no band of solution "
+                                       "frequencies."));
+    std::string rayleigh;
+    const double ratio = dampingRatio(p, damping, f.first(), rayleigh);
+    if (ratio == 0)
+        p.note(QStringLiteral("The frequency response has no damping: its peaks are unbounded"));
+    p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
+             + "\n*STEP\n*FREQUENCY, STORAGE=YES\n" + std::to_string(p.deck.modes) + "\n";
+    writeRestraints(p, sub.GetID(), false);
+    p.out += "*NODE FILE\nU\n*END STEP\n*STEP\n*STEADY STATE DYNAMICS\n" + real(f.first()) + ", "
+             + real(f.last()) + ", " + std::to_string(std::max(2, int(f.size()) - 1)) + ", 1.\n";
+    if (ratio < 0)
+        p.out += "*MODAL DAMPING, RAYLEIGH\n" + rayleigh;
+    else if (ratio > 0)
+        p.out += "*MODAL DAMPING\n1, " + std::to_string(p.deck.modes) + ", " + real(ratio) + "\n";
+    const StepLoads loads = writeLoads(p, sub.GetID());
+    p.out += loads.cload + loads.dload + "*NODE FILE\nU\n*END STEP\n";
+    p.deck.stepSubcases = {sub.GetID(), sub.GetID()};
+    return true;
+}
+
 QString refusalFor(int type)
 {
     switch (type) {
@@ -899,9 +968,6 @@ QString refusalFor(int type)
     case CKwAnalysis::Optimization:
         return QStringLiteral("The solver run cannot do an optimization study: it has no loop "
                               "over design variables.");
-    case CKwAnalysis::FrequencyResponse:
-        return QStringLiteral("The solver run cannot do a frequency response analysis: it has "
-                              "no harmonic load input.");
     default:
         return QStringLiteral("The solver run cannot do analyses of type %1.").arg(type);
     }
@@ -970,7 +1036,8 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     KwSolverDeck deck;
     const int type = analysis.GetAnalysisTypeCode();
     if (type != CKwAnalysis::LinearStatic && type != CKwAnalysis::Modal
-        && type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient) {
+        && type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient
+        && type != CKwAnalysis::FrequencyResponse) {
         deck.refusal = refusalFor(type);
         return deck;
     }
@@ -997,7 +1064,7 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
             p.beam = prop;
     }
     deck.modal = type == CKwAnalysis::Modal;
-    if (deck.modal)
+    if (deck.modal || type == CKwAnalysis::FrequencyResponse)
         deck.modes = analysis.GetModalSetup() && analysis.GetModalSetup()->m_modeCount > 0
                          ? analysis.GetModalSetup()->m_modeCount : kKwDefaultModes;
     if (type == CKwAnalysis::NonlinearTransient) {
@@ -1059,8 +1126,18 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
                                    .arg(sub->GetName());
                 return deck;
             }
-    for (std::size_t i = 0; i < solved.size(); ++i)
-        writeStep(p, *solved[i], i == 0);
+    if (type == CKwAnalysis::FrequencyResponse) {
+        if (solved.size() > 1)
+            p.note(QStringLiteral("The frequency response takes the loads of its first "
+                                  "structural subcase"));
+        if (!writeFrequencyResponse(p, *solved.front())) {
+            deck.text.clear();
+            return deck;
+        }
+    } else {
+        for (std::size_t i = 0; i < solved.size(); ++i)
+            writeStep(p, *solved[i], i == 0);
+    }
     std::swap(out, steps);
     writeAmplitudes(p);
     out += steps;

@@ -5,6 +5,7 @@
 #include "CKwAnalysis.h"
 #include "CKwConMass.h"
 #include "CKwConnector.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
@@ -207,6 +208,58 @@ TEST_F(SolverJob, tipMassLowersTheCantileverToItsSpringMassFrequency)
                      / (2 * std::numbers::pi);
     EXPECT_NEAR(modes[0]->value, f, 0.05 * f);
     EXPECT_NEAR(modes[1]->value, f, 0.05 * f);
+}
+
+// The same one-mode system shaken at its tip: at resonance the amplitude is the static
+// deflection times 1 / (2 zeta), zeta = G / 2 of the structural damping.
+TEST_F(SolverJob, dampedTipMassRespondsAtResonanceWithTheQualityFactor)
+{
+    auto m = bar(20, 2, CKwAnalysis::FrequencyResponse);
+    const double M = 1000.0, P = 1000.0, G = 0.04, zeta = G / 2;
+    m->m_materials.first()->SetValue("DENS", 1.0);
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true, true, true, true});
+    auto* mass = new CKwConMass(1, QStringLiteral("Tip"));
+    mass->m_mass = M;
+    mass->m_entities = {m->FindGeometry(CKwUIEntity::Face, 6)};
+    m->m_conMasses.append(mass);
+    force(*m, 6, P, {0, 0, -1});
+    const double I = H * H * H * H / 12.0, Gs = E / (2 * (1 + NU));
+    const double f = std::sqrt(3 * E * I / (M * L * L * L)) / (2 * std::numbers::pi);
+    auto* band = new CKwSolutionFrequency(1, QStringLiteral("Band"));
+    band->m_analysisId = m->m_analyses.first()->GetID();
+    band->m_rangeStart = 0.5 * f;
+    band->m_rangeEnd = 1.5 * f;
+    band->m_rangeIncrements = 10;
+    m->m_solutionFrequencies.append(band);
+    auto* damping = new CKwDamping(1, QStringLiteral("Damping"));
+    damping->m_analysisId = band->m_analysisId;
+    damping->m_structuralG = G;
+    m->m_dampings.append(damping);
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const auto tip = KwGeometryNodes(*m->m_mesh, *m->FindGeometry(CKwUIEntity::Face, 6));
+    double peak = 0, peakAt = 0;
+    int points = 0;
+    for (const KwResultSet& set : r->sets) {
+        if (set.modal || set.step != 2)
+            continue;
+        ++points;
+        double amplitude = 0;
+        for (int id : tip) {
+            const double* re = set.displacement.Find(id);
+            const double* im = set.displacementImaginary.Find(id);
+            ASSERT_TRUE(re && im) << "node " << id;
+            amplitude += std::hypot(re[2], im[2]) / double(tip.size());
+        }
+        if (amplitude > peak) {
+            peak = amplitude;
+            peakAt = set.value;
+        }
+    }
+    ASSERT_GT(points, 5);
+    const double deflection = P * L * L * L / (3 * E * I) + P * L / (5.0 / 6.0 * Gs * H * H);
+    EXPECT_NEAR(peakAt, f, 0.05 * f);
+    EXPECT_NEAR(peak / deflection, 1 / (2 * zeta), 0.1 / (2 * zeta));
 }
 
 // Two blocks of side B with a gap G between them: the left one held at its left face, the right
@@ -485,7 +538,7 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
         {"Explicit Dynamics", false, {}, "explicit"},
         {"Fatigue", false, {}, "fatigue"},
         {"Optimization", false, {}, "optimization"},
-        {"Frequency Response", false, {}, "frequency response"},
+        {"Frequency Response", true, {1}, ""},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.analysis);
