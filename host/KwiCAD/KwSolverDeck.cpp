@@ -1,6 +1,9 @@
 #include "KwSolverDeck.h"
 
 #include "CKwAnalysis.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
@@ -33,6 +36,18 @@ std::string num(double v)
     char buf[32];
     const auto r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 12);
     return std::string(buf, r.ptr);
+}
+
+// A number that always shows a decimal point: where an integer would mean a degree of freedom
+// (a spring's data line), the solver tells them apart by it.
+std::string real(double v)
+{
+    std::string s = num(v);
+    if (s.find('.') == std::string::npos) {
+        const std::size_t e = s.find_first_of("eE");
+        s.insert(e == std::string::npos ? s.size() : e, ".");
+    }
+    return s;
 }
 
 // Appends numbers without building a string for each: the mesh is most of the deck.
@@ -105,6 +120,10 @@ struct Plan
     int solidMaterial = 0;
     std::set<int> amplitudes;          // time tables used by loads
     std::map<std::size_t, int> beamMiddles; // beam element index -> its generated middle node
+    std::vector<char> written;         // per node index: the node goes into the deck
+    int nextElement = 0;               // ids for the point and connector elements
+    // The node pairs each connector joins, in connector order.
+    std::vector<std::vector<std::pair<int, int>>> links;
 
     Plan(const CKwFEModel& m, const CKwMeshModel& me, const CKwAnalysis& a, KwSolverDeck& d,
          std::string& o)
@@ -187,6 +206,10 @@ void choosePieces(Plan& p)
         for (std::size_t i = 1; i < nodes.size(); ++i)
             parent[std::size_t(find(nodes[i]))] = find(nodes[0]);
     }
+    // A connector joins the pieces at its two ends.
+    for (const auto& pairs : p.links)
+        for (const auto& [a, b] : pairs)
+            parent[std::size_t(find(mesh.NodeIndex(a)))] = find(mesh.NodeIndex(b));
     std::set<int> fixedRoots;
     for (int id : fixedNodes)
         fixedRoots.insert(find(mesh.NodeIndex(id)));
@@ -208,6 +231,7 @@ void writeNodes(Plan& p)
         if (p.keep[e])
             for (int i : p.mesh.ElementNodes(e))
                 used[std::size_t(i)] = 1;
+    p.written = used;
     p.out += "*NODE, NSET=NALL\n";
     int lastId = 0;
     for (std::size_t i = 0; i < used.size(); ++i) {
@@ -274,6 +298,164 @@ void writeElements(Plan& p)
     for (const char* set : {"ESOLID", "ESHELL", "EBEAM"})
         if (p.out.find(std::string("ELSET=") + set + "\n") != std::string::npos)
             p.out += std::string(set) + ",\n";
+}
+
+// --- point masses and connectors ---
+
+// The node pairs a connector joins: each node of the end with more nodes to the nearest node
+// of the other end, so that two facing meshes pair node by node.
+std::vector<std::pair<int, int>> connectorPairs(const CKwMeshModel& mesh, const CKwConnector& c)
+{
+    const NodeSet one = entityNodes(mesh, c.m_end1), two = entityNodes(mesh, c.m_end2);
+    std::vector<std::pair<int, int>> pairs;
+    if (one.empty() || two.empty())
+        return pairs;
+    const bool oneLarger = one.size() >= two.size();
+    const NodeSet& from = oneLarger ? one : two;
+    const NodeSet& to = oneLarger ? two : one;
+    for (int a : from) {
+        const auto* na = mesh.FindNode(a);
+        int best = 0;
+        double bestD = -1;
+        for (int b : to) {
+            const auto* nb = mesh.FindNode(b);
+            const double d = (na->x - nb->x) * (na->x - nb->x) + (na->y - nb->y) * (na->y - nb->y)
+                             + (na->z - nb->z) * (na->z - nb->z);
+            if (bestD < 0 || d < bestD) {
+                bestD = d;
+                best = b;
+            }
+        }
+        // The node of the larger end comes first: it is the one a rigid tie drives.
+        pairs.emplace_back(a, best);
+    }
+    return pairs;
+}
+
+bool isWritten(const Plan& p, int nodeId)
+{
+    const int i = p.mesh.NodeIndex(nodeId);
+    return i >= 0 && std::size_t(i) < p.written.size() && p.written[std::size_t(i)];
+}
+
+double distance(const CKwMeshModel& mesh, int a, int b)
+{
+    const auto *na = mesh.FindNode(a), *nb = mesh.FindNode(b);
+    return std::sqrt((na->x - nb->x) * (na->x - nb->x) + (na->y - nb->y) * (na->y - nb->y)
+                     + (na->z - nb->z) * (na->z - nb->z));
+}
+
+// A point mass goes out as mass elements at the nodes of its picked entities, the mass shared
+// equally among them.
+bool writeMasses(Plan& p)
+{
+    for (const CKwConMass* m : p.model.m_conMasses) {
+        if (m->m_type != CKwConMass::PointMass) {
+            p.note(QStringLiteral("Mass \"%1\" left out: an automatic mass is the body's own, "
+                                  "which the mesh already carries").arg(m->GetName()));
+            continue;
+        }
+        if (IsMissingValue(m->m_mass) || !(m->m_mass > 0))
+            return p.refuse(QStringLiteral("Mass \"%1\" has no mass.").arg(m->GetName()));
+        std::vector<int> nodes;
+        for (int id : entityNodes(p.mesh, m->m_entities))
+            if (isWritten(p, id))
+                nodes.push_back(id);
+        if (nodes.empty()) {
+            p.note(QStringLiteral("Mass \"%1\" left out: it sits on no node of the solved mesh")
+                       .arg(m->GetName()));
+            continue;
+        }
+        const auto nonzero = [](const std::array<double, 3>& v) {
+            return std::any_of(v.begin(), v.end(), [](double x) { return x != 0 && !IsMissingValue(x); });
+        };
+        if (nonzero(m->m_inertia) || nonzero(m->m_offset))
+            p.note(QStringLiteral("Mass \"%1\" goes out at its picked nodes without its moments "
+                                  "of inertia and offset").arg(m->GetName()));
+        const std::string set = "EMASS" + std::to_string(m->GetID());
+        p.out += "*ELEMENT, TYPE=MASS, ELSET=" + set + "\n";
+        for (int id : nodes)
+            p.out += std::to_string(++p.nextElement) + ", " + std::to_string(id) + "\n";
+        p.out += "*MASS, ELSET=" + set + "\n" + num(m->m_mass / double(nodes.size())) + "\n";
+    }
+    return true;
+}
+
+double materialModulus(const Plan& p, int materialId)
+{
+    for (const CKwMaterial* c : p.model.m_materials)
+        if (c->GetID() == materialId)
+            return c->GetValue(QStringLiteral("EX"));
+    return MissingDouble;
+}
+
+// Springs go out as axial spring elements between the paired nodes, the stiffness shared among
+// the pairs. A rod, cable or bolt carries axial load only in a linear run: it goes out as the
+// axial spring of its section, E A / length. A rigid link ties the paired nodes' translations.
+bool writeConnectors(Plan& p)
+{
+    const double pi = 3.14159265358979323846;
+    for (std::size_t ci = 0; ci < std::size_t(p.model.m_connectors.size()); ++ci) {
+        const CKwConnector& c = *p.model.m_connectors[qsizetype(ci)];
+        std::vector<std::pair<int, int>> pairs;
+        for (const auto& pr : p.links[ci])
+            if (isWritten(p, pr.first) && isWritten(p, pr.second))
+                pairs.push_back(pr);
+        if (pairs.empty()) {
+            p.note(QStringLiteral("Connector \"%1\" left out: an end has no node of the solved "
+                                  "mesh").arg(c.GetName()));
+            continue;
+        }
+        const auto refuse = [&](const char* what) {
+            return p.refuse(QStringLiteral("Connector \"%1\" has no %2.").arg(c.GetName(), what));
+        };
+        if (c.m_type == CKwConnector::Rigid) {
+            p.out += "** Connector " + std::to_string(c.GetID()) + ": rigid link\n*EQUATION\n";
+            for (const auto& [a, b] : pairs)
+                for (int dof = 1; dof <= 3; ++dof)
+                    p.out += "2\n" + std::to_string(a) + ", " + std::to_string(dof) + ", 1., "
+                             + std::to_string(b) + ", " + std::to_string(dof) + ", -1.\n";
+            continue;
+        }
+        double ea = 0; // axial stiffness times length, for rods, cables and bolts
+        if (c.m_type == CKwConnector::Spring) {
+            if (IsMissingValue(c.m_axialStiffness) || !(c.m_axialStiffness > 0))
+                return refuse("axial stiffness");
+        } else {
+            const double e = materialModulus(p, c.m_materialId);
+            if (IsMissingValue(e) || !(e > 0))
+                return refuse("material with an elastic modulus");
+            const double area = c.m_type == CKwConnector::Bolt
+                                    ? (IsMissingValue(c.m_diameter) ? MissingDouble
+                                                                    : pi * c.m_diameter * c.m_diameter / 4)
+                                    : c.m_area;
+            if (IsMissingValue(area) || !(area > 0))
+                return refuse(c.m_type == CKwConnector::Bolt ? "shank diameter" : "cross-section area");
+            ea = e * area;
+        }
+        if (c.CarriesTensionOnly() || c.m_preload != 0)
+            p.note(QStringLiteral("Connector \"%1\" carries tension and compression alike and "
+                                  "no preload").arg(c.GetName()));
+        int skipped = 0;
+        for (const auto& [a, b] : pairs) {
+            const double length = distance(p.mesh, a, b);
+            if (!(length > 0)) {
+                ++skipped; // a spring without length has no direction to act along
+                continue;
+            }
+            const double k = (c.m_type == CKwConnector::Spring ? c.m_axialStiffness : ea / length)
+                             / double(pairs.size());
+            const int id = ++p.nextElement;
+            const std::string set = "ECON" + std::to_string(id);
+            p.out += "*ELEMENT, TYPE=SPRINGA, ELSET=" + set + "\n" + std::to_string(id) + ", "
+                     + std::to_string(a) + ", " + std::to_string(b) + "\n*SPRING, ELSET=" + set
+                     + "\n" + real(k) + "\n";
+        }
+        if (skipped)
+            p.note(QStringLiteral("Connector \"%1\": %2 node pairs without length left out")
+                       .arg(c.GetName()).arg(skipped));
+    }
+    return true;
 }
 
 // --- materials and properties ---
@@ -703,6 +885,74 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
     p.deck.stepSubcases.push_back(sub.GetID());
 }
 
+// --- frequency response ---
+
+// The critical damping ratio a frequency response uses for every mode: from the damping's
+// frequency table at the sweep's lower end, else its structural coefficient G (G / 2 at
+// resonance). Rayleigh damping goes out as it stands instead (ratio < 0).
+double dampingRatio(Plan& p, const CKwDamping* d, double lowest, std::string& rayleigh)
+{
+    if (!d)
+        return 0;
+    if (d->m_modal && d->m_modalTableId)
+        for (const CKwTable* t : p.model.m_tables)
+            if (t->GetID() == d->m_modalTableId && t->GetPointCount() > 0) {
+                const int n = t->GetPointCount();
+                const auto x = [&](int i) { return t->GetXFunction()->GetValue(i); };
+                const auto y = [&](int i) { return t->GetYFunction()->GetValue(i); };
+                double ratio = lowest <= x(0) ? y(0) : y(n - 1);
+                for (int i = 0; i + 1 < n; ++i)
+                    if (lowest >= x(i) && lowest <= x(i + 1) && x(i + 1) > x(i))
+                        ratio = y(i) + (y(i + 1) - y(i)) * (lowest - x(i)) / (x(i + 1) - x(i));
+                p.note(QStringLiteral("Damping \"%1\": every mode takes the ratio %2 of the "
+                                      "table at %3 Hz").arg(d->GetName()).arg(ratio).arg(lowest));
+                return ratio;
+            }
+    if ((d->m_alpha != 0 && !IsMissingValue(d->m_alpha)) || (d->m_beta != 0 && !IsMissingValue(d->m_beta))) {
+        rayleigh = ",," + real(IsMissingValue(d->m_alpha) ? 0.0 : d->m_alpha) + ", "
+                   + real(IsMissingValue(d->m_beta) ? 0.0 : d->m_beta) + "\n";
+        return -1;
+    }
+    return IsMissingValue(d->m_structuralG) ? 0 : d->m_structuralG / 2;
+}
+
+// A frequency response is the modes of the constrained model, then the steady-state response
+// to the first subcase's loads (as amplitudes) between the lowest and highest solution
+// frequency. The solver places the points itself: the given number in each interval between
+// the band's ends and the natural frequencies, the natural frequencies included.
+bool writeFrequencyResponse(Plan& p, const CKwSubCase& sub)
+{
+    const CKwSolutionFrequency* sf = nullptr;
+    const CKwDamping* damping = nullptr;
+    for (const CKwSolutionFrequency* f : p.model.m_solutionFrequencies)
+        if (f->m_analysisId == p.analysis.GetID() && !sf)
+            sf = f;
+    for (const CKwDamping* d : p.model.m_dampings)
+        if (d->m_analysisId == p.analysis.GetID() && !damping)
+            damping = d;
+    const QList<double> f = sf ? sf->Frequencies() : QList<double>();
+    if (f.size() < 2 || !(f.last() > f.first()))
+        return p.refuse(QStringLiteral("The frequency response has no band of solution "
+                                       "frequencies."));
+    std::string rayleigh;
+    const double ratio = dampingRatio(p, damping, f.first(), rayleigh);
+    if (ratio == 0)
+        p.note(QStringLiteral("The frequency response has no damping: its peaks are unbounded"));
+    p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
+             + "\n*STEP\n*FREQUENCY, STORAGE=YES\n" + std::to_string(p.deck.modes) + "\n";
+    writeRestraints(p, sub.GetID(), false);
+    p.out += "*NODE FILE\nU\n*END STEP\n*STEP\n*STEADY STATE DYNAMICS\n" + real(f.first()) + ", "
+             + real(f.last()) + ", " + std::to_string(std::max(2, int(f.size()) - 1)) + ", 1.\n";
+    if (ratio < 0)
+        p.out += "*MODAL DAMPING, RAYLEIGH\n" + rayleigh;
+    else if (ratio > 0)
+        p.out += "*MODAL DAMPING\n1, " + std::to_string(p.deck.modes) + ", " + real(ratio) + "\n";
+    const StepLoads loads = writeLoads(p, sub.GetID());
+    p.out += loads.cload + loads.dload + "*NODE FILE\nU\n*END STEP\n";
+    p.deck.stepSubcases = {sub.GetID(), sub.GetID()};
+    return true;
+}
+
 QString refusalFor(int type)
 {
     switch (type) {
@@ -718,9 +968,6 @@ QString refusalFor(int type)
     case CKwAnalysis::Optimization:
         return QStringLiteral("The solver run cannot do an optimization study: it has no loop "
                               "over design variables.");
-    case CKwAnalysis::FrequencyResponse:
-        return QStringLiteral("The solver run cannot do a frequency response analysis: it has "
-                              "no harmonic load input.");
     default:
         return QStringLiteral("The solver run cannot do analyses of type %1.").arg(type);
     }
@@ -789,7 +1036,8 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     KwSolverDeck deck;
     const int type = analysis.GetAnalysisTypeCode();
     if (type != CKwAnalysis::LinearStatic && type != CKwAnalysis::Modal
-        && type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient) {
+        && type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient
+        && type != CKwAnalysis::FrequencyResponse) {
         deck.refusal = refusalFor(type);
         return deck;
     }
@@ -816,7 +1064,7 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
             p.beam = prop;
     }
     deck.modal = type == CKwAnalysis::Modal;
-    if (deck.modal)
+    if (deck.modal || type == CKwAnalysis::FrequencyResponse)
         deck.modes = analysis.GetModalSetup() && analysis.GetModalSetup()->m_modeCount > 0
                          ? analysis.GetModalSetup()->m_modeCount : kKwDefaultModes;
     if (type == CKwAnalysis::NonlinearTransient) {
@@ -830,10 +1078,14 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
             deck.stepPeriod = kKwDefaultTransientTime;
     }
 
+    for (const CKwConnector* c : model.m_connectors)
+        p.links.push_back(connectorPairs(*model.m_mesh, *c));
+    for (std::size_t e = 0; e < model.m_mesh->ElementCount(); ++e)
+        p.nextElement = std::max(p.nextElement, model.m_mesh->ElementID(e));
     choosePieces(p);
     writeNodes(p);
     writeElements(p);
-    if (!writeProperties(p)) {
+    if (!writeProperties(p) || !writeMasses(p) || !writeConnectors(p)) {
         deck.text.clear();
         return deck;
     }
@@ -874,8 +1126,18 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
                                    .arg(sub->GetName());
                 return deck;
             }
-    for (std::size_t i = 0; i < solved.size(); ++i)
-        writeStep(p, *solved[i], i == 0);
+    if (type == CKwAnalysis::FrequencyResponse) {
+        if (solved.size() > 1)
+            p.note(QStringLiteral("The frequency response takes the loads of its first "
+                                  "structural subcase"));
+        if (!writeFrequencyResponse(p, *solved.front())) {
+            deck.text.clear();
+            return deck;
+        }
+    } else {
+        for (std::size_t i = 0; i < solved.size(); ++i)
+            writeStep(p, *solved[i], i == 0);
+    }
     std::swap(out, steps);
     writeAmplitudes(p);
     out += steps;

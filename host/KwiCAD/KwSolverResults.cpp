@@ -255,6 +255,8 @@ bool KwReadSolverResults(std::string_view text, const std::vector<int>& stepSubc
             if (components != 3)
                 return fail(QStringLiteral("displacements with %1 components").arg(components));
             set.displacement = std::move(field);
+        } else if (name == "DISPI" && components == 3) {
+            set.displacementImaginary = std::move(field);
         } else if (name == "FORC" && components == 3) {
             set.reaction = std::move(field);
         } else if (name == "STRESS" && components == 6) {

@@ -3,6 +3,9 @@
 // answers; and the runs that must leave the model as it was.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
+#include "CKwConMass.h"
+#include "CKwConnector.h"
+#include "CKwDynamicsSetup.h"
 #include "CKwFEModel.h"
 #include "CKwLoad.h"
 #include "CKwMaterial.h"
@@ -24,6 +27,7 @@
 #include <algorithm>
 #include <QTest>
 #include <cmath>
+#include <functional>
 #include <numbers>
 #include <gtest/gtest.h>
 
@@ -184,6 +188,214 @@ TEST_F(SolverJob, cantileverBendsFirstAtItsClosedFormFrequency)
     EXPECT_FALSE(modes[0]->displacement.empty());
 }
 
+// A heavy mass at the tip of a nearly massless cantilever: one spring (3 E I / L^3) and one mass.
+TEST_F(SolverJob, tipMassLowersTheCantileverToItsSpringMassFrequency)
+{
+    auto m = bar(20, 2, CKwAnalysis::Modal);
+    const double rho = 1.0, M = 1000.0;
+    m->m_materials.first()->SetValue("DENS", rho);
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true, true, true, true});
+    auto* mass = new CKwConMass(1, QStringLiteral("Tip"));
+    mass->m_mass = M;
+    mass->m_entities = {m->FindGeometry(CKwUIEntity::Face, 6)};
+    m->m_conMasses.append(mass);
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const auto modes = r->Modes();
+    ASSERT_GE(modes.size(), 2u);
+    const double I = H * H * H * H / 12.0, beamMass = rho * H * H * L;
+    const double f = std::sqrt(3 * E * I / ((M + 0.2357 * beamMass) * L * L * L))
+                     / (2 * std::numbers::pi);
+    EXPECT_NEAR(modes[0]->value, f, 0.05 * f);
+    EXPECT_NEAR(modes[1]->value, f, 0.05 * f);
+}
+
+// The same one-mode system shaken at its tip: at resonance the amplitude is the static
+// deflection times 1 / (2 zeta), zeta = G / 2 of the structural damping.
+TEST_F(SolverJob, dampedTipMassRespondsAtResonanceWithTheQualityFactor)
+{
+    auto m = bar(20, 2, CKwAnalysis::FrequencyResponse);
+    const double M = 1000.0, P = 1000.0, G = 0.04, zeta = G / 2;
+    m->m_materials.first()->SetValue("DENS", 1.0);
+    restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true, true, true, true});
+    auto* mass = new CKwConMass(1, QStringLiteral("Tip"));
+    mass->m_mass = M;
+    mass->m_entities = {m->FindGeometry(CKwUIEntity::Face, 6)};
+    m->m_conMasses.append(mass);
+    force(*m, 6, P, {0, 0, -1});
+    const double I = H * H * H * H / 12.0, Gs = E / (2 * (1 + NU));
+    const double f = std::sqrt(3 * E * I / (M * L * L * L)) / (2 * std::numbers::pi);
+    auto* band = new CKwSolutionFrequency(1, QStringLiteral("Band"));
+    band->m_analysisId = m->m_analyses.first()->GetID();
+    band->m_rangeStart = 0.5 * f;
+    band->m_rangeEnd = 1.5 * f;
+    band->m_rangeIncrements = 10;
+    m->m_solutionFrequencies.append(band);
+    auto* damping = new CKwDamping(1, QStringLiteral("Damping"));
+    damping->m_analysisId = band->m_analysisId;
+    damping->m_structuralG = G;
+    m->m_dampings.append(damping);
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const auto tip = KwGeometryNodes(*m->m_mesh, *m->FindGeometry(CKwUIEntity::Face, 6));
+    double peak = 0, peakAt = 0;
+    int points = 0;
+    for (const KwResultSet& set : r->sets) {
+        if (set.modal || set.step != 2)
+            continue;
+        ++points;
+        double amplitude = 0;
+        for (int id : tip) {
+            const double* re = set.displacement.Find(id);
+            const double* im = set.displacementImaginary.Find(id);
+            ASSERT_TRUE(re && im) << "node " << id;
+            amplitude += std::hypot(re[2], im[2]) / double(tip.size());
+        }
+        if (amplitude > peak) {
+            peak = amplitude;
+            peakAt = set.value;
+        }
+    }
+    ASSERT_GT(points, 5);
+    const double deflection = P * L * L * L / (3 * E * I) + P * L / (5.0 / 6.0 * Gs * H * H);
+    EXPECT_NEAR(peakAt, f, 0.05 * f);
+    EXPECT_NEAR(peak / deflection, 1 / (2 * zeta), 0.1 / (2 * zeta));
+}
+
+// Two blocks of side B with a gap G between them: the left one held at its left face, the right
+// one pulled along x and held across; the connector between the facing faces carries the pull.
+TEST_F(SolverJob, connectorBetweenTwoBlocksStretchesByLoadOverItsStiffness)
+{
+    constexpr double B = 0.1, G = 0.1, P = 1000.0;
+    const double pi = std::numbers::pi;
+    struct Case
+    {
+        const char* what;
+        int type;
+        double stiffness, area, diameter;
+        double expectedStretch;
+    };
+    const Case cases[] = {
+        {"spring", CKwConnector::Spring, 1e6, 0, 0, P / 1e6},
+        {"rod", CKwConnector::Rod, 0, 1e-6, 0, P * G / (E * 1e-6)},
+        {"bolt", CKwConnector::Bolt, 0, 0, 2e-3, P * G / (E * pi * 1e-6)},
+        {"rigid link", CKwConnector::Rigid, 0, 0, 0, 0.0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto m = bar(1, 1, CKwAnalysis::LinearStatic);
+        CKwMeshModel& mesh = *m->m_mesh;
+        mesh.BuildBlock(1, 1, 1, B, B, B);
+        for (int id = 1; id <= 8; ++id) {
+            const auto* n = mesh.FindNode(id);
+            mesh.AddNode(100 + id, n->x + B + G, n->y, n->z);
+        }
+        mesh.AddElement(2, CKwMeshModel::Hex8, {101, 102, 104, 103, 105, 106, 108, 107});
+        const auto nodes = [&](std::initializer_list<int> ids) {
+            QList<CKwUIEntity*> list;
+            for (int id : ids) {
+                list.append(new CKwUIEntity(CKwUIEntity::Node, id, QStringLiteral("Node %1").arg(id)));
+                m->m_geometry.append(list.back());
+            }
+            return list;
+        };
+        // Nodes at x = 0 are 1 3 5 7, at x = B 2 4 6 8; the right block's are 100 more.
+        auto* fixed = restrain(*m, nullptr, {true, true, true});
+        fixed->m_entities = nodes({1, 3, 5, 7});
+        auto* across = restrain(*m, nullptr, {false, true, true});
+        across->m_entities = nodes({101, 102, 104, 103, 105, 106, 108, 107});
+        auto* pull = new CKwLoad(1, QStringLiteral("Pull"));
+        pull->m_type = CKwLoad::Force;
+        pull->m_magnitude = P;
+        pull->m_direction = {1, 0, 0};
+        pull->m_entities = nodes({102, 104, 106, 108});
+        pull->m_subcaseIds = {1};
+        m->m_loads.append(pull);
+        auto* link = new CKwConnector(1, QStringLiteral("Link"));
+        link->m_type = c.type;
+        link->m_materialId = 1;
+        if (c.stiffness)
+            link->m_axialStiffness = c.stiffness;
+        if (c.area)
+            link->m_area = c.area;
+        if (c.diameter)
+            link->m_diameter = c.diameter;
+        link->m_end1 = nodes({2, 4, 6, 8});
+        link->m_end2 = nodes({101, 103, 105, 107});
+        m->m_connectors.append(link);
+        const KwSolverResults* r = solve(*m);
+        ASSERT_NE(r, nullptr);
+        const KwResultSet* set = r->LastOfStep(1);
+        ASSERT_NE(set, nullptr);
+        double stretch = 0;
+        for (int id : {2, 4, 6, 8}) {
+            ASSERT_TRUE(set->displacement.Find(id) && set->displacement.Find(id + 99));
+            stretch += (set->displacement.Find(id + 99)[0] - set->displacement.Find(id)[0]) / 4;
+        }
+        // The steel blocks themselves stretch by P B / (E B^2), far below every connector.
+        EXPECT_NEAR(stretch, c.expectedStretch, 0.02 * c.expectedStretch + 1e-9);
+        EXPECT_GT(set->displacement.Find(102)[0], 0.0);
+    }
+}
+
+// Connectors and masses the solver cannot take are refused by name before anything runs.
+TEST(SolverDeckParts, incompleteMassesAndConnectorsAreRefusedByName)
+{
+    struct Case
+    {
+        const char* what;
+        std::function<void(CKwFEModel&)> add;
+        const char* refusal;
+    };
+    const auto connector = [](int type, std::function<void(CKwConnector&)> set) {
+        return [type, set](CKwFEModel& m) {
+            auto* c = new CKwConnector(1, QStringLiteral("Link"));
+            c->m_type = type;
+            c->m_end1 = {m.FindGeometry(CKwUIEntity::Face, 5)};
+            c->m_end2 = {m.FindGeometry(CKwUIEntity::Face, 6)};
+            set(*c);
+            m.m_connectors.append(c);
+        };
+    };
+    const Case cases[] = {
+        {"mass without mass",
+         [](CKwFEModel& m) {
+             auto* c = new CKwConMass(1, QStringLiteral("Lump"));
+             c->m_entities = {m.FindGeometry(CKwUIEntity::Face, 6)};
+             m.m_conMasses.append(c);
+         },
+         "Mass \"Lump\" has no mass."},
+        {"spring without stiffness", connector(CKwConnector::Spring, [](CKwConnector&) {}),
+         "Connector \"Link\" has no axial stiffness."},
+        {"rod of a missing material",
+         connector(CKwConnector::Rod, [](CKwConnector& c) { c.m_materialId = 9; c.m_area = 1e-4; }),
+         "Connector \"Link\" has no material with an elastic modulus."},
+        {"rod without area", connector(CKwConnector::Rod, [](CKwConnector& c) { c.m_materialId = 1; }),
+         "Connector \"Link\" has no cross-section area."},
+        {"bolt without diameter", connector(CKwConnector::Bolt, [](CKwConnector& c) { c.m_materialId = 1; }),
+         "Connector \"Link\" has no shank diameter."},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto m = bar(2, 1, CKwAnalysis::Modal);
+        c.add(*m);
+        const KwSolverDeck deck = KwWriteSolverDeck(*m, *m->m_analyses.first());
+        EXPECT_EQ(deck.refusal.toStdString(), c.refusal);
+        EXPECT_TRUE(deck.text.empty());
+    }
+    // Complete, they go into the deck: a mass element per face node, a spring per node pair.
+    auto m = bar(2, 1, CKwAnalysis::Modal);
+    auto* mass = new CKwConMass(1, QStringLiteral("Lump"));
+    mass->m_mass = 8.0;
+    mass->m_entities = {m->FindGeometry(CKwUIEntity::Face, 6)};
+    m->m_conMasses.append(mass);
+    connector(CKwConnector::Spring, [](CKwConnector& c) { c.m_axialStiffness = 400.0; })(*m);
+    const KwSolverDeck deck = KwWriteSolverDeck(*m, *m->m_analyses.first());
+    ASSERT_TRUE(deck.ok()) << deck.refusal.toStdString();
+    EXPECT_NE(deck.text.find("*MASS, ELSET=EMASS1\n2\n"), std::string::npos) << deck.text;
+    EXPECT_NE(deck.text.find("*SPRING, ELSET=ECON7\n100.\n"), std::string::npos) << deck.text;
+}
+
 TEST_F(SolverJob, subcasesAreStepsWhoseResultsSuperpose)
 {
     auto m = bar(10, 2, CKwAnalysis::LinearStatic);
@@ -326,7 +538,7 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
         {"Explicit Dynamics", false, {}, "explicit"},
         {"Fatigue", false, {}, "fatigue"},
         {"Optimization", false, {}, "optimization"},
-        {"Frequency Response", false, {}, "frequency response"},
+        {"Frequency Response", true, {1}, ""},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.analysis);

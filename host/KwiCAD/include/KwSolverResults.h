@@ -26,7 +26,8 @@ struct KwResultSet
     int increment = 0;   // increment within the step, or the mode number
     bool modal = false;
     double value = 0;    // total time, or the frequency in Hz of a mode
-    KwNodalField displacement; // ux uy uz (m)
+    KwNodalField displacement; // ux uy uz (m); of a frequency response: the real part
+    KwNodalField displacementImaginary; // of a frequency response: the imaginary part (m)
     KwNodalField reaction;     // fx fy fz (N): the reaction at constrained nodes, the load
                                // at loaded ones
     KwNodalField stress;       // sxx syy szz sxy syz szx (Pa)
