@@ -41,8 +41,18 @@ std::vector<const KwResultSet*> KwSolverResults::Modes() const
 
 double KwVonMises(const double* s)
 {
-    const double a = s[0] - s[1], b = s[1] - s[2], c = s[2] - s[0];
-    return std::sqrt(0.5 * (a * a + b * b + c * c) + 3.0 * (s[3] * s[3] + s[4] * s[4] + s[5] * s[5]));
+    // Squared in units of the largest component, so that no finite stress overflows.
+    double scale = 0;
+    for (int i = 0; i < 6; ++i)
+        scale = std::max(scale, std::abs(s[i]));
+    if (scale == 0 || !std::isfinite(scale))
+        return scale == 0 ? 0.0 : scale;
+    double t[6];
+    for (int i = 0; i < 6; ++i)
+        t[i] = s[i] / scale;
+    const double a = t[0] - t[1], b = t[1] - t[2], c = t[2] - t[0];
+    return scale *
+           std::sqrt(0.5 * (a * a + b * b + c * c) + 3.0 * (t[3] * t[3] + t[4] * t[4] + t[5] * t[5]));
 }
 
 void KwPrincipalStresses(const double* s, double* principal)
@@ -260,6 +270,9 @@ bool KwReadSolverResults(std::string_view text, const std::vector<int>& stepSubc
         } else if (name == "FORC" && components == 3) {
             set.reaction = std::move(field);
         } else if (name == "STRESS" && components == 6) {
+            // A second stress block of the same output time replaces the first, measures too.
+            set.vonMises = {};
+            set.principal = {};
             set.vonMises.components = 1;
             set.principal.components = 3;
             set.vonMises.nodeIds = set.principal.nodeIds = field.nodeIds;
@@ -267,7 +280,13 @@ bool KwReadSolverResults(std::string_view text, const std::vector<int>& stepSubc
                 const double* s = field.values.data() + 6 * i;
                 double pr[3];
                 KwPrincipalStresses(s, pr);
-                set.vonMises.values.push_back(KwVonMises(s));
+                const double vm = KwVonMises(s);
+                // A stress whose measures lie beyond the range of numbers is no result.
+                if (!std::isfinite(vm) || !std::isfinite(pr[0]) || !std::isfinite(pr[1]) ||
+                    !std::isfinite(pr[2]))
+                    return fail(QStringLiteral("a stress beyond the range of numbers at node %1")
+                                    .arg(field.nodeIds[i]));
+                set.vonMises.values.push_back(vm);
                 set.principal.values.insert(set.principal.values.end(), pr, pr + 3);
             }
             set.stress = std::move(field);

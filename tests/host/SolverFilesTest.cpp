@@ -56,6 +56,11 @@ TEST(SolverStress, equivalentAndPrincipalStressesOfKnownStates)
     EXPECT_NEAR(p[0] + p[1] + p[2], 12 - 3 + 5, 1e-9);
     const double det = 12 * (-3 * 5 - 4) - 4 * (4 * 5 - (-2) * 7) + 7 * (4 * -2 - (-3) * 7);
     EXPECT_NEAR(p[0] * p[1] * p[2], det, 1e-7);
+    // Squaring a stress of 1e200 overflows; its equivalent stress must not.
+    const double huge[6] = {1e200, 0, 0, 0, 0, 0};
+    EXPECT_DOUBLE_EQ(KwVonMises(huge), 1e200);
+    const double shear[6] = {0, 0, 0, 1e300, 0, 0};
+    EXPECT_NEAR(KwVonMises(shear) / 1e300, std::sqrt(3.0), 1e-12);
 }
 
 // A result file as the solver writes it: a static step (displacements, stresses, nodal
