@@ -26,11 +26,11 @@ constexpr KwControlCode kControlCodes[] = {
     {I::CodeFaces, D::IdFace, KwCodeOp::Items},
     {I::CodePlaneDistance, D::IdPlaneDistance, kEdit},
     {I::CodeDuration, D::IdDuration, kEdit},
-    {I::CodeUnitFirst + I::UnitTranslation, 7860, KwCodeOp::Text},
-    {I::CodeUnitFirst + I::UnitVelocity, 7866, KwCodeOp::Text},
-    {I::CodeUnitFirst + I::UnitAcceleration, 7869, KwCodeOp::Text},
-    {I::CodeUnitFirst + I::UnitPlane, 7880, KwCodeOp::Text},
-    {I::CodeUnitFirst + I::UnitDuration, 7872, KwCodeOp::Text},
+    {int(I::CodeUnitFirst) + int(I::UnitTranslation), 7860, KwCodeOp::Text},
+    {int(I::CodeUnitFirst) + int(I::UnitVelocity), 7866, KwCodeOp::Text},
+    {int(I::CodeUnitFirst) + int(I::UnitAcceleration), 7869, KwCodeOp::Text},
+    {int(I::CodeUnitFirst) + int(I::UnitPlane), 7880, KwCodeOp::Text},
+    {int(I::CodeUnitFirst) + int(I::UnitDuration), 7872, KwCodeOp::Text},
 };
 
 constexpr KwValueBinding kBindings[] = {

@@ -309,8 +309,9 @@ TEST_F(LoadLogic, eachQuantityKeepsWhatWasTypedForItWhileTheEditorIsOpen)
     for (const auto& s : steps) {
         SCOPED_TRACE(testing::Message() << s.type << "/" << s.subtype);
         EXPECT_EQ(d.SetValue(L::FieldType, s.type), 1);
-        if (s.subtype >= 0)
+        if (s.subtype >= 0) {
             EXPECT_EQ(d.SetValue(L::FieldSubtype, s.subtype), 1);
+        }
         EXPECT_EQ(d.text[L::CodeMagnitude], QString::fromLatin1(s.shows));
         if (s.typed)
             d.text[L::CodeMagnitude] = QString::fromLatin1(s.typed);

@@ -62,7 +62,7 @@ TEST(CoordinateSystemGeometry, definitionsGiveRightHandedUnitAxesOrSayWhyNot)
         Vec z, x;
         std::array<Vec, 3> points;
         CS::Problem problem;
-        Vec ex, ez;
+        Vec ex{}, ez{};
     };
     const Case cases[] = {
         {"axes of any length", CS::OriginAndAxes, {0, 0, 2}, {1, 1, 0}, {}, CS::Fine,

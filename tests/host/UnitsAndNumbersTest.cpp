@@ -190,8 +190,9 @@ TEST(Units, parseRefusesValuesLandingOnTheMarkerOrBeyondTheFiniteRange)
         EXPECT_EQ(KW_UOM(c.system).ReadInternalValue(QString::fromLatin1(c.text), c.kind, &read),
                   c.status == KW_UOM::ParseOk)
             << c.text;
-        if (c.status == KW_UOM::ParseOk)
+        if (c.status == KW_UOM::ParseOk) {
             EXPECT_EQ(read, v) << c.text;
+        }
     }
 
     // Every kind in every system: the text that shows the marker never reads as a value that
