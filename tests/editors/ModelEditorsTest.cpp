@@ -96,11 +96,12 @@ TEST_F(ModelEditors, eachOpensOnTheSampleEntityAndOnANewOneAndCancelWritesNothin
             EXPECT_EQ(d->GetTemplateId(), c.templateId);
             EXPECT_EQ(d->windowTitle(), c.title);
             const char* name = existing ? c.existingName : c.newName;
-            if (auto* nameEdit = KwControl<QLineEdit>(d, 273))
+            if (auto* nameEdit = KwControl<QLineEdit>(d, 273)) {
                 EXPECT_EQ(nameEdit->text(), name) << c.kind << " existing " << existing;
-            else if (auto* list = KwControl<QListWidget>(d, 1406))
+            } else if (auto* list = KwControl<QListWidget>(d, 1406)) {
                 EXPECT_EQ(lines(list).value(0), name ? QString::fromUtf8(name) : QString())
                     << c.kind << " existing " << existing;
+            }
             d->OnCancel();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             EXPECT_EQ(host.view->GetOpenDialogCount(), 0) << c.kind;

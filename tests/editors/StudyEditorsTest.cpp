@@ -305,7 +305,7 @@ TEST_F(StudyEditors, newObjectiveAndVariableJoinTheirStudyWithTheNextId)
     for (const unsigned kind : {16u, 17u}) {
         CKwMFCDialog* d = open(host, kind, nullptr, study);
         ASSERT_NE(d, nullptr);
-        EXPECT_EQ(KwControl<QLineEdit>(d, kind == 16 ? O::IdID : V::IdID)->text(), "2");
+        EXPECT_EQ(KwControl<QLineEdit>(d, kind == 16 ? int(O::IdID) : int(V::IdID))->text(), "2");
         press(d, 1);
         EXPECT_EQ(host.view->GetOpenDialog(), nullptr) << host.view->GetLastBubbleText().toStdString();
     }

@@ -38,9 +38,11 @@ TEST(LicenseType, okKeepsTheChoiceCancelKeepsTheOldOneBadValuesReadAsStandard)
         d.Create();
         EXPECT_EQ(d.GetChosenType(), k.expected);
         EXPECT_TRUE(radioText(d, k.expected).endsWith(QStringLiteral(" (in use)")));
-        for (int t = 0; t < CKwLicenseTypeDlg::TypeCount; ++t)
-            if (t != k.expected)
+        for (int t = 0; t < CKwLicenseTypeDlg::TypeCount; ++t) {
+            if (t != k.expected) {
                 EXPECT_FALSE(radioText(d, t).contains(QStringLiteral("(in use)"))) << t;
+            }
+        }
         d.DestroyWindow();
     }
 
