@@ -94,13 +94,6 @@ void CKwMFCUIDamping::syncModal()
     m_ui->editTable->setEnabled(on && GetModalTable());
 }
 
-int CKwMFCUIDamping::openTableDialog(CKwTable* table)
-{
-    std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(table, this));
-    dlg->SetTable(GetFMView(), table, GetUnitSystem());
-    return dlg->DoModal();
-}
-
 int CKwMFCUIDamping::EditTableData()
 {
     // The table may have gone since the editor was filled: the logic names it.
@@ -109,7 +102,7 @@ int CKwMFCUIDamping::EditTableData()
         syncModal();
         return KwMB::IDCANCEL;
     }
-    return openTableDialog(GetModalTable());
+    return CKwTableDialog::RunModal(this, GetFMView(), GetModalTable(), GetUnitSystem());
 }
 
 int CKwMFCUIDamping::DefineNewTable()
@@ -123,7 +116,8 @@ int CKwMFCUIDamping::DefineNewTable()
     for (CKwTable* t : GetModel()->m_tables)
         if (t->GetID() == id)
             table = t;
-    const bool kept = table && openTableDialog(table) == KwMB::IDOK;
+    const bool kept =
+        table && CKwTableDialog::RunModal(this, GetFMView(), table, GetUnitSystem()) == KwMB::IDOK;
     FinishNewTable(id, kept);
     FillBoundControls();
     syncModal();

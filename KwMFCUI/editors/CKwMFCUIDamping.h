@@ -37,7 +37,6 @@ public:
     void OnObjectDataLoaded() override;
 
 private:
-    int openTableDialog(CKwTable* table);
     void syncModal();
 
     std::unique_ptr<Ui::CKwMFCUIDamping> m_ui;

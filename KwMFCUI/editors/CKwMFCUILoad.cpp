@@ -500,13 +500,6 @@ void CKwMFCUILoad::onTableRow(int use, int row)
     showTypeExtras();
 }
 
-int CKwMFCUILoad::openTableDialog(CKwTable* table)
-{
-    std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(table, this));
-    dlg->SetTable(GetFMView(), table, GetUnitSystem());
-    return dlg->DoModal();
-}
-
 bool CKwMFCUILoad::EditTableData(int use)
 {
     const CKwLoad* l = GetEditObject();
@@ -521,7 +514,7 @@ bool CKwMFCUILoad::EditTableData(int use)
         return false;
     }
     KeepTableForCancel(id, use); // the table dialog writes into the model's table
-    return openTableDialog(table) == KwMB::IDOK;
+    return CKwTableDialog::RunModal(this, GetFMView(), table, GetUnitSystem()) == KwMB::IDOK;
 }
 
 int CKwMFCUILoad::defineNewTable(int use)
@@ -532,7 +525,8 @@ int CKwMFCUILoad::defineNewTable(int use)
         return 0;
     const int id = AddNewTable(use);
     CKwTable* table = KwTableLookup::Find(GetModel(), id, use);
-    const bool kept = table && openTableDialog(table) == KwMB::IDOK;
+    const bool kept =
+        table && CKwTableDialog::RunModal(this, GetFMView(), table, GetUnitSystem()) == KwMB::IDOK;
     if (!kept)
         DropNewTable(id);
     LoadTableItems();

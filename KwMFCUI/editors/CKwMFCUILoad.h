@@ -62,7 +62,6 @@ private:
     void onTableRow(int use, int row);
     // "Define New Table" and the combo's "New Table": the id of the table kept, 0 on cancel.
     int defineNewTable(int use);
-    int openTableDialog(CKwTable* table);
     void onLocationMode();
 
     std::unique_ptr<Ui::CKwMFCUILoad> m_ui;

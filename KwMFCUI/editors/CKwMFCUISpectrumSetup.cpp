@@ -104,13 +104,6 @@ void CKwMFCUISpectrumSetup::syncTableButtons()
     m_ui->newTable->setEnabled(GetModel() != nullptr);
 }
 
-int CKwMFCUISpectrumSetup::openTableDialog(CKwTable* table)
-{
-    std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(table, this));
-    dlg->SetTable(GetFMView(), table, GetUnitSystem());
-    return dlg->DoModal();
-}
-
 int CKwMFCUISpectrumSetup::EditTableData()
 {
     if (!PrepareTableEdit()) {
@@ -118,7 +111,7 @@ int CKwMFCUISpectrumSetup::EditTableData()
         syncTableButtons();
         return KwMB::IDCANCEL;
     }
-    return openTableDialog(GetSpectrumTable());
+    return CKwTableDialog::RunModal(this, GetFMView(), GetSpectrumTable(), GetUnitSystem());
 }
 
 int CKwMFCUISpectrumSetup::DefineNewTable()
@@ -130,7 +123,8 @@ int CKwMFCUISpectrumSetup::DefineNewTable()
         for (CKwTable* t : GetModel()->m_tables)
             if (t->GetID() == id)
                 table = t;
-    const bool kept = table && openTableDialog(table) == KwMB::IDOK;
+    const bool kept =
+        table && CKwTableDialog::RunModal(this, GetFMView(), table, GetUnitSystem()) == KwMB::IDOK;
     if (id > 0)
         FinishNewTable(id, kept);
     // The list shows the spectrum's table again (after a cancel: the one it had).

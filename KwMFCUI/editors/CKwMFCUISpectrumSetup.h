@@ -37,7 +37,6 @@ public:
     void OnObjectDataLoaded() override;
 
 private:
-    int openTableDialog(CKwTable* table);
     void syncTableButtons();
 
     std::unique_ptr<Ui::CKwMFCUISpectrumSetup> m_ui;

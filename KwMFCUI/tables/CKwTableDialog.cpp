@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <memory>
 
 namespace {
 
@@ -117,6 +118,13 @@ CKwTableDialog::CKwTableDialog(QWidget* parent) : CKwMFCDialog(kTemplateId, null
 }
 
 CKwTableDialog::~CKwTableDialog() = default;
+
+int CKwTableDialog::RunModal(QWidget* parent, CFMView* view, CKwTable* table, KW_UOM* units)
+{
+    std::unique_ptr<CKwTableDialog> dlg(NewFor(table, parent));
+    dlg->SetTable(view, table, units);
+    return dlg->DoModal();
+}
 
 CKwTableDialog* CKwTableDialog::NewFor(CKwTable* table, QWidget* parent)
 {

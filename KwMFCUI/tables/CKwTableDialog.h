@@ -41,6 +41,9 @@ public:
     // The dialog of the table's kind: the temperature, time and frequency tables get their own
     // heads and rules, every other table this one.
     static CKwTableDialog* NewFor(CKwTable* table, QWidget* parent = nullptr);
+    // The dialog of the table's type over `parent`, run modal on the table: what an editor's
+    // "Edit Table Data" and "Define New Table" open. The dialog's result code.
+    static int RunModal(QWidget* parent, CFMView* view, CKwTable* table, KW_UOM* units);
 
     // The table to edit (not owned; null edits nothing and OK writes nothing), the view for
     // messages and the units the values are shown in. Call before DoModal or Create.
