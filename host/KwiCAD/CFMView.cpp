@@ -133,6 +133,7 @@ void CFMView::ClearResultDisplay(CKwAnalysis* analysis)
 {
     ++m_clearCount;
     m_lastCleared = analysis;
+    m_resultDisplay.active = false;
     update();
 }
 
@@ -583,6 +584,18 @@ void CFMView::ClearMeshHighlight()
 {
     m_meshHighlight[0].clear();
     m_meshHighlight[1].clear();
+    update();
+}
+
+void CFMView::SetResultDisplay(const KwResultDisplay& display)
+{
+    m_resultDisplay = display;
+    update();
+}
+
+void CFMView::SetDirectionDisplay(const KwDirectionDisplay& display)
+{
+    m_directionDisplay = display;
     update();
 }
 

@@ -1,8 +1,11 @@
 #include "CKwMeshModel.h"
 
 #include "CKwUIEntity.h"
+#include "KwMeshTopology.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace {
 
@@ -39,8 +42,43 @@ int CKwMeshModel::NodesPerElement(int type)
     case Quad4: return 4;
     case Tet4: return 4;
     case Hex8: return 8;
+    case Pyr5: return 5;
+    case Wedge6: return 6;
+    case Beam3: return 3;
+    case Tri6: return 6;
+    case Quad8: return 8;
+    case Pyr13: return 13;
+    case Wedge15: return 15;
+    case Hex20: return 20;
+    case Tet10: return 10;
     }
     return 0;
+}
+
+int CKwMeshModel::LinearType(int type)
+{
+    switch (type) {
+    case Beam2: case Beam3: return Beam2;
+    case Tri3: case Tri6: return Tri3;
+    case Quad4: case Quad8: return Quad4;
+    case Tet4: case Tet10: return Tet4;
+    case Pyr5: case Pyr13: return Pyr5;
+    case Wedge6: case Wedge15: return Wedge6;
+    case Hex8: case Hex20: return Hex8;
+    }
+    return 0;
+}
+
+bool CKwMeshModel::IsSolidType(int type)
+{
+    const int t = LinearType(type);
+    return t == Tet4 || t == Pyr5 || t == Wedge6 || t == Hex8;
+}
+
+bool CKwMeshModel::IsShellType(int type)
+{
+    const int t = LinearType(type);
+    return t == Tri3 || t == Quad4;
 }
 
 QString CKwMeshModel::QualityParamName(QualityCheck check)
@@ -79,6 +117,7 @@ CKwMeshModel& CKwMeshModel::operator=(const CKwMeshModel& other)
     m_groups = other.m_groups;
     m_groupCounter = other.m_groupCounter;
     m_endReleases = other.m_endReleases;
+    m_geometry = other.m_geometry;
     return *this;
 }
 
@@ -151,6 +190,7 @@ void CKwMeshModel::Clear()
     m_elementIndex.clear();
     m_groups.clear();
     m_endReleases.clear();
+    m_geometry.clear();
 }
 
 bool CKwMeshModel::SetEndRelease(int elementId, EndRelease release)
@@ -189,6 +229,7 @@ void CKwMeshModel::BuildBlock(int nx, int ny, int nz, double lx, double ly, doub
                            {nodeId(i, j, k), nodeId(i + 1, j, k), nodeId(i + 1, j + 1, k),
                             nodeId(i, j + 1, k), nodeId(i, j, k + 1), nodeId(i + 1, j, k + 1),
                             nodeId(i + 1, j + 1, k + 1), nodeId(i, j + 1, k + 1)});
+    ClassifyAsBox();
 }
 
 // --- quality parameters ---
@@ -380,4 +421,200 @@ void CKwMeshModel::BuildSampleBracket()
         AddElement(e++, t.type, std::span<const int>(ids, static_cast<std::size_t>(n)));
         x0 += width + 0.008;
     }
+    ClassifyAsBox();
+}
+
+// --- the geometry the mesh lies on ---
+
+void CKwMeshModel::SetGeometryMeshes(std::vector<GeometryMesh> entities)
+{
+    m_geometry = std::move(entities);
+}
+
+const CKwMeshModel::GeometryMesh* CKwMeshModel::FindGeometryMesh(int kind, int id) const
+{
+    for (const GeometryMesh& g : m_geometry)
+        if (g.kind == kind && g.id == id)
+            return &g;
+    return nullptr;
+}
+
+void CKwMeshModel::ClassifyAsBox()
+{
+    m_geometry.clear();
+    // The box is the extent of the solids' nodes.
+    double lo[3] = {1e300, 1e300, 1e300}, hi[3] = {-1e300, -1e300, -1e300};
+    std::vector<char> solidNode(m_nodes.size(), 0);
+    for (std::size_t e = 0; e < ElementCount(); ++e)
+        if (IsSolidType(ElementType(e)))
+            for (int i : ElementNodes(e))
+                solidNode[std::size_t(i)] = 1;
+    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
+        if (!solidNode[i])
+            continue;
+        const double p[3] = {m_nodes[i].x, m_nodes[i].y, m_nodes[i].z};
+        for (int a = 0; a < 3; ++a) {
+            lo[a] = std::min(lo[a], p[a]);
+            hi[a] = std::max(hi[a], p[a]);
+        }
+    }
+    if (lo[0] > hi[0])
+        return;
+    double size = 0;
+    for (int a = 0; a < 3; ++a)
+        size = std::max(size, hi[a] - lo[a]);
+    const double tol = 1e-6 * std::max(size, 1e-12);
+    // Sides: axis and whether on the high end, for faces 1-6.
+    const int faceAxis[6] = {2, 2, 1, 1, 0, 0};
+    const bool faceHigh[6] = {false, true, false, true, false, true};
+    auto inBox = [&](const Node& n) {
+        const double p[3] = {n.x, n.y, n.z};
+        for (int a = 0; a < 3; ++a)
+            if (p[a] < lo[a] - tol || p[a] > hi[a] + tol)
+                return false;
+        return true;
+    };
+    auto onSide = [&](const Node& n, int f) {
+        const double p[3] = {n.x, n.y, n.z};
+        const int a = faceAxis[f];
+        return inBox(n) && std::abs(p[a] - (faceHigh[f] ? hi[a] : lo[a])) <= tol;
+    };
+    // Corner c: bottom ring 0-3 counter-clockwise from (lo, lo), top ring 4-7.
+    auto cornerHigh = [](int c, int a) {
+        if (a == 0)
+            return c % 4 == 1 || c % 4 == 2;
+        if (a == 1)
+            return c % 4 == 2 || c % 4 == 3;
+        return c >= 4;
+    };
+    // A box edge lies on the two sides that hold both of its corners.
+    const int edgeCorners[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
+                                    {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
+    auto sideHolds = [&](int f, int c) { return cornerHigh(c, faceAxis[f]) == faceHigh[f]; };
+    std::vector<std::array<int, 2>> edgeSides(12);
+    for (int ed = 0; ed < 12; ++ed) {
+        int k = 0;
+        for (int f = 0; f < 6 && k < 2; ++f)
+            if (sideHolds(f, edgeCorners[ed][0]) && sideHolds(f, edgeCorners[ed][1]))
+                edgeSides[std::size_t(ed)][std::size_t(k++)] = f;
+    }
+
+    std::vector<GeometryMesh> faces(6), edges(12), vertices(8);
+    GeometryMesh body;
+    body.kind = CKwUIEntity::Body;
+    body.id = 1;
+    for (int f = 0; f < 6; ++f) {
+        faces[std::size_t(f)].kind = CKwUIEntity::Face;
+        faces[std::size_t(f)].id = f + 1;
+    }
+    for (int ed = 0; ed < 12; ++ed) {
+        edges[std::size_t(ed)].kind = CKwUIEntity::Edge;
+        edges[std::size_t(ed)].id = ed + 1;
+    }
+    for (int c = 0; c < 8; ++c) {
+        vertices[std::size_t(c)].kind = CKwUIEntity::Vertex;
+        vertices[std::size_t(c)].id = c + 1;
+    }
+    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
+        if (!solidNode[i])
+            continue;
+        const Node& n = m_nodes[i];
+        body.nodeIds.push_back(n.id);
+        bool side[6];
+        for (int f = 0; f < 6; ++f) {
+            side[f] = onSide(n, f);
+            if (side[f])
+                faces[std::size_t(f)].nodeIds.push_back(n.id);
+        }
+        for (int ed = 0; ed < 12; ++ed)
+            if (side[edgeSides[std::size_t(ed)][0]] && side[edgeSides[std::size_t(ed)][1]])
+                edges[std::size_t(ed)].nodeIds.push_back(n.id);
+        for (int c = 0; c < 8; ++c) {
+            bool at = true;
+            for (int a = 0; a < 3; ++a) {
+                const double p[3] = {n.x, n.y, n.z};
+                at = at && std::abs(p[a] - (cornerHigh(c, a) ? hi[a] : lo[a])) <= tol;
+            }
+            if (at)
+                vertices[std::size_t(c)].nodeIds.push_back(n.id);
+        }
+    }
+    // Skin triangles onto the side all their corners lie on.
+    for (const KwSkinFace& s : KwSolidSkin(*this)) {
+        for (int f = 0; f < 6; ++f) {
+            bool all = true;
+            for (int k = 0; k < s.corners && all; ++k)
+                all = onSide(m_nodes[std::size_t(s.node[k])], f);
+            if (!all)
+                continue;
+            auto& facets = faces[std::size_t(f)].facets;
+            for (int t = 0; t + 2 < s.corners; ++t)
+                for (int k : {0, t + 1, t + 2})
+                    facets.push_back(m_nodes[std::size_t(s.node[k])].id);
+            break;
+        }
+    }
+    // Edge segments: the edge's nodes in order along it.
+    for (int ed = 0; ed < 12; ++ed) {
+        auto& g = edges[std::size_t(ed)];
+        const int c0 = edgeCorners[ed][0], c1 = edgeCorners[ed][1];
+        int axis = 0;
+        for (int a = 0; a < 3; ++a)
+            if (cornerHigh(c0, a) != cornerHigh(c1, a))
+                axis = a;
+        std::vector<std::pair<double, int>> along;
+        for (int id : g.nodeIds) {
+            const Node& n = *FindNode(id);
+            const double p[3] = {n.x, n.y, n.z};
+            along.emplace_back(p[axis], id);
+        }
+        std::sort(along.begin(), along.end());
+        for (std::size_t k = 0; k + 1 < along.size(); ++k) {
+            g.facets.push_back(along[k].second);
+            g.facets.push_back(along[k + 1].second);
+        }
+    }
+    // Structural elements: solids to the body, shells to the side they lie on, beams to the
+    // edge they lie on.
+    for (std::size_t e = 0; e < ElementCount(); ++e) {
+        const int type = ElementType(e);
+        const auto conn = ElementNodes(e);
+        if (IsSolidType(type)) {
+            body.elementIds.push_back(ElementID(e));
+            continue;
+        }
+        auto allOn = [&](auto&& pred) {
+            for (int i : conn)
+                if (!pred(m_nodes[std::size_t(i)]))
+                    return false;
+            return true;
+        };
+        if (IsShellType(type)) {
+            for (int f = 0; f < 6; ++f)
+                if (allOn([&](const Node& n) { return onSide(n, f); })) {
+                    faces[std::size_t(f)].elementIds.push_back(ElementID(e));
+                    break;
+                }
+        } else if (IsBeamType(type)) {
+            for (int ed = 0; ed < 12; ++ed)
+                if (allOn([&](const Node& n) {
+                        return onSide(n, edgeSides[std::size_t(ed)][0])
+                               && onSide(n, edgeSides[std::size_t(ed)][1]);
+                    })) {
+                    edges[std::size_t(ed)].elementIds.push_back(ElementID(e));
+                    break;
+                }
+        }
+    }
+    auto finish = [](GeometryMesh& g) {
+        std::sort(g.nodeIds.begin(), g.nodeIds.end());
+        std::sort(g.elementIds.begin(), g.elementIds.end());
+    };
+    finish(body);
+    m_geometry.push_back(std::move(body));
+    for (auto* list : {&faces, &edges, &vertices})
+        for (GeometryMesh& g : *list) {
+            finish(g);
+            m_geometry.push_back(std::move(g));
+        }
 }

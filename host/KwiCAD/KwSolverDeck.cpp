@@ -992,6 +992,10 @@ std::vector<int> KwGeometryNodes(const CKwMeshModel& mesh, const CKwUIEntity& en
         return ids;
     }
     default:
+        // Geometry: what the mesher classified onto it.
+        if (const CKwMeshModel::GeometryMesh* g = mesh.FindGeometryMesh(entity.GetKind(),
+                                                                        entity.GetID()))
+            return g->nodeIds;
         break;
     }
     const Box b = solidBox(mesh);

@@ -260,7 +260,8 @@ TEST(SolverDeck, sampleFacesAndVerticesFindTheirMeshNodes)
         {CKwUIEntity::Face, 1, 27, 2, 0.0},  {CKwUIEntity::Face, 2, 27, 2, 0.04},
         {CKwUIEntity::Face, 3, 27, 1, 0.0},  {CKwUIEntity::Face, 4, 27, 1, 0.05},
         {CKwUIEntity::Face, 5, 9, 0, 0.0},   {CKwUIEntity::Face, 6, 9, 0, 0.2},
-        {CKwUIEntity::Vertex, 8, 1, 0, 0.2}, {CKwUIEntity::Vertex, 1, 1, 2, 0.0},
+        {CKwUIEntity::Vertex, 7, 1, 0, 0.2}, {CKwUIEntity::Vertex, 1, 1, 2, 0.0},
+        {CKwUIEntity::Edge, 1, 9, 1, 0.0},   {CKwUIEntity::Edge, 11, 3, 0, 0.2},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.kind * 100 + c.id);
@@ -272,6 +273,13 @@ TEST(SolverDeck, sampleFacesAndVerticesFindTheirMeshNodes)
             EXPECT_NEAR(p[c.axis], c.at, 1e-12);
         }
     }
+    // The skin of the top is the 8 x 2 cells' triangles; edge 1 runs along the 8 cells; the
+    // cover's shells lie on the top and the stiffener's beams on the top back edge.
+    EXPECT_EQ(mesh.FindGeometryMesh(CKwUIEntity::Face, 2)->facets.size(), 8u * 2 * 2 * 3);
+    EXPECT_EQ(mesh.FindGeometryMesh(CKwUIEntity::Edge, 1)->facets.size(), 8u * 2);
+    EXPECT_EQ(mesh.FindGeometryMesh(CKwUIEntity::Face, 2)->elementIds.size(),
+              mesh.CountOfType(CKwMeshModel::Quad4) - 5 + mesh.CountOfType(CKwMeshModel::Tri3) - 1);
+    EXPECT_EQ(mesh.FindGeometryMesh(CKwUIEntity::Edge, 7)->elementIds.size(), 8u);
     // The test tabs above the part belong to no face; the body holds every node of the solid.
     EXPECT_EQ(KwGeometryNodes(mesh, *m->FindGeometry(CKwUIEntity::Body, 1)).size(), 81u);
     EXPECT_EQ(KwGeometryNodes(mesh, *m->FindGeometry(CKwUIEntity::Node, 5001)),

@@ -1,6 +1,7 @@
 #pragma once
 // The model view of the host: draws the model, keeps the stack of dialogs open on it, the
 // result toolbar and the active plot, shows bubble tips, and knows whether the solver runs.
+#include "KwViewDisplay.h"
 #include "KwiCADExport.h"
 
 #include <QList>
@@ -118,6 +119,14 @@ public:
     }
     void ClearMeshHighlight();
 
+    // --- result display and direction marks ---
+    // What the plot editor wants shown; an inactive display shows the plain model.
+    void SetResultDisplay(const KwResultDisplay& display);
+    const KwResultDisplay& GetResultDisplay() const { return m_resultDisplay; }
+    // Shell normals and beam directions of the mesh tools.
+    void SetDirectionDisplay(const KwDirectionDisplay& display);
+    const KwDirectionDisplay& GetDirectionDisplay() const { return m_directionDisplay; }
+
     // --- number fields ---
     // The integer in `text` (blanks allowed around it); MissingInteger when it is not one.
     static int GetIntegerFromString(const QString& text);
@@ -168,4 +177,6 @@ private:
     unsigned m_hiddenBodies = 0;
     QList<CKwUIEntity*> m_highlighted;
     std::vector<int> m_meshHighlight[2];
+    KwResultDisplay m_resultDisplay;
+    KwDirectionDisplay m_directionDisplay;
 };

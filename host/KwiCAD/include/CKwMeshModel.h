@@ -19,9 +19,21 @@ class KWICAD_EXPORT CKwMeshModel : public CKwFEBase
 {
 public:
     struct Node { int id; double x, y, z; };
-    // The value is the element's node count, except for the tetrahedron.
-    enum ElementType : int { Beam2 = 2, Tri3 = 3, Quad4 = 4, Hex8 = 8, Tet4 = 10 };
+    // Element families in linear and parabolic order. Node order: corners first (as the
+    // linear element has them), then the mid-side nodes edge by edge.
+    enum ElementType : int {
+        Beam2 = 2, Tri3 = 3, Quad4 = 4, Pyr5 = 5, Wedge6 = 6, Hex8 = 8, Tet4 = 10,
+        Beam3 = 12, Tri6 = 13, Quad8 = 14, Pyr13 = 15, Wedge15 = 16, Hex20 = 18, Tet10 = 20
+    };
     static int NodesPerElement(int type);
+    // The linear element of a family (Tet10 -> Tet4; a linear type gives itself), 0 if unknown.
+    static int LinearType(int type);
+    // Corner nodes: the node count of the linear type.
+    static int CornerCount(int type) { return NodesPerElement(LinearType(type)); }
+    static bool IsParabolic(int type) { return type != LinearType(type) && LinearType(type) != 0; }
+    static bool IsSolidType(int type);
+    static bool IsShellType(int type);
+    static bool IsBeamType(int type) { return LinearType(type) == Beam2; }
 
     // The checks of the mesh quality parameters, each with an on/off flag and a limit.
     enum QualityCheck : int {
@@ -129,6 +141,34 @@ public:
     const std::map<int, EndRelease>& EndReleases() const { return m_endReleases; }
     void ClearEndReleases() { m_endReleases.clear(); }
 
+    // --- the geometry the mesh lies on ---
+    // What of the mesh belongs to one geometry entity (kind as CKwUIEntity::Kind: vertex,
+    // edge, face, body). A face's nodes include those on its edges and vertices; its facets
+    // are the skin triangles on it (three node ids each, outward for solids; quadrilateral
+    // element faces come as two triangles); an edge's facets are its segments (two node ids
+    // each); a vertex has its one node. Elements are the structural elements on the entity:
+    // shells on a face, beams on an edge, the solids of a body.
+    struct GeometryMesh
+    {
+        int kind = 0;
+        int id = 0;
+        int body = 1;
+        std::vector<int> nodeIds;   // sorted
+        std::vector<int> facets;
+        std::vector<int> elementIds; // sorted
+    };
+    // Replaces the whole classification (the mesher hands it over with a new mesh).
+    void SetGeometryMeshes(std::vector<GeometryMesh> entities);
+    const std::vector<GeometryMesh>& GeometryMeshes() const { return m_geometry; }
+    // Null when the entity has no mesh on it (or the mesh carries no classification).
+    const GeometryMesh* FindGeometryMesh(int kind, int id) const;
+    // Classifies the solids as one box-shaped body: faces 1-6 (bottom, top, front, back,
+    // left, right: z low, z high, y low, y high, x low, x high), edges 1-12 and vertices 1-8
+    // as the corners run: bottom ring 1-4 counter-clockwise from (xlo, ylo), top ring 5-8
+    // above them; edges 1-4 the bottom ring, 5-8 the top ring, 9-12 the uprights from
+    // vertices 1-4. Shells and beams lying on a face or edge are classified onto it.
+    void ClassifyAsBox();
+
     // --- picking ---
     // The pickable object of a node or element; null for an unknown id.
     CKwUIEntity* NodeEntity(int id);
@@ -148,4 +188,5 @@ private:
     int m_groupCounter = 1;
     std::unordered_map<long long, std::unique_ptr<CKwUIEntity>> m_entities;
     std::map<int, EndRelease> m_endReleases;
+    std::vector<GeometryMesh> m_geometry;
 };
