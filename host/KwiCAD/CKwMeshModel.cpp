@@ -118,6 +118,7 @@ CKwMeshModel& CKwMeshModel::operator=(const CKwMeshModel& other)
     m_groupCounter = other.m_groupCounter;
     m_endReleases = other.m_endReleases;
     m_geometry = other.m_geometry;
+    m_settings = other.m_settings;
     return *this;
 }
 

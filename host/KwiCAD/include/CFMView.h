@@ -140,7 +140,17 @@ public:
     static bool IsValidNumberString(const QString& text, int unitType);
     static constexpr double LargestLength = 1e15;
 
+    // --- remeshing ---
+    // Asks the host to remesh the model with the mesh's current settings (the mesh settings
+    // dialog's Run). The host answers with meshReplaced or a message; it refuses while the
+    // solver runs.
+    void RequestRemesh() { Q_EMIT remeshRequested(); }
+    // The host has put a new mesh into the model.
+    void NotifyMeshReplaced() { Q_EMIT meshReplaced(); }
+
 Q_SIGNALS:
+    void remeshRequested();
+    void meshReplaced();
     void solverRunningChanged(bool running);
     void openDialogsChanged();
 

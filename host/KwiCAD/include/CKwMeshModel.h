@@ -4,6 +4,7 @@
 // groups the user gathered. Picked nodes and elements are handed out as CKwUIEntity objects
 // the mesh owns, made the first time one is asked for.
 #include "CKwFEBase.h"
+#include "KwMeshSettings.h"
 
 #include <QHash>
 #include <QString>
@@ -141,6 +142,10 @@ public:
     const std::map<int, EndRelease>& EndReleases() const { return m_endReleases; }
     void ClearEndReleases() { m_endReleases.clear(); }
 
+    // --- settings the mesh is (re)made with ---
+    const KwMeshSettings& GetSettings() const { return m_settings; }
+    void SetSettings(const KwMeshSettings& settings) { m_settings = settings; }
+
     // --- the geometry the mesh lies on ---
     // What of the mesh belongs to one geometry entity (kind as CKwUIEntity::Kind: vertex,
     // edge, face, body). A face's nodes include those on its edges and vertices; its facets
@@ -189,4 +194,5 @@ private:
     std::unordered_map<long long, std::unique_ptr<CKwUIEntity>> m_entities;
     std::map<int, EndRelease> m_endReleases;
     std::vector<GeometryMesh> m_geometry;
+    KwMeshSettings m_settings;
 };
