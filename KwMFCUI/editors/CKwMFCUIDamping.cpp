@@ -112,12 +112,8 @@ int CKwMFCUIDamping::DefineNewTable()
     const int id = AddModalTable();
     if (id <= 0)
         return 0;
-    CKwTable* table = nullptr;
-    for (CKwTable* t : GetModel()->m_tables)
-        if (t->GetID() == id)
-            table = t;
     const bool kept =
-        table && CKwTableDialog::RunModal(this, GetFMView(), table, GetUnitSystem()) == KwMB::IDOK;
+        CKwTableDialog::RunOnAddedTable(this, GetFMView(), GetModel(), id, GetUnitSystem());
     FinishNewTable(id, kept);
     FillBoundControls();
     syncModal();

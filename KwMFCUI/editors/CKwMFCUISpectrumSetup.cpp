@@ -118,13 +118,8 @@ int CKwMFCUISpectrumSetup::DefineNewTable()
 {
     UpdateObjectData(false);
     const int id = AddSpectrumTable();
-    CKwTable* table = nullptr;
-    if (id > 0)
-        for (CKwTable* t : GetModel()->m_tables)
-            if (t->GetID() == id)
-                table = t;
     const bool kept =
-        table && CKwTableDialog::RunModal(this, GetFMView(), table, GetUnitSystem()) == KwMB::IDOK;
+        CKwTableDialog::RunOnAddedTable(this, GetFMView(), GetModel(), id, GetUnitSystem());
     if (id > 0)
         FinishNewTable(id, kept);
     // The list shows the spectrum's table again (after a cancel: the one it had).

@@ -3,12 +3,14 @@
 #include "CKwCtrlListHeader.h"
 
 #include "CFMView.h"
+#include "CKwFEModel.h"
 #include "CKwFunction.h"
 #include "CKwTable.h"
 #include "KW_UOM.h"
 #include "KwChart.h"
 #include "KwControls.h"
 #include "KwLangText.h"
+#include "KwMessageBox.h"
 #include "KwMethodLogger.h"
 #include "KwNumbers.h"
 
@@ -124,6 +126,17 @@ int CKwTableDialog::RunModal(QWidget* parent, CFMView* view, CKwTable* table, KW
     std::unique_ptr<CKwTableDialog> dlg(NewFor(table, parent));
     dlg->SetTable(view, table, units);
     return dlg->DoModal();
+}
+
+bool CKwTableDialog::RunOnAddedTable(QWidget* parent, CFMView* view, CKwFEModel* model,
+                                     int tableId, KW_UOM* units)
+{
+    if (!model || tableId <= 0)
+        return false;
+    for (CKwTable* t : model->m_tables)
+        if (t->GetID() == tableId)
+            return RunModal(parent, view, t, units) == KwMB::IDOK;
+    return false;
 }
 
 CKwTableDialog* CKwTableDialog::NewFor(CKwTable* table, QWidget* parent)

@@ -8,6 +8,7 @@
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearDialogBase.h"
 
+class CKwFEModel;
 class CKwMaterial;
 class CKwTable;
 class QLabel;
@@ -44,6 +45,10 @@ public:
     // The dialog of the table's type over `parent`, run modal on the table: what an editor's
     // "Edit Table Data" and "Define New Table" open. The dialog's result code.
     static int RunModal(QWidget* parent, CFMView* view, CKwTable* table, KW_UOM* units);
+    // RunModal on the model's table of this id (one an editor has just added for "Define New
+    // Table"); true when the user kept it with OK, false also when no table has the id.
+    static bool RunOnAddedTable(QWidget* parent, CFMView* view, CKwFEModel* model, int tableId,
+                                KW_UOM* units);
 
     // The table to edit (not owned; null edits nothing and OK writes nothing), the view for
     // messages and the units the values are shown in. Call before DoModal or Create.
