@@ -559,8 +559,10 @@ void KwHostWindow::RebuildTree()
                                                 QStringLiteral("Plots"),
                                                 QStringLiteral("TreeCategoryText"),
                                                 QStringLiteral("Plots"))});
+    // A new plot of the current analysis's results, and the stored plots as they were left.
+    add(plots, KwHostTreeText("TreeNewPlot", "(new plot)"), 7, nullptr, false);
     for (CKwPlot* p : m_model->m_plots)
-        add(plots, p->GetName(), 7, p);
+        add(plots, p->GetName(), 35, static_cast<CKwFEBase*>(p));
     for (CKwXYPlot* p : m_model->m_xyPlots)
         add(plots, p->GetName(), 39, static_cast<CKwFEBase*>(p));
     auto* tables = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
@@ -735,6 +737,9 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
             r.analysis = KwAnalysisOfSetup(m_model.get(), entity);
         }
     }
+    if (kind == 7)
+        // A new plot shows the results of the current analysis.
+        r.analysis = m_current ? m_current : r.analysis;
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)
