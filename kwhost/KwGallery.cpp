@@ -21,8 +21,10 @@
 #include "CKwMFCUIPlot.h"
 #include "CKwMeshModel.h"
 #include "CKwSubCase.h"
+#include "CKwUIEntity.h"
 #include "KwSolverResults.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <algorithm>
 #include <QComboBox>
@@ -360,6 +362,22 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             const QString v = QDir(directory).filePath(QStringLiteral("kind07-plot-view.png"));
             host->grab().save(v);
             result.written << v;
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+
+    // The reaction sum with the sample's fixed end (face 5) picked, about the centroid.
+    {
+        host->Launch(4, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (CKwUIEntity* face = host->Model()->FindGeometry(CKwUIEntity::Face, 5)) {
+                host->View()->SendPickEvent({face}, false);
+                if (auto* centroid = KwControl<QAbstractButton>(d, 12038))
+                    centroid->click();
+                shoot(d, "kind04-reaction-sum-picked.png");
+            }
             closeDialog(d);
             QApplication::processEvents();
         }

@@ -554,6 +554,10 @@ void KwHostWindow::RebuildTree()
         if (CKwTimeStep* steps = a->GetTimeStep())
             add(ai, KwHostTreeText("TreeTimeSteps", "Time steps"), 29, steps, false);
         add(ai, KwHostTreeText("TreeNewSubcase", "(new subcase)"), 8, nullptr, false);
+        // After a run: the sum of the reactions at picked constrained entities.
+        if (a->GetSolverResults())
+            add(ai, KwHostTreeText("TreeReactionSum", "Reaction sums"), 4,
+                static_cast<CKwFEBase*>(a), false);
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
@@ -740,6 +744,12 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
     if (kind == 7)
         // A new plot shows the results of the current analysis.
         r.analysis = m_current ? m_current : r.analysis;
+    if (kind == 4)
+        // The reaction sum of the analysis it stands under.
+        if (auto* a = dynamic_cast<CKwAnalysis*>(static_cast<CKwFEBase*>(object))) {
+            r.analysis = a;
+            r.object = nullptr;
+        }
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)

@@ -253,7 +253,7 @@ const KwLaunchEntry kTable[] = {
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, makeMaterial, R::UnlessOpenMaterialEditorTakesIt},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, makeMeshControl},
-    {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
+    {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, KwMakeReactionSum},
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, makeMaterialOrientation},
     {7, "CKwMFCUIPlot", 358, H::Modeless, KwMakePlot, R::NeedsValidResults, kShowsResults},
     {8, "CKwMFCUISubcase", 357, H::Modeless, KwMakeSubcase},

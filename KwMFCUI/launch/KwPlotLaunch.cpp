@@ -2,6 +2,8 @@
 
 #include "CKwAnalysis.h"
 #include "CKwMFCUIPlot.h"
+#include "CKwMFCUISPCSummationForce.h"
+#include "CKwSubCase.h"
 #include "CKwPlot.h"
 
 namespace {
@@ -36,4 +38,17 @@ CKwMFCDialog* KwMakeStoredPlot(const KwLaunchArgs& a)
 {
     auto* plot = a.object ? dynamic_cast<CKwPlot*>(static_cast<CKwFEBase*>(a.object)) : nullptr;
     return plot ? open(plot, plot->GetAnalysis(), a) : nullptr;
+}
+
+CKwMFCDialog* KwMakeReactionSum(const KwLaunchArgs& a)
+{
+    if (!a.analysis)
+        return nullptr;
+    auto* subcase =
+        a.object ? dynamic_cast<CKwSubCase*>(static_cast<CKwFEBase*>(a.object)) : nullptr;
+    auto* dlg = new CKwMFCUISPCSummationForce(
+        a.view, a.analysis, static_cast<const QList<CKwUIEntity*>*>(a.context), subcase,
+        static_cast<int>(a.option), a.units);
+    dlg->Create();
+    return dlg;
 }

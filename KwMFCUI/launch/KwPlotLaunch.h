@@ -1,5 +1,5 @@
 #pragma once
-// Factories of the plot editor's three launch kinds.
+// Factories of the result dialogs: the plot editor's three launch kinds and the reaction sum.
 #include "KwLaunchTable.h"
 
 // Kind 7: a new plot on the request's analysis; without one, the plot editor on `context`
@@ -9,3 +9,7 @@ CKwMFCDialog* KwMakePlot(const KwLaunchArgs& a);
 CKwMFCDialog* KwMakePlotQuietly(const KwLaunchArgs& a);
 // Kind 35: the stored plot in `object`; anything else opens nothing.
 CKwMFCDialog* KwMakeStoredPlot(const KwLaunchArgs& a);
+// Kind 4: the reaction sum over the request's analysis; `object` the subcase to start on (null:
+// the first with results), `context` the entities summed from the start (a
+// QList<CKwUIEntity*>, may be null), `option` the origin (typed, picked, centroid).
+CKwMFCDialog* KwMakeReactionSum(const KwLaunchArgs& a);

@@ -1,13 +1,16 @@
-// The plot editor through LaunchDialog (kinds 7, 26, 35) on an analysis with results on the
+// The result dialogs through LaunchDialog: the plot editor (kinds 7, 26, 35) on an analysis with results on the
 // sample mesh: what it shows at once, each page control's change as one option change and
 // one redraw with the display it asks for, the result and unit of the lists, OK keeping the
 // plot (active, displayed, with the result toolbar) and reopening it as it was, and the
-// checks of a fixed range and a factor.
+// checks of a fixed range and a factor; the reaction sum (kind 4) following picks and origin.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIPlot.h"
 #include "CKwMFCUIPlotPages.h"
+#include "CKwMFCUISPCSummationForce.h"
+#include "CKwUIEntity.h"
+#include "KwSolverDeck.h"
 #include "CKwMeshModel.h"
 #include "CKwPickEvent.h"
 #include "CKwPlot.h"
@@ -286,6 +289,48 @@ TEST_F(PlotEditor, refusesAReversedRangeAndAFactorOfZero)
     EXPECT_EQ(host.view->GetLastBubbleText(),
               QStringLiteral("Factor - \n 'Enter a factor above zero.'"));
     EXPECT_EQ(int(host.model->m_plots.size()), plotsBefore);
+}
+
+TEST_F(PlotEditor, reactionSumFollowsPicksAndItsOrigin)
+{
+    DialogLaunchRequest r = host.Request(4);
+    r.analysis = analysis;
+    r.option = CKwUISPCSummationForce::OriginTyped;
+    kwtest::AnswerModals([&] { LaunchDialog(&r); });
+    auto* d = dynamic_cast<CKwMFCUISPCSummationForce*>(host.view->GetOpenDialog());
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(d->GetTemplateId(), 1203u);
+    EXPECT_TRUE(KwControl<QLineEdit>(d, 12049)->text().isEmpty()); // nothing picked yet
+
+    // The fixed end (face 5, x = 0) carries 5 N up at each node of the sample's reactions.
+    CKwUIEntity* face = host.model->FindGeometry(CKwUIEntity::Face, 5);
+    ASSERT_NE(face, nullptr);
+    double count = 0, sumY = 0;
+    for (int id : KwGeometryNodes(*host.model->m_mesh, *face)) {
+        const CKwMeshModel::Node* n = host.model->m_mesh->FindNode(id);
+        if (n && std::abs(n->x) < 1e-12) {
+            ++count;
+            sumY += n->y;
+        }
+    }
+    ASSERT_GT(count, 0);
+    host.view->SendPickEvent({face}, false);
+    EXPECT_EQ(d->GetSummedEntities().size(), 1);
+    EXPECT_EQ(KwControl<QLineEdit>(d, 12049)->text(), QString::number(5 * count));
+    // About the typed origin (0, 0, 0): Mx = sum of y F, in N·mm.
+    EXPECT_NEAR(KwControl<QLineEdit>(d, 12051)->text().toDouble(), 5 * sumY * 1000, 1e-6);
+    KwControl<QAbstractButton>(d, 12038)->click(); // about the centroid: none
+    EXPECT_NEAR(KwControl<QLineEdit>(d, 12051)->text().toDouble(), 0.0, 1e-6);
+    // A picked origin without a pick says what is missing.
+    KwControl<QAbstractButton>(d, 12037)->click();
+    EXPECT_TRUE(KwControl<QLineEdit>(d, 12049)->text().isEmpty());
+    EXPECT_EQ(KwGetControlText(d, 12054),
+              QStringLiteral("Pick the vertex or node the moment is taken about."));
+    // Dropping the face empties the sum again.
+    KwControl<QAbstractButton>(d, 12036)->click();
+    host.view->SendPickEvent({face}, true);
+    EXPECT_TRUE(d->GetSummedEntities().isEmpty());
+    EXPECT_TRUE(KwControl<QLineEdit>(d, 12049)->text().isEmpty());
 }
 
 } // namespace
