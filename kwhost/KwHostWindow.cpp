@@ -565,6 +565,7 @@ void KwHostWindow::RebuildTree()
                                                 QStringLiteral("Plots"))});
     // A new plot of the current analysis's results, and the stored plots as they were left.
     add(plots, KwHostTreeText("TreeNewPlot", "(new plot)"), 7, nullptr, false);
+    add(plots, KwHostTreeText("TreeNewXYPlot", "(new XY plot)"), 25, nullptr, false);
     for (CKwPlot* p : m_model->m_plots)
         add(plots, p->GetName(), 35, static_cast<CKwFEBase*>(p));
     for (CKwXYPlot* p : m_model->m_xyPlots)

@@ -269,7 +269,7 @@ const KwLaunchEntry kTable[] = {
     {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
     {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
-    {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
+    {25, "CKwMFCUIXYPlot", 7014, H::Modeless, KwMakeXYPlotEditor},
     {26, "CKwMFCUIPlot", 358, H::Modeless, KwMakePlotQuietly, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, KwMakeFEModel},
     {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},

@@ -3,6 +3,7 @@
 #include "CKwAnalysis.h"
 #include "CKwMFCUIPlot.h"
 #include "CKwMFCUISPCSummationForce.h"
+#include "CKwMFCUIXYPlot.h"
 #include "CKwSubCase.h"
 #include "CKwPlot.h"
 
@@ -49,6 +50,13 @@ CKwMFCDialog* KwMakeReactionSum(const KwLaunchArgs& a)
     auto* dlg = new CKwMFCUISPCSummationForce(
         a.view, a.analysis, static_cast<const QList<CKwUIEntity*>*>(a.context), subcase,
         static_cast<int>(a.option), a.units);
+    dlg->Create();
+    return dlg;
+}
+
+CKwMFCDialog* KwMakeXYPlotEditor(const KwLaunchArgs& a)
+{
+    auto* dlg = new CKwMFCUIXYPlot(a.view, a.units);
     dlg->Create();
     return dlg;
 }

@@ -1,5 +1,6 @@
 #pragma once
-// Factories of the result dialogs: the plot editor's three launch kinds and the reaction sum.
+// Factories of the result dialogs: the plot editor's three launch kinds, the reaction sum and
+// the XY plot editor.
 #include "KwLaunchTable.h"
 
 // Kind 7: a new plot on the request's analysis; without one, the plot editor on `context`
@@ -13,3 +14,5 @@ CKwMFCDialog* KwMakeStoredPlot(const KwLaunchArgs& a);
 // the first with results), `context` the entities summed from the start (a
 // QList<CKwUIEntity*>, may be null), `option` the origin (typed, picked, centroid).
 CKwMFCDialog* KwMakeReactionSum(const KwLaunchArgs& a);
+// Kind 25: a new XY plot of the view's results.
+CKwMFCDialog* KwMakeXYPlotEditor(const KwLaunchArgs& a);

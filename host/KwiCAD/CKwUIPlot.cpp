@@ -137,14 +137,16 @@ const KwResultSet* CKwUIPlot::CurrentSet() const
     return i >= 0 && std::size_t(i) < r->sets.size() ? &r->sets[std::size_t(i)] : nullptr;
 }
 
-QStringList CKwUIPlot::ResultSetNames() const
+QStringList CKwUIPlot::ResultSetNames() const { return ResultSetNamesOf(GetAnalysis(), GetUnits()); }
+
+QStringList CKwUIPlot::ResultSetNamesOf(const CKwAnalysis* a, const KW_UOM* units)
 {
     QStringList names;
-    const CKwAnalysis* a = GetAnalysis();
     const KwSolverResults* r = a ? a->GetSolverResults() : nullptr;
     if (!r)
         return names;
-    const KW_UOM* units = GetUnits();
+    if (!units)
+        units = &si();
     for (const KwResultSet& set : r->sets) {
         if (set.modal) {
             names << prop(kSec, "ItemMode", "Mode %1: %2 %3")
@@ -208,10 +210,11 @@ QStringList CKwUIPlot::ComponentNames(int result)
     }
 }
 
-KwPlotMaterial CKwUIPlot::GetPlotMaterial() const
+KwPlotMaterial CKwUIPlot::GetPlotMaterial() const { return PlotMaterialOf(GetModel()); }
+
+KwPlotMaterial CKwUIPlot::PlotMaterialOf(const CKwFEModel* model)
 {
     KwPlotMaterial m;
-    const CKwFEModel* model = GetModel();
     if (!model || model->m_materials.isEmpty())
         return m;
     const CKwMaterial* material = model->m_materials.first();

@@ -2,13 +2,17 @@
 // sample mesh: what it shows at once, each page control's change as one option change and
 // one redraw with the display it asks for, the result and unit of the lists, OK keeping the
 // plot (active, displayed, with the result toolbar) and reopening it as it was, and the
-// checks of a fixed range and a factor; the reaction sum (kind 4) following picks and origin.
+// checks of a fixed range and a factor; the reaction sum (kind 4) following picks and origin;
+// the XY plot editor (kind 25) making histories and a path curve of picked nodes.
 #include "CFMView.h"
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwMFCUIPlot.h"
 #include "CKwMFCUIPlotPages.h"
 #include "CKwMFCUISPCSummationForce.h"
+#include "CKwMFCUIXYPlot.h"
+#include "CKwXYPlot.h"
+#include "CKwXYPlotDlg.h"
 #include "CKwUIEntity.h"
 #include "KwSolverDeck.h"
 #include "CKwMeshModel.h"
@@ -16,6 +20,7 @@
 #include "CKwPlot.h"
 #include "CKwSubCase.h"
 #include "KwControls.h"
+#include "KW_UOM.h"
 #include "KwOptionPage.h"
 #include "KwSolverResults.h"
 #include "KwTestSupport.h"
@@ -26,6 +31,7 @@
 #include <QLineEdit>
 #include <QSlider>
 #include <QSpinBox>
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
@@ -73,8 +79,10 @@ protected:
                 set.reaction.values.insert(set.reaction.values.end(), {0, 0, 5});
             }
         }
+        set.value = 0.5;
         KwResultSet later = set;
         later.increment = 2;
+        later.value = 1.0;
         results->sets = {set, later};
         analysis->SetSolverResults(results);
     }
@@ -98,6 +106,8 @@ protected:
     kwtest::Host host;
     CKwAnalysis* analysis = nullptr;
 };
+
+using PlotEditorXY = PlotEditor;
 
 TEST_F(PlotEditor, opensOnTheFirstResultAndShowsItAtOnce)
 {
@@ -331,6 +341,77 @@ TEST_F(PlotEditor, reactionSumFollowsPicksAndItsOrigin)
     host.view->SendPickEvent({face}, true);
     EXPECT_TRUE(d->GetSummedEntities().isEmpty());
     EXPECT_TRUE(KwControl<QLineEdit>(d, 12049)->text().isEmpty());
+}
+
+TEST_F(PlotEditorXY, historiesPerNodeAndACurveAlongThePath)
+{
+    const auto openXY = [&] {
+        DialogLaunchRequest r = host.Request(25);
+        kwtest::AnswerModals([&] { LaunchDialog(&r); });
+        return dynamic_cast<CKwMFCUIXYPlot*>(host.view->GetOpenDialog());
+    };
+    // The nodes on the block's edge at y = 0, z = 0, by x.
+    QList<const CKwMeshModel::Node*> edge;
+    for (const CKwMeshModel::Node& n : host.model->m_mesh->Nodes())
+        if (std::abs(n.y) < 1e-12 && std::abs(n.z) < 1e-12 &&
+            (std::abs(n.x) < 1e-12 || std::abs(n.x - 0.1) < 1e-12 || std::abs(n.x - 0.2) < 1e-12))
+            edge.append(&n);
+    ASSERT_EQ(edge.size(), 3);
+    std::sort(edge.begin(), edge.end(), [](auto* a, auto* b) { return a->x < b->x; });
+    const int plotsBefore = int(host.model->m_xyPlots.size());
+
+    CKwMFCUIXYPlot* d = openXY();
+    ASSERT_NE(d, nullptr);
+    EXPECT_EQ(d->GetTemplateId(), 7014u);
+    EXPECT_EQ(KwControl<QComboBox>(d, 70142)->count(), 1); // the one analysis with results
+    d->OnOK(); // nothing picked
+    EXPECT_EQ(host.view->GetLastBubbleText(),
+              QStringLiteral("Nodes - \n 'Pick the nodes or vertices to plot.'"));
+    host.view->SendPickEvent({host.model->m_mesh->NodeEntity(edge[2]->id),
+                              host.model->m_mesh->NodeEntity(edge[0]->id)},
+                             false);
+    KwControl<QComboBox>(d, 70144)->setCurrentIndex(KwPlotResult::Displacement);
+    KwControl<QComboBox>(d, 70146)->setCurrentIndex(3); // Z
+    d->OnOK();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(int(host.model->m_xyPlots.size()), plotsBefore + 1);
+    CKwXYPlot* history = host.model->m_xyPlots.last();
+    ASSERT_EQ(history->GetSeriesCount(), 2);
+    EXPECT_EQ(history->m_xUnitType, KwUnitKind::Time);
+    EXPECT_EQ(history->m_yUnitType, KwUnitKind::Length);
+    const auto& tip = history->GetSeries(0);
+    ASSERT_EQ(tip.x.size(), 2u);
+    EXPECT_DOUBLE_EQ(tip.x[0], 0.5);
+    EXPECT_DOUBLE_EQ(tip.x[1], 1.0);
+    EXPECT_NEAR(tip.y[1], -0.002, 1e-12);
+    EXPECT_NEAR(history->GetSeries(1).y[0], 0.0, 1e-12);
+    ASSERT_NE(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+    EXPECT_EQ(CKwXYPlotDlg::GetXYPlotDlg()->GetPlot(), history);
+    CKwXYPlotDlg::GetXYPlotDlg()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    d = openXY();
+    ASSERT_NE(d, nullptr);
+    QList<CKwUIEntity*> path;
+    for (const CKwMeshModel::Node* n : edge)
+        path.append(host.model->m_mesh->NodeEntity(n->id));
+    host.view->SendPickEvent(path, false);
+    KwControl<QComboBox>(d, 70144)->setCurrentIndex(KwPlotResult::VonMises);
+    KwControl<QComboBox>(d, 70148)->setCurrentIndex(CKwUIXYPlot::AxisPath);
+    EXPECT_TRUE(KwControl<QComboBox>(d, 70150)->isEnabled());
+    d->OnOK();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    CKwXYPlot* along = host.model->m_xyPlots.last();
+    ASSERT_EQ(along->GetSeriesCount(), 1);
+    EXPECT_EQ(along->m_xUnitType, KwUnitKind::Length);
+    const auto& curve = along->GetSeries(0);
+    ASSERT_EQ(curve.x.size(), 3u);
+    EXPECT_NEAR(curve.x[1], 0.1, 1e-12);
+    EXPECT_NEAR(curve.x[2], 0.2, 1e-12);
+    // Von Mises along the edge: 1 MPa + 1 MPa per mm.
+    EXPECT_NEAR(curve.y[2], 201e6, 1.0);
+    if (CKwXYPlotDlg* w = CKwXYPlotDlg::GetXYPlotDlg())
+        w->close();
 }
 
 } // namespace

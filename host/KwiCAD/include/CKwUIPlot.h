@@ -69,11 +69,14 @@ public:
 
     // The names of the lists.
     QStringList ResultSetNames() const;
+    // The names of an analysis's result sets, their times and frequencies in `units`.
+    static QStringList ResultSetNamesOf(const CKwAnalysis* analysis, const KW_UOM* units);
     static QStringList ResultNames();
     static QStringList ComponentNames(int result);
     // The constants strains are computed with: the material of the first solid property, else
     // the model's first material.
     KwPlotMaterial GetPlotMaterial() const;
+    static KwPlotMaterial PlotMaterialOf(const CKwFEModel* model);
 
 protected:
     std::unique_ptr<CKwPlot> CreateNewObject() override;
