@@ -109,6 +109,65 @@ protected:
 
 using PlotEditorXY = PlotEditor;
 
+// What each request of the result kinds opens: a new plot, the stored plot, or nothing.
+TEST_F(PlotEditor, launchRulesOfTheResultKinds)
+{
+    CKwPlot* stored = host.model->m_plots.first();
+    CKwAnalysis* unsolved = host.model->m_analyses.at(1);
+    enum Opens { Nothing, NewPlot, StoredPlot, ReactionSum, XYPlot };
+    const struct
+    {
+        const char* request;
+        unsigned kind;
+        CKwAnalysis* analysis;
+        void* context;
+        void* object;
+        Opens opens;
+    } cases[] = {
+        {"7 on an analysis", 7, analysis, nullptr, nullptr, NewPlot},
+        {"7 on a plot as context", 7, nullptr, static_cast<CKwFEBase*>(stored), nullptr, StoredPlot},
+        {"7 on an analysis as context", 7, nullptr, static_cast<CKwFEBase*>(analysis), nullptr,
+         NewPlot},
+        {"7 on nothing", 7, nullptr, nullptr, nullptr, Nothing},
+        {"26 on an analysis", 26, analysis, nullptr, nullptr, NewPlot},
+        {"26 without results", 26, unsolved, nullptr, nullptr, Nothing},
+        {"35 on a plot", 35, nullptr, nullptr, static_cast<CKwFEBase*>(stored), StoredPlot},
+        {"35 on no plot", 35, nullptr, nullptr, nullptr, Nothing},
+        {"4 on an analysis", 4, analysis, nullptr, nullptr, ReactionSum},
+        {"4 without an analysis", 4, nullptr, nullptr, nullptr, Nothing},
+        {"25", 25, nullptr, nullptr, nullptr, XYPlot},
+    };
+    for (const auto& c : cases) {
+        DialogLaunchRequest r = host.Request(c.kind);
+        r.analysis = c.analysis;
+        r.context = c.context;
+        r.object = c.object;
+        const auto rec = kwtest::AnswerModals([&] { LaunchDialog(&r); });
+        EXPECT_EQ(rec.count(), 0) << c.request;
+        QWidget* open = host.view->GetOpenDialog();
+        auto* plot = dynamic_cast<CKwMFCUIPlot*>(open);
+        switch (c.opens) {
+        case Nothing: EXPECT_EQ(open, nullptr) << c.request; break;
+        case NewPlot:
+            ASSERT_NE(plot, nullptr) << c.request;
+            EXPECT_EQ(plot->GetObject(), nullptr) << c.request;
+            EXPECT_EQ(plot->GetEditObject()->GetAnalysis(), analysis) << c.request;
+            break;
+        case StoredPlot:
+            ASSERT_NE(plot, nullptr) << c.request;
+            EXPECT_EQ(plot->GetObject(), stored) << c.request;
+            break;
+        case ReactionSum:
+            EXPECT_NE(dynamic_cast<CKwMFCUISPCSummationForce*>(open), nullptr) << c.request;
+            break;
+        case XYPlot: EXPECT_NE(dynamic_cast<CKwMFCUIXYPlot*>(open), nullptr) << c.request; break;
+        }
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(open))
+            d->OnCancel();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
 TEST_F(PlotEditor, opensOnTheFirstResultAndShowsItAtOnce)
 {
     CKwMFCUIPlot* d = open(7);
