@@ -18,6 +18,7 @@
 #include "CKwPhysicalProperty.h"
 #include "CKwMFCDialog.h"
 #include "CKwNonlinearSetup.h"
+#include "CKwPlot.h"
 #include "CKwSubCase.h"
 #include "CKwElementDeletion.h"
 #include "CKwGroup.h"
@@ -284,6 +285,17 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, highlight_elements, 24u, 0, nothing)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
 BENCHMARK_CAPTURE(BM_LaunchModeless, highlight_set, 47u, 0, firstIdSet)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+// The plot editor: a new plot of the linear analysis (kind 7) and the sample's stored plot
+// (kind 35).
+static void* firstPlot(CKwFEModel& m, CKwAnalysis&) { return static_cast<CKwFEBase*>(m.m_plots.first()); }
+BENCHMARK_CAPTURE(BM_LaunchModeless, plot, 7u, 0, nothing)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, stored_plot, 35u, 0, firstPlot)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);

@@ -17,8 +17,16 @@
 #include "KwMFCUIEntry.h"
 #include "CKwDefineRangeDlg.h"
 #include "CKwMFCUIHighlightNodeElem.h"
+#include "CKwAnalysis.h"
+#include "CKwMFCUIPlot.h"
+#include "CKwMeshModel.h"
+#include "CKwSubCase.h"
+#include "CKwUIEntity.h"
+#include "KwSolverResults.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <algorithm>
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
@@ -100,6 +108,48 @@ void closeDialog(QWidget* w)
         w->close();
 }
 
+// The plot editor's pictures need values: an analysis the gallery has not solved gets a
+// field over the sample mesh shaped like a cantilever under a tip load (bending stress growing
+// towards the fixed end at x = 0, the free end bending down). Only the pictures see it.
+void giveSampleResults(CKwAnalysis* analysis, const CKwMeshModel* mesh)
+{
+    if (!analysis || !mesh || analysis->GetSolverResults() || analysis->GetSubCases().isEmpty())
+        return;
+    double lo[3] = {1e300, 1e300, 1e300}, hi[3] = {-1e300, -1e300, -1e300};
+    for (const CKwMeshModel::Node& n : mesh->Nodes()) {
+        const double p[3] = {n.x, n.y, n.z};
+        for (int k = 0; k < 3; ++k) {
+            lo[k] = std::min(lo[k], p[k]);
+            hi[k] = std::max(hi[k], p[k]);
+        }
+    }
+    const double length = std::max(hi[0] - lo[0], 1e-9);
+    const double midZ = (lo[2] + hi[2]) / 2, halfZ = std::max((hi[2] - lo[2]) / 2, 1e-9);
+    KwResultSet set;
+    set.step = 1;
+    set.increment = 1;
+    set.subcaseId = analysis->GetSubCases().first()->GetID();
+    set.stress.components = 6;
+    set.displacement.components = 3;
+    set.reaction.components = 3;
+    for (const CKwMeshModel::Node& n : mesh->Nodes()) {
+        const double xi = (n.x - lo[0]) / length;
+        const double bending = 120e6 * (1 - xi) * (n.z - midZ) / halfZ;
+        set.stress.nodeIds.push_back(n.id);
+        set.stress.values.insert(set.stress.values.end(), {bending, 0, 0, 8e6 * (1 - xi), 0, 0});
+        set.displacement.nodeIds.push_back(n.id);
+        set.displacement.values.insert(set.displacement.values.end(),
+                                       {0, 0, -4e-4 * xi * xi * (3 - xi) / 2});
+        if (n.x - lo[0] < 1e-9) {
+            set.reaction.nodeIds.push_back(n.id);
+            set.reaction.values.insert(set.reaction.values.end(), {0, 0, 40});
+        }
+    }
+    auto results = std::make_shared<KwSolverResults>();
+    results->sets.push_back(std::move(set));
+    analysis->SetSolverResults(std::move(results));
+}
+
 } // namespace
 
 QString KwGalleryFileName(unsigned kind, const QString& title, int index)
@@ -130,6 +180,8 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     QApplication::processEvents();
     photograph(host, QDir(directory).filePath(QStringLiteral("host-window.png")), 0, inspect);
     result.written << QDir(directory).filePath(QStringLiteral("host-window.png"));
+    if (CKwFEModel* model = host->Model(); model && !model->m_analyses.isEmpty())
+        giveSampleResults(model->m_analyses.first(), model->m_mesh);
 
     for (const KwHostKind& k : KwHostKinds()) {
         QSet<QWidget*> before;
@@ -282,6 +334,49 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
                     method->setCurrentIndex(page);
                     shoot(d, files[page]);
                 }
+            }
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+
+    // The plot editor on each of its pages (the contour page is the kind's own picture), then
+    // the view showing the plot as the editor left it.
+    {
+        host->Launch(7, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCUIPlot*>(host->View()->GetOpenDialog())) {
+            const char* files[] = {nullptr,
+                                   "kind07-plot-deformed.png",
+                                   "kind07-plot-part-view.png",
+                                   "kind07-plot-section.png",
+                                   "kind07-plot-vectors.png",
+                                   "kind07-plot-animation.png",
+                                   "kind07-plot-visibility.png"};
+            for (int page = 1; page < CKwMFCUIPlot::kPageCount; ++page) {
+                d->ShowPage(page);
+                shoot(d, files[page]);
+            }
+            d->ShowPage(CKwMFCUIPlot::PageContour);
+            QApplication::processEvents();
+            const QString v = QDir(directory).filePath(QStringLiteral("kind07-plot-view.png"));
+            host->grab().save(v);
+            result.written << v;
+            closeDialog(d);
+            QApplication::processEvents();
+        }
+    }
+
+    // The reaction sum with the sample's fixed end (face 5) picked, about the centroid.
+    {
+        host->Launch(4, false, 0);
+        QApplication::processEvents();
+        if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
+            if (CKwUIEntity* face = host->Model()->FindGeometry(CKwUIEntity::Face, 5)) {
+                host->View()->SendPickEvent({face}, false);
+                if (auto* centroid = KwControl<QAbstractButton>(d, 12038))
+                    centroid->click();
+                shoot(d, "kind04-reaction-sum-picked.png");
             }
             closeDialog(d);
             QApplication::processEvents();

@@ -202,6 +202,13 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.analysis = withResults;
         r.object = model->m_plots.isEmpty() ? nullptr : model->m_plots.first();
         break;
+    case 4:
+        r.analysis = withResults;
+        break;
+    case 35:
+        r.object = model->m_plots.isEmpty() ? nullptr
+                                            : static_cast<CKwFEBase*>(model->m_plots.first());
+        break;
     case 8:
         r.analysis = withResults;
         r.object = withResults && !withResults->GetSubCases().isEmpty()

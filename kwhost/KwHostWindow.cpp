@@ -554,13 +554,20 @@ void KwHostWindow::RebuildTree()
         if (CKwTimeStep* steps = a->GetTimeStep())
             add(ai, KwHostTreeText("TreeTimeSteps", "Time steps"), 29, steps, false);
         add(ai, KwHostTreeText("TreeNewSubcase", "(new subcase)"), 8, nullptr, false);
+        // After a run: the sum of the reactions at picked constrained entities.
+        if (a->GetSolverResults())
+            add(ai, KwHostTreeText("TreeReactionSum", "Reaction sums"), 4,
+                static_cast<CKwFEBase*>(a), false);
     }
     auto* plots = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
                                                 QStringLiteral("Plots"),
                                                 QStringLiteral("TreeCategoryText"),
                                                 QStringLiteral("Plots"))});
+    // A new plot of the current analysis's results, and the stored plots as they were left.
+    add(plots, KwHostTreeText("TreeNewPlot", "(new plot)"), 7, nullptr, false);
+    add(plots, KwHostTreeText("TreeNewXYPlot", "(new XY plot)"), 25, nullptr, false);
     for (CKwPlot* p : m_model->m_plots)
-        add(plots, p->GetName(), 7, p);
+        add(plots, p->GetName(), 35, static_cast<CKwFEBase*>(p));
     for (CKwXYPlot* p : m_model->m_xyPlots)
         add(plots, p->GetName(), 39, static_cast<CKwFEBase*>(p));
     auto* tables = new QTreeWidgetItem(root, {CKwXMLUtils::GetInternationalTreeItemText(
@@ -735,6 +742,15 @@ void KwHostWindow::onTreeActivated(QTreeWidgetItem* item)
             r.analysis = KwAnalysisOfSetup(m_model.get(), entity);
         }
     }
+    if (kind == 7)
+        // A new plot shows the results of the current analysis.
+        r.analysis = m_current ? m_current : r.analysis;
+    if (kind == 4)
+        // The reaction sum of the analysis it stands under.
+        if (auto* a = dynamic_cast<CKwAnalysis*>(static_cast<CKwFEBase*>(object))) {
+            r.analysis = a;
+            r.object = nullptr;
+        }
     if (kind == 8 || kind == 53) {
         // Subcases and setups know their analysis.
         for (CKwAnalysis* a : m_model->m_analyses)

@@ -44,6 +44,7 @@
 #include "CKwMFCUISpectrumSetup.h"
 #include "KwSetupFactories.h"
 #include "KwHighlightLaunch.h"
+#include "KwPlotLaunch.h"
 
 namespace {
 
@@ -252,9 +253,9 @@ const KwLaunchEntry kTable[] = {
     {1, "CKwMFCUIRestraint", 368, H::Modeless, makeRestraint},
     {2, "CKwMFCUIMaterial", 354, H::Modeless, makeMaterial, R::UnlessOpenMaterialEditorTakesIt},
     {3, "CKwMFCUIMeshControl", 359, H::Modeless, makeMeshControl},
-    {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, nullptr},
+    {4, "CKwMFCUISPCSummationForce", 1203, H::Modeless, KwMakeReactionSum},
     {6, "CKwMFCUIMaterialOrientation", 364, H::Modeless, makeMaterialOrientation},
-    {7, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsValidResults, kShowsResults},
+    {7, "CKwMFCUIPlot", 358, H::Modeless, KwMakePlot, R::NeedsValidResults, kShowsResults},
     {8, "CKwMFCUISubcase", 357, H::Modeless, KwMakeSubcase},
     {9, "CKwMFCUIMeshQuality", 7013, H::Modeless, makeMeshQuality},
     {12, "CKwMFCUISurfaceContact", 360, H::Modeless, makeSurfaceContact},
@@ -268,8 +269,8 @@ const KwLaunchEntry kTable[] = {
     {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
     {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
-    {25, "CKwMFCUIXYPlot", 7014, H::Modeless, nullptr},
-    {26, "CKwMFCUIPlot", 358, H::Modeless, nullptr, R::NeedsResultsQuietly},
+    {25, "CKwMFCUIXYPlot", 7014, H::Modeless, KwMakeXYPlotEditor},
+    {26, "CKwMFCUIPlot", 358, H::Modeless, KwMakePlotQuietly, R::NeedsResultsQuietly},
     {27, "CKwMFCUIFEModel", 1206, H::Modeless, KwMakeFEModel},
     {28, "CKwMFCUICoordSystem", 7012, H::Modeless, KwMakeCoordSystem},
     {29, "CKwMFCUITimeStep", 7008, H::Modeless, KwMakeTimeStep},
@@ -280,7 +281,7 @@ const KwLaunchEntry kTable[] = {
     {32, "CKwMFCUIModalSetup", 7007, H::Modeless, KwMakeModalSetup},
     {33, "CKwMFCUIImpactAnalysis", 7036, H::Modeless, KwLaunchStudies::MakeImpactAnalysis},
     {34, "CKwMFCUIPhysicalProperty", 367, H::Modeless, makePhysicalProperty},
-    {35, "CKwMFCUIPlot", 358, H::Modeless, nullptr},
+    {35, "CKwMFCUIPlot", 358, H::Modeless, KwMakeStoredPlot},
     {36, "CKwTableDialog", 7400, H::Modeless, makeTableDialog},
     {37, "CTreeOptionDialog", 0, H::Modeless, nullptr},
     {39, "CKwXYPlotDlg", 7440, H::Special, openXYPlot},

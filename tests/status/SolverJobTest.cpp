@@ -14,6 +14,7 @@
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
+#include "CKwUISPCSummationForce.h"
 #include "CKwXYPlotDlg.h"
 #include "CNLstatusDialog.h"
 #include "KwHostWindow.h"
@@ -610,6 +611,38 @@ TEST_F(SolverJob, stopInTheMiddleOfARunKeepsTheEarlierResults)
     EXPECT_FALSE(status->isVisible());
     EXPECT_EQ(a->GetSolverResults(), first);
     delete host;
+}
+
+} // namespace
+
+namespace {
+
+// The reaction sum over the fixed end of a cantilever with a tip load: the load itself, and
+// its moment (P L about the fixed end's centroid, nothing about a point on its line).
+TEST_F(SolverJob, reactionSumOfTheFixedEndBalancesTheTipLoad)
+{
+    auto m = bar(20, 2, CKwAnalysis::LinearStatic);
+    CKwUIEntity* fixedEnd = m->FindGeometry(CKwUIEntity::Face, 5);
+    restrain(*m, fixedEnd, {true, true, true, true, true, true});
+    const double P = 1000.0;
+    force(*m, 6, P, {0, 0, -1});
+    ASSERT_NE(solve(*m), nullptr);
+    CFMView view(m.get());
+    CKwUISPCSummationForce sum;
+    sum.SetAnalysis(m->m_analyses.first());
+    sum.OnCreate(&view, nullptr, nullptr);
+    sum.SetSummedEntities({fixedEnd});
+    sum.SetValue(CKwUISPCSummationForce::FieldOrigin, CKwUISPCSummationForce::OriginCentroid);
+    ASSERT_GT(sum.GetSum().nodes, 0);
+    EXPECT_NEAR(sum.GetSum().force[2], P, 1e-3 * P);
+    EXPECT_NEAR(sum.GetSum().force[0], 0.0, 1e-3 * P);
+    EXPECT_NEAR(sum.GetSum().centroid[1], H / 2, 1e-12);
+    EXPECT_NEAR(sum.GetSum().moment[1], -P * L, 1e-3 * P * L);
+    EXPECT_NEAR(sum.GetSum().moment[0], 0.0, 1e-3 * P * L);
+    sum.SetValue(CKwUISPCSummationForce::FieldOrigin, CKwUISPCSummationForce::OriginTyped);
+    sum.SetTypedOrigin({L, H / 2, 0.0});
+    for (double c : sum.GetSum().moment)
+        EXPECT_NEAR(c, 0.0, 1e-3 * P * L);
 }
 
 } // namespace

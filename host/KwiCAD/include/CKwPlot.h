@@ -1,6 +1,7 @@
 #pragma once
 // A result plot shown in the view: displayed or not, animated or not.
 #include "CKwFEBase.h"
+#include "KwPlotSettings.h"
 
 class CKwAnalysis;
 
@@ -16,6 +17,10 @@ public:
     void TurnPlotDisplayOff();
     void TurnPlotAnimateOn() { m_animating = true; }
     void TurnPlotAnimateOff();
+    void SetAnalysis(CKwAnalysis* analysis) { m_analysis = analysis; }
+
+    // What the plot shows and how (the plot editor and its pages set it).
+    KwPlotSettings m_settings;
 
 private:
     CKwAnalysis* m_analysis;
