@@ -17,6 +17,7 @@
 #include "KwMFCUIEntry.h"
 #include "CKwDefineRangeDlg.h"
 #include "CKwMFCUIHighlightNodeElem.h"
+#include "CKwMFCUIGroupSelection.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -430,6 +431,16 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             closeDialog(d);
             QApplication::processEvents();
         }
+    }
+
+    // "Include Groups" as a list of nodes and elements opens it from its context menu.
+    {
+        CKwMFCUIGroupSelection groups(host->Model(), 0x8640, host);
+        groups.Create();
+        groups.show();
+        shoot(&groups, "tmpl7260-include-groups.png");
+        groups.OnCancel();
+        QApplication::processEvents();
     }
 
     // The kinds that opened nothing are a list for the curious, not for the console.
