@@ -112,14 +112,16 @@ void CKwUIMeshReversal::OnSelected(QList<CKwUIEntity*>* entities)
     if (!entities)
         return;
     bool refused = false;
-    const QSet<CKwUIEntity*> had(m_picked.cbegin(), m_picked.cend());
+    // A set of what is picked keeps a group of many elements linear.
+    QSet<CKwUIEntity*> picked(m_picked.cbegin(), m_picked.cend());
     for (CKwUIEntity* e : std::as_const(*entities)) {
-        if (!e || had.contains(e) || m_picked.contains(e))
+        if (!e || picked.contains(e))
             continue;
         if (elementsOf(e).empty()) {
             refused = true;
             continue;
         }
+        picked.insert(e);
         m_picked.append(e);
     }
     if (refused && m_pView)
