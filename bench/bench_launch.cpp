@@ -299,3 +299,18 @@ BENCHMARK_CAPTURE(BM_LaunchModeless, stored_plot, 35u, 0, firstPlot)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(9)
     ->ReportAggregatesOnly(true);
+
+// The mesh tools on the sample mesh: mesh settings (its body table), reverse normals and
+// reverse line element direction (each sets the view's direction display).
+BENCHMARK_CAPTURE(BM_LaunchModeless, mesh_settings, 48u, 0, theMesh)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, reverse_normals, 21u, 0, theMesh)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK_CAPTURE(BM_LaunchModeless, reverse_line_element_direction, 22u, 0, theMesh)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);

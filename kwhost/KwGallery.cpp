@@ -23,6 +23,7 @@
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
 #include "KwSolverResults.h"
+#include "CKwMFCUIGroupSelection.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -525,6 +526,16 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             closeDialog(d);
             QApplication::processEvents();
         }
+    }
+
+    // "Include Groups" as a list of nodes and elements opens it from its context menu.
+    {
+        CKwMFCUIGroupSelection groups(host->Model(), 0x8640, host);
+        groups.Create();
+        groups.show();
+        shoot(&groups, "tmpl7260-include-groups.png");
+        groups.OnCancel();
+        QApplication::processEvents();
     }
 
     // The kinds that opened nothing are a list for the curious, not for the console.

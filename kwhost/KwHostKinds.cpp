@@ -170,6 +170,9 @@ DialogLaunchRequest KwMakeRequest(unsigned kind, CKwFEModel* model, CFMView* vie
         r.analysis = editedFor;
         break;
     case 9:
+    case 21:
+    case 22:
+    case 48:
     case 49:
         r.object = model->m_mesh ? static_cast<CKwFEBase*>(model->m_mesh) : nullptr;
         break;

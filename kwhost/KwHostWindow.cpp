@@ -592,6 +592,14 @@ void KwHostWindow::RebuildTree()
         check->setData(0, HostActionRole, ActionMeshQuality);
         add(meshItem, KwHostTreeText("TreeMeshTable", "Mesh Table"), 49,
             static_cast<CKwFEBase*>(mesh), false);
+        // The mesh tools: settings and remeshing, shell normals, beam directions.
+        add(meshItem, KwHostTreeText("TreeMeshSettings", "Mesh Settings"), 48,
+            static_cast<CKwFEBase*>(mesh), false);
+        add(meshItem, KwHostTreeText("TreeReverseNormals", "Reverse Normals"), 21,
+            static_cast<CKwFEBase*>(mesh), false);
+        add(meshItem,
+            KwHostTreeText("TreeReverseLineElementDirection", "Reverse Line Element Direction"),
+            22, static_cast<CKwFEBase*>(mesh), false);
         auto* groupsItem = new QTreeWidgetItem(
             meshItem, {CKwXMLUtils::GetInternationalTreeItemText(
                           QStringLiteral("MeshQuality"), QStringLiteral("TreeElementGroups"),

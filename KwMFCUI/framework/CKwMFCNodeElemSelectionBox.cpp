@@ -1,7 +1,11 @@
 #include "CKwMFCNodeElemSelectionBox.h"
 
+#include "CKwFEModel.h"
+#include "CKwMFCUIGroupSelection.h"
+#include "CKwMeshModel.h"
 #include "CKwUIEntity.h"
 #include "KwLangText.h"
+#include "KwMessageBox.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -202,13 +206,15 @@ QMenu* CKwMFCNodeElemSelectionBox::CreateContextMenu(QWidget* parent)
         all->setEnabled(static_cast<bool>(m_geometry));
         connect(all, &QAction::triggered, this, &CKwMFCNodeElemSelectionBox::SelectAll);
     }
-    // The model has neither sketches nor groups to offer; the entries say the filter admits
-    // them.
+    // The model has no sketches to offer; the entry says the filter admits them.
     if (m_filter & FilterSketches)
         menu->addAction(KwPropText("General", "SelectAllSketches", "Select All Sketch Segments"))
             ->setEnabled(false);
-    if (m_filter & FilterGroups)
-        menu->addAction(KwPropText("General", "IncludeGroup", "Include Group"))->setEnabled(false);
+    if (m_filter & FilterGroups) {
+        QAction* groups = menu->addAction(KwPropText("General", "IncludeGroup", "Include Group"));
+        groups->setEnabled(static_cast<bool>(m_model));
+        connect(groups, &QAction::triggered, this, &CKwMFCNodeElemSelectionBox::IncludeGroups);
+    }
     menu->addSeparator();
     QAction* del = menu->addAction(KwPropText("NonlinearMaterialDlg", "PopupMenuDelete", "Delete"));
     del->setShortcut(QKeySequence::Delete);
@@ -235,4 +241,43 @@ void CKwMFCNodeElemSelectionBox::keyPressEvent(QKeyEvent* event)
         return;
     }
     QListWidget::keyPressEvent(event);
+}
+
+QList<CKwUIEntity*> CKwMFCNodeElemSelectionBox::GroupMembers(const QList<int>& choices) const
+{
+    CKwFEModel* model = m_model ? m_model() : nullptr;
+    CKwMeshModel* mesh = model ? model->m_mesh : nullptr;
+    if (!mesh)
+        return {};
+    const QList<KwModelGroup> groups = KwModelGroups(model);
+    QList<CKwUIEntity*> members;
+    QSet<CKwUIEntity*> seen;
+    for (int choice : choices) {
+        if (choice < 0 || choice >= groups.size() || !groups.at(choice).ids)
+            continue;
+        const bool nodes = groups.at(choice).members == KwModelGroup::Nodes;
+        if (!(CKwUIEntity::FilterBitOf(nodes ? CKwUIEntity::Node : CKwUIEntity::Element) &
+              m_filter))
+            continue;
+        for (int id : *groups.at(choice).ids) {
+            CKwUIEntity* e = nodes ? mesh->NodeEntity(id) : mesh->ElementEntity(id);
+            if (e && !seen.contains(e)) {
+                seen.insert(e);
+                members.append(e);
+            }
+        }
+    }
+    return members;
+}
+
+void CKwMFCNodeElemSelectionBox::IncludeGroups()
+{
+    if (!m_model)
+        return;
+    CKwMFCUIGroupSelection dlg(m_model(), m_filter, window());
+    if (dlg.DoModal() != KwMB::IDOK)
+        return;
+    const QList<CKwUIEntity*> members = GroupMembers(dlg.GetChosenGroups());
+    if (!members.isEmpty())
+        Q_EMIT entitiesRequested(members);
 }

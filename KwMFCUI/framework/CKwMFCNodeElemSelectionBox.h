@@ -12,6 +12,7 @@
 #include <QListWidget>
 #include <functional>
 
+class CKwFEModel;
 class QMenu;
 
 class KWMFCUI_EXPORT CKwMFCNodeElemSelectionBox : public QListWidget
@@ -64,6 +65,17 @@ public:
     }
     // The context menu as the filter allows; the caller owns it.
     QMenu* CreateContextMenu(QWidget* parent);
+    // Where "Include Group" finds the model's groups and their members (the view's model).
+    void SetModelProvider(std::function<CKwFEModel*()> provider)
+    {
+        m_model = std::move(provider);
+    }
+    // "Include Group": the groups of the model to choose from (CKwMFCUIGroupSelection); the
+    // members of the chosen ones that the filter admits (nodes into a box that takes nodes,
+    // elements into one that takes elements) are reported as whole-model picks.
+    void IncludeGroups();
+    // The members of the given groups that this box admits, each once, in group order.
+    QList<CKwUIEntity*> GroupMembers(const QList<int>& choices) const;
 
 Q_SIGNALS:
     void entitiesDropped(const QList<CKwUIEntity*>& entities);
@@ -88,4 +100,5 @@ private:
     QHash<QString, int> m_lineUsers; // entries per shown line
     QStringList m_pending;
     std::function<QList<CKwUIEntity*>()> m_geometry;
+    std::function<CKwFEModel*()> m_model;
 };

@@ -59,6 +59,7 @@ void CKwMFCUIBase::RegisterSelectionBox(CKwMFCNodeElemSelectionBox* box)
     box->SetGeometryProvider([view]() -> QList<CKwUIEntity*> {
         return view && view->GetModel() ? view->GetModel()->m_geometry : QList<CKwUIEntity*>();
     });
+    box->SetModelProvider([view]() -> CKwFEModel* { return view ? view->GetModel() : nullptr; });
     if (!GetActiveSelectionBox())
         SetActiveSelectionBox(box);
 }

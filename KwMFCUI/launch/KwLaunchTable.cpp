@@ -45,6 +45,7 @@
 #include "KwSetupFactories.h"
 #include "KwHighlightLaunch.h"
 #include "KwPlotLaunch.h"
+#include "KwMeshToolsLaunch.h"
 
 namespace {
 
@@ -265,8 +266,9 @@ const KwLaunchEntry kTable[] = {
     {16, "CKwMFCUIOptimObjective", 7187, H::Modeless, KwLaunchStudies::MakeOptimObjective},
     {17, "CKwMFCUIOptimVariable", 7197, H::Modeless, KwLaunchStudies::MakeOptimVariable},
     {19, "", 0, H::Ignored, nullptr},
-    {21, "CKwMFCUIReverseNormals", 7011, H::Modeless, nullptr},
-    {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless, nullptr},
+    {21, "CKwMFCUIReverseNormals", 7011, H::Modeless, KwMakeReverseNormals},
+    {22, "CKwMFCUIReverseLineElementDirection", 7042, H::Modeless,
+     KwMakeReverseLineElementDirection},
     {23, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {24, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {25, "CKwMFCUIXYPlot", 7014, H::Modeless, KwMakeXYPlotEditor},
@@ -291,7 +293,7 @@ const KwLaunchEntry kTable[] = {
     {45, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {46, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlight},
     {47, "CKwMFCUIHighlightNodeElem", 7010, H::Modeless, KwMakeHighlightSet, R::NeedsObject},
-    {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, nullptr},
+    {48, "CKwMFCUIMeshModel2", 7201, H::Modeless, KwMakeMeshSettings},
     {49, "CKwMFCMeshTableDialog", 102, H::Modeless, makeMeshTable},
     {52, "CKwMFCUINonlinearSetup", 7217, H::Modeless, KwMakeNonlinearSetup},
     {53, "CKwNonlinearParametersDlg", 7218, H::Modeless, makeNonlinearParameters},

@@ -619,3 +619,45 @@ void CKwMeshModel::ClassifyAsBox()
             m_geometry.push_back(std::move(g));
         }
 }
+
+std::span<const int> CKwMeshModel::ReversedOrder(int type)
+{
+    // Corners first, then the mid-side node of each edge in corner order: reversing the
+    // corners (first one kept) reverses the edges, so the mid-side nodes run backwards too.
+    static constexpr int beam2[] = {1, 0};
+    static constexpr int beam3[] = {1, 0, 2};
+    static constexpr int tri3[] = {0, 2, 1};
+    static constexpr int tri6[] = {0, 2, 1, 5, 4, 3};
+    static constexpr int quad4[] = {0, 3, 2, 1};
+    static constexpr int quad8[] = {0, 3, 2, 1, 7, 6, 5, 4};
+    switch (type) {
+    case Beam2: return beam2;
+    case Beam3: return beam3;
+    case Tri3: return tri3;
+    case Tri6: return tri6;
+    case Quad4: return quad4;
+    case Quad8: return quad8;
+    default: return {};
+    }
+}
+
+bool CKwMeshModel::ReverseElement(int id)
+{
+    const int index = ElementIndex(id);
+    if (index < 0)
+        return false;
+    const int type = m_elementTypes[static_cast<std::size_t>(index)];
+    const std::span<const int> order = ReversedOrder(type);
+    const int first = m_offsets[static_cast<std::size_t>(index)];
+    const int count = m_offsets[static_cast<std::size_t>(index) + 1] - first;
+    if (order.empty() || static_cast<int>(order.size()) != count)
+        return false;
+    int old[8];
+    std::copy_n(m_connectivity.begin() + first, count, old);
+    for (int k = 0; k < count; ++k)
+        m_connectivity[static_cast<std::size_t>(first + k)] = old[order[static_cast<std::size_t>(k)]];
+    if (IsBeamType(type))
+        if (const auto it = m_endReleases.find(id); it != m_endReleases.end())
+            std::swap(it->second.endA, it->second.endB);
+    return true;
+}

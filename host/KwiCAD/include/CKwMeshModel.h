@@ -195,4 +195,15 @@ private:
     std::map<int, EndRelease> m_endReleases;
     std::vector<GeometryMesh> m_geometry;
     KwMeshSettings m_settings;
+
+public:
+    // --- reversing shells and beams ---
+    // The node order of a shell or beam turned round, as positions into the element's node
+    // list: a shell keeps its first corner and runs its corners the other way (its normal
+    // flips), a beam swaps its ends; mid-side nodes follow their edges. Empty for a type that
+    // cannot be reversed this way (solids, unknown types).
+    static std::span<const int> ReversedOrder(int type);
+    // Turns one shell or beam element round in place (a beam's end releases swap ends A and B
+    // with it). False, and nothing changed, for an unknown id or an element of another family.
+    bool ReverseElement(int id);
 };
