@@ -110,6 +110,7 @@ void CKwMeshQualityResultsDialog::SetTextToCurrentLang()
     if (m_model) {
         m_model->RetranslateTexts();
         m_ui->summary->setText(GetSummaryText());
+        m_ui->coverage->setText(GetCoverageText());
         // The heads are longer in some languages than the columns' first widths.
         KwStyle::FitHeaders(m_ui->list);
     }
@@ -126,11 +127,29 @@ QString CKwMeshQualityResultsDialog::GetSummaryText() const
                              "%");
 }
 
+QString CKwMeshQualityResultsDialog::GetCoverageText() const
+{
+    QStringList lines;
+    const auto count = [](std::size_t n) { return QString::number(static_cast<qulonglong>(n)); };
+    if (const std::size_t n = GetParabolicElementCount())
+        lines << KwPropText("MeshQuality", "LabelParabolicOnCorners",
+                            "Parabolic elements, measured on their corner nodes: %ld")
+                     .replace(QStringLiteral("%ld"), count(n));
+    if (const std::size_t n = GetUncheckedElementCount())
+        lines << KwPropText("MeshQuality", "LabelBeamsNotChecked",
+                            "Beam elements, not checked (no quality measure applies to them): %ld")
+                     .replace(QStringLiteral("%ld"), count(n));
+    return lines.join(QLatin1Char('\n'));
+}
+
 void CKwMeshQualityResultsDialog::UpdateResults()
 {
     m_model->Reload();
     m_ui->list->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     m_ui->summary->setText(GetSummaryText());
+    const QString coverage = GetCoverageText();
+    m_ui->coverage->setText(coverage);
+    m_ui->coverage->setVisible(!coverage.isEmpty());
 }
 
 QString CKwMeshQualityResultsDialog::GetNextGroupName() const

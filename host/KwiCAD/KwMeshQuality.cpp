@@ -106,53 +106,54 @@ void measureTriangle(V a, V b, V c, double out[MeasureCount])
 
 // --- solids with quadrilateral faces ---
 
+// A solid's faces and corners are many (six faces with two splits each, eight corners for a
+// hexahedron): each is ranked by a key that orders as its cosine or scaled determinant
+// x / sqrt(l) does, sign(x) x^2 / l, which takes a division but no square root; only the
+// worst one is turned into its value.
+inline double rankKey(double x, double l) { return (x < 0 ? -x : x) * x / l; }
+inline double keyValue(double key) { return key < 0 ? -std::sqrt(-key) : std::sqrt(key); }
+
 // Warping and taper of one quadrilateral face of a solid, as MeasureQuadrilateral takes them:
-// the warping as the cosine of its angle and the two normals that make it, the taper squared,
-// so that a solid takes one square root and one arc tangent for all its faces.
+// the warping as the rank key of its cosine and the two normals that make it, the taper as
+// the fraction taperNum / taperDen of its square (a zero denominator: collapsed).
 struct FaceShape
 {
-    double warpCos;
+    double warpKey;
     V h1, h2;
-    double taper2;
+    double taperNum, taperDen;
 };
 
-FaceShape quadFace(V a, V b, V c, V d)
+inline FaceShape quadFace(V a, V b, V c, V d)
 {
     FaceShape f;
     const V x1 = (b - a) + (c - d);
     const V x2 = (c - b) + (d - a);
     const V x12 = (a - b) + (c - d);
-    const double lmin = std::min(dot(x1, x1), dot(x2, x2));
-    f.taper2 = lmin > 0 ? dot(x12, x12) / lmin : kInf;
+    f.taperNum = dot(x12, x12);
+    f.taperDen = std::min(dot(x1, x1), dot(x2, x2));
     // The normal at the centre is (C-A) x (D-B), half of X1 x X2; each diagonal split's two
     // triangle normals add up to it, so the second of each pair costs a subtraction.
-    const V bd = d - b;
-    const V n = cross(c - a, bd);
-    const V n1 = cross(b - a, c - a); // split along 1-3: triangles 1 2 3 and 1 3 4
-    const V m1 = cross(c - b, bd);    // split along 2-4: triangles 2 3 4 and 2 4 1
-    // The cosine between a split's two normals, and whether its diagonal runs inside (both
-    // halves face the side of the centre normal); a split with a collapsed half counts 0.
-    auto split = [&n](V h1, V h2, bool* inside) {
-        const double l = dot(h1, h1) * dot(h2, h2);
-        if (!(l > 0)) {
-            *inside = true;
-            return 1.0;
-        }
-        *inside = dot(h1, n) > 0 && dot(h2, n) > 0;
-        return dot(h1, h2) / std::sqrt(l);
-    };
-    bool in13 = false, in24 = false;
+    const V ac = c - a, bd = d - b;
+    const V n = cross(ac, bd);
+    const V n1 = cross(b - a, ac); // split along 1-3: triangles 1 2 3 and 1 3 4
+    const V m1 = cross(c - b, bd); // split along 2-4: triangles 2 3 4 and 2 4 1
     const V n2 = n - n1, m2 = n - m1;
-    const double c13 = split(n1, n2, &in13);
-    const double c24 = split(m1, m2, &in24);
+    // Whether a split's diagonal runs inside (both halves face the side of the centre
+    // normal); a split with a collapsed half counts 0 (its key is that of cosine 1).
+    const double l13 = dot(n1, n1) * dot(n2, n2), l24 = dot(m1, m1) * dot(m2, m2);
+    const bool ok13 = l13 > 0, ok24 = l24 > 0;
+    const bool in13 = !ok13 || (dot(n1, n) > 0 && dot(n2, n) > 0);
+    const bool in24 = !ok24 || (dot(m1, n) > 0 && dot(m2, n) > 0);
+    const double k13 = ok13 ? rankKey(dot(n1, n2), l13) : 1.0;
+    const double k24 = ok24 ? rankKey(dot(m1, m2), l24) : 1.0;
     bool use13;
     if (in13 && in24)
-        use13 = c13 <= c24;
+        use13 = k13 <= k24;
     else if (in13 || in24)
         use13 = in13;
     else
-        use13 = c13 >= c24;
-    f.warpCos = use13 ? c13 : c24;
+        use13 = k13 >= k24;
+    f.warpKey = use13 ? k13 : k24;
     f.h1 = use13 ? n1 : m1;
     f.h2 = use13 ? n2 : m2;
     return f;
@@ -161,31 +162,37 @@ FaceShape quadFace(V a, V b, V c, V d)
 // The largest warping and taper of the given quadrilateral faces (corner indices into q).
 void quadFaces(const V q[], const int (*faces)[4], int count, double out[MeasureCount])
 {
-    FaceShape worst{2.0, {}, {}, 0.0};
-    double taper2 = 0.0;
+    FaceShape worst{2.0, {}, {}, 0.0, 1.0};
+    double taperNum = 0.0, taperDen = 1.0;
     for (int i = 0; i < count; ++i) {
         const int* f = faces[i];
         const FaceShape s = quadFace(q[f[0]], q[f[1]], q[f[2]], q[f[3]]);
-        if (s.warpCos < worst.warpCos)
+        if (s.warpKey < worst.warpKey)
             worst = s;
-        taper2 = std::max(taper2, s.taper2);
+        // The larger taper by cross-multiplying: no division per face.
+        if (!(taperDen > 0))
+            continue;
+        if (!(s.taperDen > 0) || s.taperNum * taperDen > taperNum * s.taperDen) {
+            taperNum = s.taperNum;
+            taperDen = s.taperDen;
+        }
     }
     // The angle from its sine and cosine together: exact near 0, where an arc cosine of a
     // rounded 1 - 1e-16 would read 1.5e-8 for a flat face.
     const bool collapsed = !(dot(worst.h1, worst.h1) * dot(worst.h2, worst.h2) > 0);
     out[Warping] = collapsed ? 0.0
                              : std::atan2(norm(cross(worst.h1, worst.h2)), dot(worst.h1, worst.h2));
-    out[Taper] = std::sqrt(taper2);
+    out[Taper] = taperDen > 0 ? std::sqrt(taperNum / taperDen) : kInf;
 }
 
-// The determinant of a corner's three edges over the product of their lengths: 1 for three
+// The determinant of a corner's three edges over the product of their lengths (1 for three
 // edges at right angles in right-handed order, negative for a corner turned inside out, 0 for
-// a collapsed edge.
-inline double cornerJacobian(V o, V a, V b, V c)
+// a collapsed edge), as its rank key.
+inline double cornerKey(V o, V a, V b, V c)
 {
     const V u = a - o, v = b - o, w = c - o;
     const double l = dot(u, u) * dot(v, v) * dot(w, w);
-    return l > 0 ? dot(u, cross(v, w)) / std::sqrt(l) : 0.0;
+    return l > 0 ? rankKey(dot(u, cross(v, w)), l) : 0.0;
 }
 
 // The angle between two directions taken as lines (0 to 90 degrees); +infinity when one of
@@ -375,9 +382,9 @@ void MeasureHexahedron(const double* const p[8], double out[MeasureCount])
     double jmin = kInf;
     for (int i = 0; i < 8; ++i) {
         const int* c = kHexCorners[i];
-        jmin = std::min(jmin, cornerJacobian(q[i], q[c[0]], q[c[1]], q[c[2]]));
+        jmin = std::min(jmin, cornerKey(q[i], q[c[0]], q[c[1]], q[c[2]]));
     }
-    out[Jacobian] = jmin;
+    out[Jacobian] = keyValue(jmin);
 }
 
 void MeasureWedge(const double* const p[6], double out[MeasureCount])
@@ -406,10 +413,10 @@ void MeasureWedge(const double* const p[6], double out[MeasureCount])
     double jmin = kInf;
     for (int i = 0; i < 6; ++i) {
         const int* c = kWedgeCorners[i];
-        jmin = std::min(jmin, cornerJacobian(q[i], q[c[0]], q[c[1]], q[c[2]]));
+        jmin = std::min(jmin, cornerKey(q[i], q[c[0]], q[c[1]], q[c[2]]));
     }
     // A regular wedge's corner has its triangle edges at 60 degrees: sin 60 scales to 1.
-    out[Jacobian] = (2.0 / std::sqrt(3.0)) * jmin;
+    out[Jacobian] = (2.0 / std::sqrt(3.0)) * keyValue(jmin);
 }
 
 void MeasurePyramid(const double* const p[5], double out[MeasureCount])
@@ -437,7 +444,7 @@ void MeasurePyramid(const double* const p[5], double out[MeasureCount])
     quadFaces(q, kPyramidBase, 1, out);
     double jmin = kInf;
     for (int i = 0; i < 4; ++i)
-        jmin = std::min(jmin, cornerJacobian(q[i], q[(i + 1) & 3], q[(i + 3) & 3], q[4]));
+        jmin = std::min(jmin, keyValue(cornerKey(q[i], q[(i + 1) & 3], q[(i + 3) & 3], q[4])));
     // The regular pyramid's base corner measures 1/sqrt(2); a taller one comes nearer a right
     // angle at its base, which is no better an element: the value stops at 1.
     out[Jacobian] = std::min(std::sqrt(2.0) * jmin, 1.0);

@@ -5,6 +5,7 @@
 #include "CKwUIMeshQualityResults.h"
 #include "KW_UOM.h"
 #include "KwMeshQuality.h"
+#include "KwQualitySamples.h"
 
 #include <gtest/gtest.h>
 #include <array>
@@ -354,5 +355,35 @@ TEST(MeshQualitySolids, eachFamilyHasItsOwnNamedChecks)
         EXPECT_FALSE(CKwUIMeshQualityResults::FailsCheck(mesh, &units, r.family, r.measure, beyond))
             << r.name;
         mesh.SetQualityCheck(r.check, true);
+    }
+}
+
+// The solid samples the gallery shows: each fails the check its shape is named for, the good
+// ones pass, and the beam is counted as not checked.
+TEST(MeshQualitySolids, samplesFailWhatTheyAreBuiltToFail)
+{
+    CKwMeshModel mesh;
+    const KwQualitySample* samples = nullptr;
+    const int count = KwBuildSolidQualitySamples(mesh, &samples);
+    ASSERT_EQ(mesh.ElementCount(), static_cast<std::size_t>(count));
+    KW_UOM units(KW_UOM::SI);
+    CKwUIMeshQualityResults r;
+    r.CheckMeshQuality(&mesh, &units);
+    EXPECT_EQ(r.GetUncheckedElementCount(), 1u);
+    EXPECT_EQ(r.GetParabolicElementCount(), 3u);
+    for (int i = 0; i < count; ++i) {
+        const KwQualitySample& s = samples[i];
+        const CKwUIMeshQualityResults::FailedElement* row = nullptr;
+        for (const auto& f : r.GetFailedElements())
+            if (f.id == s.elementId)
+                row = &f;
+        if (s.failsMeasure < 0) {
+            EXPECT_EQ(row, nullptr) << s.shape << " " << s.elementId;
+            continue;
+        }
+        ASSERT_NE(row, nullptr) << s.shape << " " << s.elementId;
+        EXPECT_TRUE(CKwUIMeshQualityResults::FailsCheck(mesh, &units, row->family, s.failsMeasure,
+                                                        row->value[s.failsMeasure]))
+            << s.shape << " " << s.elementId;
     }
 }
