@@ -139,13 +139,16 @@ inline FaceShape quadFace(V a, V b, V c, V d)
     const V m1 = cross(c - b, bd); // split along 2-4: triangles 2 3 4 and 2 4 1
     const V n2 = n - n1, m2 = n - m1;
     // Whether a split's diagonal runs inside (both halves face the side of the centre
-    // normal); a split with a collapsed half counts 0 (its key is that of cosine 1).
-    const double l13 = dot(n1, n1) * dot(n2, n2), l24 = dot(m1, m1) * dot(m2, m2);
+    // normal); a split with a collapsed half counts 0 (its key is that of cosine 1). As the
+    // halves add up to n, h2 . n = n . n - h1 . n and h1 . h2 = h1 . n - h1 . h1.
+    const double nn = dot(n, n);
+    const double a13 = dot(n1, n1), p13 = dot(n1, n), a24 = dot(m1, m1), p24 = dot(m1, n);
+    const double l13 = a13 * dot(n2, n2), l24 = a24 * dot(m2, m2);
     const bool ok13 = l13 > 0, ok24 = l24 > 0;
-    const bool in13 = !ok13 || (dot(n1, n) > 0 && dot(n2, n) > 0);
-    const bool in24 = !ok24 || (dot(m1, n) > 0 && dot(m2, n) > 0);
-    const double k13 = ok13 ? rankKey(dot(n1, n2), l13) : 1.0;
-    const double k24 = ok24 ? rankKey(dot(m1, m2), l24) : 1.0;
+    const bool in13 = !ok13 || (p13 > 0 && nn - p13 > 0);
+    const bool in24 = !ok24 || (p24 > 0 && nn - p24 > 0);
+    const double k13 = ok13 ? rankKey(p13 - a13, l13) : 1.0;
+    const double k24 = ok24 ? rankKey(p24 - a24, l24) : 1.0;
     bool use13;
     if (in13 && in24)
         use13 = k13 <= k24;
