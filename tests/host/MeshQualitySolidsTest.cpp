@@ -302,7 +302,7 @@ TEST(MeshQualitySolids, everyFamilyIsCheckedParabolicOnCornersBeamsCounted)
 }
 
 // Each family's checks are its own: switching one off or changing its limit leaves the
-// others' verdicts alone, and the names follow the pattern of the first families.
+// others' results alone, and the names follow the pattern of the first families.
 TEST(MeshQualitySolids, eachFamilyHasItsOwnNamedChecks)
 {
     using M = CKwMeshModel;
