@@ -28,20 +28,35 @@ namespace {
 
 constexpr std::size_t kElements = 1'000'000;
 
-// Per cell of a jittered grid: four tetrahedra, one quadrilateral and two triangles.
-CKwMeshModel* mixedMesh()
+// The nodes of an n x n x n grid of unit cells, each moved by up to 0.15 in every direction;
+// `id` numbers them.
+struct JitteredGrid
 {
-    static CKwMeshModel* mesh = [] {
-        auto* m = new CKwMeshModel(1, QStringLiteral("Bench"));
-        const int n = 53; // 53^3 cells * 7 > 1M
-        auto id = [n](int i, int j, int k) { return 1 + i + j * (n + 1) + k * (n + 1) * (n + 1); };
-        m->Reserve(static_cast<std::size_t>((n + 1) * (n + 1) * (n + 1)), kElements, 4 * kElements);
-        std::mt19937 rng(7);
+    int n;
+    int id(int i, int j, int k) const { return 1 + i + j * (n + 1) + k * (n + 1) * (n + 1); }
+    CKwMeshModel* build(int meshId, const QString& name, unsigned seed,
+                        std::size_t connectivity) const
+    {
+        auto* m = new CKwMeshModel(meshId, name);
+        m->Reserve(static_cast<std::size_t>((n + 1) * (n + 1) * (n + 1)), kElements, connectivity);
+        std::mt19937 rng(seed);
         std::uniform_real_distribution<double> jitter(-0.15, 0.15);
         for (int k = 0; k <= n; ++k)
             for (int j = 0; j <= n; ++j)
                 for (int i = 0; i <= n; ++i)
                     m->AddNode(id(i, j, k), i + jitter(rng), j + jitter(rng), k + jitter(rng));
+        return m;
+    }
+};
+
+// Per cell of a jittered grid: four tetrahedra, one quadrilateral and two triangles.
+CKwMeshModel* mixedMesh()
+{
+    static CKwMeshModel* mesh = [] {
+        const JitteredGrid grid{53}; // 53^3 cells * 7 > 1M
+        const int n = grid.n;
+        auto id = [&grid](int i, int j, int k) { return grid.id(i, j, k); };
+        auto* m = grid.build(1, QStringLiteral("Bench"), 7, 4 * kElements);
         int e = 1;
         for (int k = 0; k < n && m->ElementCount() < kElements; ++k)
             for (int j = 0; j < n && m->ElementCount() < kElements; ++j)
@@ -121,16 +136,10 @@ BENCHMARK(BM_MeasureAndSelect)->Unit(benchmark::kMillisecond);
 CKwMeshModel* hexMesh()
 {
     static CKwMeshModel* mesh = [] {
-        auto* m = new CKwMeshModel(2, QStringLiteral("Hexahedra"));
-        const int n = 100;
-        auto id = [n](int i, int j, int k) { return 1 + i + j * (n + 1) + k * (n + 1) * (n + 1); };
-        m->Reserve(static_cast<std::size_t>((n + 1) * (n + 1) * (n + 1)), kElements, 8 * kElements);
-        std::mt19937 rng(11);
-        std::uniform_real_distribution<double> jitter(-0.15, 0.15);
-        for (int k = 0; k <= n; ++k)
-            for (int j = 0; j <= n; ++j)
-                for (int i = 0; i <= n; ++i)
-                    m->AddNode(id(i, j, k), i + jitter(rng), j + jitter(rng), k + jitter(rng));
+        const JitteredGrid grid{100};
+        const int n = grid.n;
+        auto id = [&grid](int i, int j, int k) { return grid.id(i, j, k); };
+        auto* m = grid.build(2, QStringLiteral("Hexahedra"), 11, 8 * kElements);
         int e = 1;
         for (int k = 0; k < n; ++k)
             for (int j = 0; j < n; ++j)
