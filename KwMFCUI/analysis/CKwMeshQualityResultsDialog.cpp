@@ -13,7 +13,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QLayout>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QTableView>
 
 CKwMeshQualityResultsDialog::CKwMeshQualityResultsDialog(CKwMeshModel* mesh, CFMView* view,
@@ -86,7 +88,15 @@ void CKwMeshQualityResultsDialog::init(CKwMeshModel* mesh, CFMView* view)
     m_ui->groupName->setText(GetNextGroupName());
     OnBnClickedMeshQualityGroupCheck();
     UpdateResults();
-    resize(620, 420);
+    // Wide enough for every column at its fitted width: the heads are longer in some
+    // languages than in English.
+    int columns = 0;
+    for (int c = 0; c < CKwMeshQualityResultsModel::ColumnCount; ++c)
+        columns += list->columnWidth(c);
+    const QMargins margins = layout()->contentsMargins();
+    const int chrome = 2 * list->frameWidth() + list->verticalScrollBar()->sizeHint().width() +
+                       margins.left() + margins.right();
+    resize(std::max(620, columns + chrome), 420);
     m_lastAccepted = geometry();
 }
 
