@@ -16,6 +16,7 @@
 #include "KwControls.h"
 #include "KwMFCUIEntry.h"
 #include "CKwDefineRangeDlg.h"
+#include "KwQualitySamples.h"
 #include "CKwMFCUIHighlightNodeElem.h"
 #include "CKwAnalysis.h"
 #include "CKwMFCUIPlot.h"
@@ -43,6 +44,7 @@
 #include <QPushButton>
 #include <QSet>
 #include <QTimer>
+#include <memory>
 
 namespace {
 
@@ -397,6 +399,20 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             result.written << v;
             host->View()->ClearMeshHighlight();
         }
+        w->close();
+        QApplication::processEvents();
+    }
+
+    // The failed-elements window on hexahedra, wedges and pyramids (some parabolic) and a beam:
+    // the sample part has tetrahedra only.
+    {
+        CKwMeshModel solids;
+        KwBuildSolidQualitySamples(solids);
+        auto w = std::make_unique<CKwMeshQualityResultsDialog>(&solids, nullptr, host->Units(),
+                                                               host);
+        w->setAttribute(Qt::WA_DeleteOnClose, false);
+        w->show();
+        shoot(w.get(), "meshquality-failed-solids.png");
         w->close();
         QApplication::processEvents();
     }

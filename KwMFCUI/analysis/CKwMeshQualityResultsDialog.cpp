@@ -13,7 +13,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QLayout>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QTableView>
 
 CKwMeshQualityResultsDialog::CKwMeshQualityResultsDialog(CKwMeshModel* mesh, CFMView* view,
@@ -86,7 +88,15 @@ void CKwMeshQualityResultsDialog::init(CKwMeshModel* mesh, CFMView* view)
     m_ui->groupName->setText(GetNextGroupName());
     OnBnClickedMeshQualityGroupCheck();
     UpdateResults();
-    resize(620, 420);
+    // Wide enough for every column at its fitted width: the heads are longer in some
+    // languages than in English.
+    int columns = 0;
+    for (int c = 0; c < CKwMeshQualityResultsModel::ColumnCount; ++c)
+        columns += list->columnWidth(c);
+    const QMargins margins = layout()->contentsMargins();
+    const int chrome = 2 * list->frameWidth() + list->verticalScrollBar()->sizeHint().width() +
+                       margins.left() + margins.right();
+    resize(std::max(620, columns + chrome), 420);
     m_lastAccepted = geometry();
 }
 
@@ -110,6 +120,7 @@ void CKwMeshQualityResultsDialog::SetTextToCurrentLang()
     if (m_model) {
         m_model->RetranslateTexts();
         m_ui->summary->setText(GetSummaryText());
+        m_ui->coverage->setText(GetCoverageText());
         // The heads are longer in some languages than the columns' first widths.
         KwStyle::FitHeaders(m_ui->list);
     }
@@ -126,11 +137,29 @@ QString CKwMeshQualityResultsDialog::GetSummaryText() const
                              "%");
 }
 
+QString CKwMeshQualityResultsDialog::GetCoverageText() const
+{
+    QStringList lines;
+    const auto count = [](std::size_t n) { return QString::number(static_cast<qulonglong>(n)); };
+    if (const std::size_t n = GetParabolicElementCount())
+        lines << KwPropText("MeshQuality", "LabelParabolicOnCorners",
+                            "Parabolic elements, measured on their corner nodes: %ld")
+                     .replace(QStringLiteral("%ld"), count(n));
+    if (const std::size_t n = GetUncheckedElementCount())
+        lines << KwPropText("MeshQuality", "LabelBeamsNotChecked",
+                            "Beam elements, not checked (no quality measure applies to them): %ld")
+                     .replace(QStringLiteral("%ld"), count(n));
+    return lines.join(QLatin1Char('\n'));
+}
+
 void CKwMeshQualityResultsDialog::UpdateResults()
 {
     m_model->Reload();
     m_ui->list->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     m_ui->summary->setText(GetSummaryText());
+    const QString coverage = GetCoverageText();
+    m_ui->coverage->setText(coverage);
+    m_ui->coverage->setVisible(!coverage.isEmpty());
 }
 
 QString CKwMeshQualityResultsDialog::GetNextGroupName() const

@@ -39,6 +39,7 @@ public:
         IDC_MESH_QUALITY_GROUP_LABEL = 7454,
         IDC_MESH_QUALITY_GROUP_NAME = 7455,
         IDC_MESH_QUALITY_HIGHLIGHT_BUTTON = 7456,
+        IDC_MESH_QUALITY_COVERAGE = 7457,
     };
     static constexpr int kMinWidth = 500;
     static constexpr int kMinHeight = 300;
@@ -55,6 +56,9 @@ public:
     // Fills the list and the summary line from the results.
     void UpdateResults();
     QString GetSummaryText() const;
+    // What the check did with elements other than linear shells and solids: parabolic ones
+    // measured on their corners, beams not checked. Empty when there were none.
+    QString GetCoverageText() const;
     // "Group" followed by the group counter ("%s%d").
     QString GetNextGroupName() const;
     // Hands the group settings of the controls to the results logic; true when they changed.

@@ -94,6 +94,9 @@ void CKwMeshQualityResultsModel::RetranslateTexts()
     m_typeText[Triangle] = KwPropText("MeshQuality", "ElemTri", "Triangle");
     m_typeText[Quadrilateral] = KwPropText("MeshQuality", "ElemQuad", "Quadrilateral");
     m_typeText[Tetrahedron] = KwPropText("MeshQuality", "ElemTet", "Tetrahedral");
+    m_typeText[Hexahedron] = KwPropText("MeshQuality", "ElemHex", "Hexahedral");
+    m_typeText[Wedge] = KwPropText("MeshQuality", "ElemWedge", "Wedge");
+    m_typeText[Pyramid] = KwPropText("MeshQuality", "ElemPyramid", "Pyramid");
     m_degenerate = KwPropText("MeshQuality", "LabelDegenerate", "Degenerate");
     if (m_rows > 0)
         Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, ColumnCount - 1));
@@ -194,7 +197,7 @@ QString CKwMeshQualityResultsModel::CellText(int row, int column) const
     if (column == ColumnId)
         return QString::number(rec.id);
     if (column == ColumnType)
-        return rec.family < 4 ? m_typeText[rec.family] : QString();
+        return rec.family < FamilyCount ? m_typeText[rec.family] : QString();
     const int m = measureOf(column);
     const double v = ShownValue(rec, m);
     if (std::isnan(v))
@@ -353,7 +356,7 @@ QString CKwMeshQualityResultsModel::CopyText(std::vector<int> rows) const
         };
         put(num, std::to_chars(num, numEnd, rec.id).ptr);
         *q++ = u'\t';
-        if (rec.family < 4)
+        if (rec.family < FamilyCount)
             putText(m_typeText[rec.family]);
         for (int m = 0; m < MeasureCount; ++m) {
             *q++ = u'\t';

@@ -72,7 +72,7 @@ private:
     const KW_UOM* m_units;
     std::vector<int> m_order; // table row -> record; empty while unsorted
     int m_rows = 0;
-    QString m_typeText[4];
+    QString m_typeText[KwMeshQuality::FamilyCount];
     QString m_caption[ColumnCount];
     QString m_degenerate;
 };

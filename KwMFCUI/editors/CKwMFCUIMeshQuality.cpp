@@ -5,6 +5,7 @@
 #include "ui_CKwMFCUIMeshQuality.h"
 
 #include <QAbstractButton>
+#include <array>
 
 namespace {
 
@@ -16,33 +17,33 @@ constexpr int kChecks = M::QualityCheckCount;
 
 constexpr KwControlCode code(int c, bool unit)
 {
-    return unit ? KwControlCode{U::CodeUnitFirst + c, CKwMFCUIMeshQuality::kUnitLabelFirst + c,
+    return unit ? KwControlCode{U::CodeUnitFirst + c, CKwMFCUIMeshQuality::UnitLabelId(c),
                                 KwCodeOp::Text}
-                : KwControlCode{U::CodeLimitFirst + c, CKwMFCUIMeshQuality::kLimitEditFirst + c,
+                : KwControlCode{U::CodeLimitFirst + c, CKwMFCUIMeshQuality::LimitEditId(c),
                                 kEdit};
 }
 
 // Control codes of the logic -> controls of template 7013: each check's limit and unit.
-constexpr KwControlCode kControlCodes[] = {
-    code(0, false), code(1, false), code(2, false), code(3, false), code(4, false),
-    code(5, false), code(6, false), code(7, false), code(8, false), code(9, false),
-    code(10, false),
-    code(0, true),  code(1, true),  code(2, true),  code(3, true),  code(4, true),
-    code(5, true),  code(6, true),  code(7, true),  code(8, true),  code(9, true),
-    code(10, true),
-};
-
-constexpr KwValueBinding check(int c)
-{
-    return {U::FieldCheckFirst + c, CKwMFCUIMeshQuality::kCheckBoxFirst + c, KwBind::Check};
-}
+constexpr auto kControlCodes = [] {
+    std::array<KwControlCode, 2 * kChecks> codes{};
+    for (int c = 0; c < kChecks; ++c) {
+        codes[static_cast<std::size_t>(c)] = code(c, false);
+        codes[static_cast<std::size_t>(kChecks + c)] = code(c, true);
+    }
+    return codes;
+}();
 
 // Each check's on/off box shows its flag.
-constexpr KwValueBinding kBindings[] = {check(0), check(1), check(2), check(3),
-                                        check(4), check(5), check(6), check(7),
-                                        check(8), check(9), check(10)};
+constexpr auto kBindings = [] {
+    std::array<KwValueBinding, kChecks> bindings{};
+    for (int c = 0; c < kChecks; ++c)
+        bindings[static_cast<std::size_t>(c)] = {U::FieldCheckFirst + c,
+                                                 CKwMFCUIMeshQuality::CheckBoxId(c),
+                                                 KwBind::Check};
+    return bindings;
+}();
 
-constexpr int box(M::QualityCheck c) { return CKwMFCUIMeshQuality::kCheckBoxFirst + c; }
+constexpr int box(M::QualityCheck c) { return CKwMFCUIMeshQuality::CheckBoxId(c); }
 
 // Captions: the measures are the failed-elements window's column captions.
 constexpr KwTextRow kTexts[] = {
@@ -60,6 +61,24 @@ constexpr KwTextRow kTexts[] = {
     {box(M::TetAspectRatio), "MeshQuality", "LabelAspectRatio", "Aspect Ratio"},
     {box(M::TetSkew), "MeshQuality", "LabelSkew", "Skew"},
     {box(M::TetJacobian), "MeshQuality", "LabelJacobian", "Jacobian"},
+    {7604, "MeshQuality", "GroupHexahedra", "Hexahedra"},
+    {7605, "MeshQuality", "GroupWedges", "Wedges"},
+    {7606, "MeshQuality", "GroupPyramids", "Pyramids"},
+    {box(M::HexAspectRatio), "MeshQuality", "LabelAspectRatio", "Aspect Ratio"},
+    {box(M::HexSkew), "MeshQuality", "LabelSkew", "Skew"},
+    {box(M::HexWarpage), "MeshQuality", "LabelWarping", "Warping"},
+    {box(M::HexTaper), "MeshQuality", "LabelTaper", "Taper"},
+    {box(M::HexJacobian), "MeshQuality", "LabelJacobian", "Jacobian"},
+    {box(M::WedgeAspectRatio), "MeshQuality", "LabelAspectRatio", "Aspect Ratio"},
+    {box(M::WedgeSkew), "MeshQuality", "LabelSkew", "Skew"},
+    {box(M::WedgeWarpage), "MeshQuality", "LabelWarping", "Warping"},
+    {box(M::WedgeTaper), "MeshQuality", "LabelTaper", "Taper"},
+    {box(M::WedgeJacobian), "MeshQuality", "LabelJacobian", "Jacobian"},
+    {box(M::PyramidAspectRatio), "MeshQuality", "LabelAspectRatio", "Aspect Ratio"},
+    {box(M::PyramidSkew), "MeshQuality", "LabelSkew", "Skew"},
+    {box(M::PyramidWarpage), "MeshQuality", "LabelWarping", "Warping"},
+    {box(M::PyramidTaper), "MeshQuality", "LabelTaper", "Taper"},
+    {box(M::PyramidJacobian), "MeshQuality", "LabelJacobian", "Jacobian"},
     {7671, "MeshQuality", "LabelLimitsNote",
      "An element fails a check when its value is above the limit, or below it for the "
      "Jacobian. Angles are in the display angle unit."},
@@ -83,7 +102,7 @@ CKwMFCUIMeshQuality::CKwMFCUIMeshQuality(CKwMeshModel* mesh, CFMView* view, KW_U
     SetUnitSystem(units);
     CKwUIMeshQuality::SetUnits(units);
     for (int c = 0; c < kChecks; ++c)
-        connect(KwControl<QAbstractButton>(this, kCheckBoxFirst + c), &QAbstractButton::toggled,
+        connect(KwControl<QAbstractButton>(this, CheckBoxId(c)), &QAbstractButton::toggled,
                 this, [this] { syncLimitEdits(); });
     connect(m_ui->run, &QAbstractButton::clicked, this, &CKwMFCUIMeshQuality::OnRun);
     OnCreate(view, mesh, nullptr);
@@ -93,8 +112,8 @@ CKwMFCUIMeshQuality::~CKwMFCUIMeshQuality() = default;
 
 bool CKwMFCUIMeshQuality::OnInitDialog()
 {
-    // The note wraps within the groups' width instead of widening the dialog.
-    m_ui->note->setMaximumWidth(m_ui->groupQuad->sizeHint().width() + 40);
+    // The note wraps within the columns' width instead of widening the dialog.
+    m_ui->note->setMaximumWidth(m_ui->families->sizeHint().width());
     return CKwMFCUIBase::OnInitDialog();
 }
 
@@ -108,8 +127,8 @@ void CKwMFCUIMeshQuality::OnObjectDataLoaded()
 void CKwMFCUIMeshQuality::syncLimitEdits()
 {
     for (int c = 0; c < kChecks; ++c)
-        if (auto* b = KwControl<QAbstractButton>(this, kCheckBoxFirst + c))
-            if (QWidget* e = KwFindControl(this, kLimitEditFirst + c))
+        if (auto* b = KwControl<QAbstractButton>(this, CheckBoxId(c)))
+            if (QWidget* e = KwFindControl(this, LimitEditId(c)))
                 e->setEnabled(b->isChecked());
 }
 

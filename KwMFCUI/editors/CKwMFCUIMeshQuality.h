@@ -22,11 +22,29 @@ class KWMFCUI_EXPORT CKwMFCUIMeshQuality : public CKwMFCUIBase, public CKwUIMesh
     Q_OBJECT
 public:
     static constexpr unsigned kTemplateId = 7013;
-    // Control ids of check c (as CKwMeshModel::QualityCheck): box, limit edit, unit label.
+    // Control ids of check c (as CKwMeshModel::QualityCheck): box, limit edit, unit label. The
+    // first eleven checks (quadrilaterals, triangles, tetrahedra) count from the First ids,
+    // those of hexahedra, wedges and pyramids from the Solid ids.
     static constexpr int kCheckBoxFirst = 7610;
     static constexpr int kLimitEditFirst = 7630;
     static constexpr int kUnitLabelFirst = 7650;
     static constexpr int kRunButton = 7670;
+    static constexpr int kCheckBoxSolid = 7680;
+    static constexpr int kLimitEditSolid = 7700;
+    static constexpr int kUnitLabelSolid = 7720;
+    static constexpr int kFirstSolidCheck = CKwMeshModel::HexAspectRatio;
+    static constexpr int CheckBoxId(int c)
+    {
+        return c < kFirstSolidCheck ? kCheckBoxFirst + c : kCheckBoxSolid + c - kFirstSolidCheck;
+    }
+    static constexpr int LimitEditId(int c)
+    {
+        return c < kFirstSolidCheck ? kLimitEditFirst + c : kLimitEditSolid + c - kFirstSolidCheck;
+    }
+    static constexpr int UnitLabelId(int c)
+    {
+        return c < kFirstSolidCheck ? kUnitLabelFirst + c : kUnitLabelSolid + c - kFirstSolidCheck;
+    }
 
     CKwMFCUIMeshQuality(CKwMeshModel* mesh, CFMView* view, KW_UOM* units = nullptr,
                         QWidget* parent = nullptr);

@@ -28,6 +28,21 @@ constexpr QualityParamRow kQualityParams[CKwMeshModel::QualityCheckCount] = {
     {"Tet Aspect Ratio", true, 5.0f},
     {"Tet Skew", true, 40.0f},
     {"Tet Jacobian", true, 0.3f},
+    {"Hex Aspect Ratio", true, 5.0f},
+    {"Hex Skew", true, 45.0f},
+    {"Hex Warpage", true, 10.0f},
+    {"Hex Taper", true, 0.5f},
+    {"Hex Jacobian", true, 0.6f},
+    {"Wedge Aspect Ratio", true, 5.0f},
+    {"Wedge Skew", true, 45.0f},
+    {"Wedge Warpage", true, 10.0f},
+    {"Wedge Taper", true, 0.5f},
+    {"Wedge Jacobian", true, 0.6f},
+    {"Pyramid Aspect Ratio", true, 5.0f},
+    {"Pyramid Skew", true, 45.0f},
+    {"Pyramid Warpage", true, 10.0f},
+    {"Pyramid Taper", true, 0.5f},
+    {"Pyramid Jacobian", true, 0.3f},
 };
 
 long long entityKey(int kind, int id) { return (static_cast<long long>(kind) << 32) | unsigned(id); }
@@ -149,7 +164,7 @@ bool CKwMeshModel::AddElement(int id, int type, std::span<const int> nodeIds)
     const int n = NodesPerElement(type);
     if (n == 0 || static_cast<int>(nodeIds.size()) != n || m_elementIndex.contains(id))
         return false;
-    int idx[8];
+    int idx[20]; // the most nodes an element has (Hex20)
     for (int k = 0; k < n; ++k) {
         idx[k] = NodeIndex(nodeIds[static_cast<std::size_t>(k)]);
         if (idx[k] < 0)

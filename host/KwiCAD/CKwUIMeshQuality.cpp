@@ -40,6 +40,21 @@ constexpr CheckText kCheckTexts[CKwMeshModel::QualityCheckCount] = {
     {"GroupTetrahedra", "Tetrahedra", "LabelAspectRatio", "Aspect Ratio"},
     {"GroupTetrahedra", "Tetrahedra", "LabelSkew", "Skew"},
     {"GroupTetrahedra", "Tetrahedra", "LabelJacobian", "Jacobian"},
+    {"GroupHexahedra", "Hexahedra", "LabelAspectRatio", "Aspect Ratio"},
+    {"GroupHexahedra", "Hexahedra", "LabelSkew", "Skew"},
+    {"GroupHexahedra", "Hexahedra", "LabelWarping", "Warping"},
+    {"GroupHexahedra", "Hexahedra", "LabelTaper", "Taper"},
+    {"GroupHexahedra", "Hexahedra", "LabelJacobian", "Jacobian"},
+    {"GroupWedges", "Wedges", "LabelAspectRatio", "Aspect Ratio"},
+    {"GroupWedges", "Wedges", "LabelSkew", "Skew"},
+    {"GroupWedges", "Wedges", "LabelWarping", "Warping"},
+    {"GroupWedges", "Wedges", "LabelTaper", "Taper"},
+    {"GroupWedges", "Wedges", "LabelJacobian", "Jacobian"},
+    {"GroupPyramids", "Pyramids", "LabelAspectRatio", "Aspect Ratio"},
+    {"GroupPyramids", "Pyramids", "LabelSkew", "Skew"},
+    {"GroupPyramids", "Pyramids", "LabelWarping", "Warping"},
+    {"GroupPyramids", "Pyramids", "LabelTaper", "Taper"},
+    {"GroupPyramids", "Pyramids", "LabelJacobian", "Jacobian"},
 };
 
 // A limit is a float: its shortest text of at most ten digits that reads back as the same
@@ -99,21 +114,26 @@ const KW_UOM* CKwUIMeshQuality::units() const
     return m_pView ? m_pView->GetUnitHolder() : nullptr;
 }
 
+// The measure a check limits, found through the family rules of the results logic.
+static int measureOf(Q check)
+{
+    for (int f = 1; f < KwMeshQuality::FamilyCount; ++f)
+        for (int m = 0; m < KwMeshQuality::MeasureCount; ++m)
+            if (CKwUIMeshQualityResults::CheckFor(f, m) == check)
+                return m;
+    return -1;
+}
+
 int CKwUIMeshQuality::UnitKindOf(Q check)
 {
-    switch (check) {
-    case CKwMeshModel::QuadSkew:
-    case CKwMeshModel::QuadWarpage:
-    case CKwMeshModel::TriaSkew:
-    case CKwMeshModel::TetSkew: return KwUnitKind::Angle;
-    default: return KwUnitKind::Dimensionless;
-    }
+    const int m = measureOf(check);
+    return m >= 0 && KwMeshQuality::IsAngle(m) ? KwUnitKind::Angle : KwUnitKind::Dimensionless;
 }
 
 bool CKwUIMeshQuality::FailsBelow(Q check)
 {
-    return check == CKwMeshModel::QuadJacobian || check == CKwMeshModel::TriaJacobian ||
-           check == CKwMeshModel::TetJacobian;
+    const int m = measureOf(check);
+    return m >= 0 && KwMeshQuality::FailsBelow(m);
 }
 
 QString CKwUIMeshQuality::FieldName(Q check)
@@ -244,7 +264,7 @@ CKwUIMeshQuality::RunStatus CKwUIMeshQuality::RunCheck()
     if (m_meshEmpty)
         ShowFieldError(
             GetPageTitleString(),
-            err("MeshEmpty", "The mesh has no triangles, quadrilaterals or tetrahedra to check."));
+            err("MeshEmpty", "The mesh has no shell or solid elements to check."));
     return RunChecked;
 }
 

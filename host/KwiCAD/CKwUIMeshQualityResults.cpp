@@ -13,9 +13,9 @@ namespace {
 using QC = CKwMeshModel::QualityCheck;
 constexpr QC kNone = CKwMeshModel::QualityCheckCount;
 
-// Which parameter rules each measure of each family (rows: no family, triangle,
-// quadrilateral, tetrahedron; columns: aspect ratio, skew, warping, taper, Jacobian).
-constexpr QC kRule[4][MeasureCount] = {
+// Which parameter rules each measure of each family (rows: no family, then the families in
+// KwMeshQuality::Family order; columns: aspect ratio, skew, warping, taper, Jacobian).
+constexpr QC kRule[FamilyCount][MeasureCount] = {
     {kNone, kNone, kNone, kNone, kNone},
     {CKwMeshModel::TriaAspectRatio, CKwMeshModel::TriaSkew, kNone, kNone,
      CKwMeshModel::TriaJacobian},
@@ -23,6 +23,12 @@ constexpr QC kRule[4][MeasureCount] = {
      CKwMeshModel::QuadTaper, CKwMeshModel::QuadJacobian},
     {CKwMeshModel::TetAspectRatio, CKwMeshModel::TetSkew, kNone, kNone,
      CKwMeshModel::TetJacobian},
+    {CKwMeshModel::HexAspectRatio, CKwMeshModel::HexSkew, CKwMeshModel::HexWarpage,
+     CKwMeshModel::HexTaper, CKwMeshModel::HexJacobian},
+    {CKwMeshModel::WedgeAspectRatio, CKwMeshModel::WedgeSkew, CKwMeshModel::WedgeWarpage,
+     CKwMeshModel::WedgeTaper, CKwMeshModel::WedgeJacobian},
+    {CKwMeshModel::PyramidAspectRatio, CKwMeshModel::PyramidSkew, CKwMeshModel::PyramidWarpage,
+     CKwMeshModel::PyramidTaper, CKwMeshModel::PyramidJacobian},
 };
 
 double angleScale(const KW_UOM* units)
@@ -50,17 +56,22 @@ CKwUIMeshQualityResults::~CKwUIMeshQualityResults() = default;
 
 int CKwUIMeshQualityResults::FamilyOf(int elementType)
 {
-    switch (elementType) {
+    // Parabolic elements belong to the family of their linear form: they are measured on
+    // their corners.
+    switch (CKwMeshModel::LinearType(elementType)) {
     case CKwMeshModel::Tri3: return Triangle;
     case CKwMeshModel::Quad4: return Quadrilateral;
     case CKwMeshModel::Tet4: return Tetrahedron;
+    case CKwMeshModel::Hex8: return Hexahedron;
+    case CKwMeshModel::Wedge6: return Wedge;
+    case CKwMeshModel::Pyr5: return Pyramid;
     }
     return NoFamily;
 }
 
 CKwMeshModel::QualityCheck CKwUIMeshQualityResults::CheckFor(int family, int measure)
 {
-    if (family < 0 || family > 3 || measure < 0 || measure >= MeasureCount)
+    if (family < 0 || family >= FamilyCount || measure < 0 || measure >= MeasureCount)
         return kNone;
     return kRule[family][measure];
 }
@@ -97,15 +108,17 @@ void CKwUIMeshQualityResults::CheckMeshQuality(const CKwMeshModel* mesh, const K
 {
     m_failed.clear();
     m_checked = 0;
+    m_parabolic = 0;
+    m_unchecked = 0;
     m_pCheckedMesh = mesh;
     m_builtGroupId = 0;
     if (!mesh)
         return;
     // The rules as flat arrays: whether each measure is checked, its limit, its unit scale.
-    bool on[4][MeasureCount] = {};
-    double limit[4][MeasureCount] = {};
+    bool on[FamilyCount][MeasureCount] = {};
+    double limit[FamilyCount][MeasureCount] = {};
     const double aScale = angleScale(units);
-    for (int f = 1; f < 4; ++f)
+    for (int f = 1; f < FamilyCount; ++f)
         for (int m = 0; m < MeasureCount; ++m)
             if (kRule[f][m] != kNone) {
                 on[f][m] = mesh->GetQualityCheck(kRule[f][m]);
@@ -114,20 +127,23 @@ void CKwUIMeshQualityResults::CheckMeshQuality(const CKwMeshModel* mesh, const K
     const auto& nodes = mesh->Nodes();
     const std::size_t n = mesh->ElementCount();
     double out[MeasureCount];
-    const double* pts[4];
+    const double* pts[8];
     for (std::size_t i = 0; i < n; ++i) {
-        const int family = FamilyOf(mesh->ElementType(i));
-        if (family == NoFamily)
+        const int type = mesh->ElementType(i);
+        const int family = FamilyOf(type);
+        if (family == NoFamily) {
+            ++m_unchecked;
             continue;
-        ++m_checked;
-        const auto conn = mesh->ElementNodes(i);
-        for (std::size_t k = 0; k < conn.size(); ++k)
-            pts[k] = &nodes[static_cast<std::size_t>(conn[k])].x;
-        switch (family) {
-        case Triangle: MeasureTriangle(pts, out); break;
-        case Quadrilateral: MeasureQuadrilateral(pts, out); break;
-        default: MeasureTetrahedron(pts, out); break;
         }
+        ++m_checked;
+        // The corners come first in every element's nodes; mid-side nodes play no part.
+        const auto conn = mesh->ElementNodes(i);
+        const std::size_t corners = static_cast<std::size_t>(CKwMeshModel::CornerCount(type));
+        if (corners < conn.size())
+            ++m_parabolic;
+        for (std::size_t k = 0; k < corners && k < conn.size(); ++k)
+            pts[k] = &nodes[static_cast<std::size_t>(conn[k])].x;
+        MeasureFamily(family, pts, out);
         bool failed = false;
         for (int m = 0; m < MeasureCount && !failed; ++m)
             if (on[family][m]) {
@@ -149,6 +165,8 @@ void CKwUIMeshQualityResults::TakeResults(CKwUIMeshQualityResults& other)
 {
     m_failed.swap(other.m_failed);
     m_checked = other.m_checked;
+    m_parabolic = other.m_parabolic;
+    m_unchecked = other.m_unchecked;
     m_pCheckedMesh = other.m_pCheckedMesh;
     m_builtGroupId = 0;
 }

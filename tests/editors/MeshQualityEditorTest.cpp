@@ -45,10 +45,10 @@ protected:
         EXPECT_NE(d, nullptr);
         return d;
     }
-    static QLineEdit* limit(Ed* d, int c) { return KwControl<QLineEdit>(d, Ed::kLimitEditFirst + c); }
+    static QLineEdit* limit(Ed* d, int c) { return KwControl<QLineEdit>(d, Ed::LimitEditId(c)); }
     static QAbstractButton* box(Ed* d, int c)
     {
-        return KwControl<QAbstractButton>(d, Ed::kCheckBoxFirst + c);
+        return KwControl<QAbstractButton>(d, Ed::CheckBoxId(c));
     }
     static QList<CKwMeshQualityResultsDialog*> resultsWindows()
     {
@@ -77,6 +77,14 @@ TEST_F(MeshQualityEditor, limitsAreReadInTheirUnitOrRefusedWithTheFieldNamed)
         {M::TriaJacobian, "1.5", false,
          "Jacobian (Triangles) - \n 'Enter a limit from 0 to 1: no element's Jacobian is above "
          "1.'", 0.6f},
+        {M::HexWarpage, "12.5°", false, "", 12.5f},
+        {M::PyramidTaper, "0.25", false, "", 0.25f},
+        {M::WedgeSkew, "x", false, "Skew (Wedges) - \n 'Enter a number in °.'", 45.0f},
+        {M::HexJacobian, "1.5", false,
+         "Jacobian (Hexahedra) - \n 'Enter a limit from 0 to 1: no element's Jacobian is above "
+         "1.'", 0.6f},
+        {M::PyramidAspectRatio, "-1", false,
+         "Aspect Ratio (Pyramids) - \n 'Enter a limit of 0 or more.'", 5.0f},
         {M::QuadTaper, "0", true,
          "Check Mesh Quality - \n 'Switch on at least one check.'", 0.5f},
     };
@@ -115,13 +123,20 @@ TEST_F(MeshQualityEditor, switchedOffChecksTakeNoInputAndTheirLimitIsNotJudged)
 TEST_F(MeshQualityEditor, runListsWhatTheResultsLogicFindsAndOkClosesTheEditor)
 {
     Ed* d = open();
-    EXPECT_EQ(KwGetControlText(d, Ed::kUnitLabelFirst + M::QuadWarpage), QStringLiteral("°"));
-    EXPECT_EQ(KwGetControlText(d, Ed::kUnitLabelFirst + M::QuadTaper), "");
+    EXPECT_EQ(KwGetControlText(d, Ed::UnitLabelId(M::QuadWarpage)), QStringLiteral("°"));
+    EXPECT_EQ(KwGetControlText(d, Ed::UnitLabelId(M::QuadTaper)), "");
+    EXPECT_EQ(KwGetControlText(d, Ed::UnitLabelId(M::HexSkew)), QStringLiteral("°"));
+    EXPECT_EQ(KwGetControlText(d, Ed::UnitLabelId(M::WedgeWarpage)), QStringLiteral("°"));
+    EXPECT_EQ(KwGetControlText(d, Ed::UnitLabelId(M::PyramidJacobian)), "");
     d->OnRun();
     ASSERT_EQ(resultsWindows().size(), 1);
     // The sample mesh with its starting limits: 22 of 222 elements fail.
     EXPECT_EQ(resultsWindows().first()->GetFailedElements().size(), 22u);
     EXPECT_EQ(resultsWindows().first()->GetCheckedElementCount(), 222u);
+    // The stiffener's beams are reported, not passed over.
+    EXPECT_EQ(resultsWindows().first()->GetUncheckedElementCount(), 8u);
+    EXPECT_EQ(resultsWindows().first()->GetCoverageText(),
+              "Beam elements, not checked (no quality measure applies to them): 8");
     EXPECT_EQ(host.view->GetOpenDialog(), d);
 
     // Fewer checks, fewer failures; the new window replaces the last one.
@@ -146,7 +161,7 @@ TEST_F(MeshQualityEditor, anglesInRadiansAndAnEmptyMesh)
 {
     host.units->SetAngleInRadians(true);
     Ed* d = open();
-    EXPECT_EQ(KwGetControlText(d, Ed::kUnitLabelFirst + M::TetSkew), "rad");
+    EXPECT_EQ(KwGetControlText(d, Ed::UnitLabelId(M::TetSkew)), "rad");
     limit(d, M::TetSkew)->setText("0.5");
     d->OnRun();
     EXPECT_FLOAT_EQ(host.model->m_mesh->GetQualityLimit(M::TetSkew), 0.5f);
@@ -157,8 +172,7 @@ TEST_F(MeshQualityEditor, anglesInRadiansAndAnEmptyMesh)
     host.view->ClearBubbleRecord();
     d->OnRun();
     EXPECT_EQ(host.view->GetLastBubbleText(),
-              "Check Mesh Quality - \n 'The mesh has no triangles, quadrilaterals or tetrahedra "
-              "to check.'");
+              "Check Mesh Quality - \n 'The mesh has no shell or solid elements to check.'");
     EXPECT_TRUE(resultsWindows().isEmpty());
 }
 

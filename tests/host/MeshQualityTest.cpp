@@ -317,7 +317,8 @@ TEST(MeshQuality, strictLimitsAngleUnitsAndSwitchedOffChecks)
     EXPECT_EQ(v, 0.0f);
     EXPECT_TRUE(mesh.SetQualityParam(QStringLiteral("Tria Skew"), 12.5f));
     EXPECT_EQ(mesh.GetQualityLimit(CKwMeshModel::TriaSkew), 12.5f);
-    EXPECT_FALSE(mesh.SetQualityParam(QStringLiteral("Hex Skew"), 1));
+    EXPECT_FALSE(mesh.SetQualityParam(QStringLiteral("Hexa Skew"), 1));
+    EXPECT_FALSE(mesh.SetQualityParam(QStringLiteral("Beam Skew"), 1));
 }
 
 TEST(MeshQuality, sampleMeshFailsEveryCheckAndNothingElse)
@@ -330,7 +331,10 @@ TEST(MeshQuality, sampleMeshFailsEveryCheckAndNothingElse)
     EXPECT_EQ(r.GetCheckedElementCount(), mesh.CountOfType(CKwMeshModel::Tri3) +
                                               mesh.CountOfType(CKwMeshModel::Quad4) +
                                               mesh.CountOfType(CKwMeshModel::Tet4));
-    bool seen[4][MeasureCount] = {};
+    // The beams are counted as not checked: nothing is passed over silently.
+    EXPECT_EQ(r.GetUncheckedElementCount(), mesh.CountOfType(CKwMeshModel::Beam2));
+    EXPECT_EQ(r.GetCheckedElementCount() + r.GetUncheckedElementCount(), mesh.ElementCount());
+    bool seen[FamilyCount][MeasureCount] = {};
     for (const auto& f : r.GetFailedElements()) {
         bool any = false;
         for (int m = 0; m < MeasureCount; ++m) {

@@ -41,6 +41,9 @@ public:
         QuadAspectRatio, QuadSkew, QuadWarpage, QuadTaper, QuadJacobian,
         TriaAspectRatio, TriaSkew, TriaJacobian,
         TetAspectRatio, TetSkew, TetJacobian,
+        HexAspectRatio, HexSkew, HexWarpage, HexTaper, HexJacobian,
+        WedgeAspectRatio, WedgeSkew, WedgeWarpage, WedgeTaper, WedgeJacobian,
+        PyramidAspectRatio, PyramidSkew, PyramidWarpage, PyramidTaper, PyramidJacobian,
         QualityCheckCount
     };
     // "Quad Aspect Ratio", "Tria Skew", ...; the flag's name adds " Check".

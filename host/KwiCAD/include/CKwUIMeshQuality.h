@@ -1,6 +1,6 @@
 #pragma once
-// Logic of the "Check Mesh Quality" editor: the eleven quality checks of the mesh (a flag and
-// a limit each) as the editor's controls, validation of the limits, and the run that writes
+// Logic of the "Check Mesh Quality" editor: the quality checks of the mesh, per element family
+// (a flag and a limit each) as the editor's controls, validation of the limits, and the run that writes
 // them into the mesh and measures it with the results logic. The edit copy holds the
 // parameters only: the nodes and elements of the mesh are never copied.
 #include "CKwFEUIBase.h"
@@ -49,7 +49,7 @@ public:
     // The results are then in GetResults(); an empty mesh is reported with a message.
     RunStatus RunCheck();
     CKwUIMeshQualityResults& GetResults() { return m_results; }
-    // True when the last run found no element of the three families to measure.
+    // True when the last run found no shell or solid element to measure.
     bool WasMeshEmpty() const { return m_meshEmpty; }
 
 protected:

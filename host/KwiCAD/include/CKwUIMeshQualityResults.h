@@ -1,6 +1,7 @@
 #pragma once
-// Results logic of a mesh quality check: measures the triangles, quadrilaterals and
-// tetrahedra of a mesh, keeps the elements that fail an active check (one flat record each),
+// Results logic of a mesh quality check: measures the shells and solids of a mesh (parabolic
+// ones on their corners), counts the elements no measure applies to (beams), keeps the
+// elements that fail an active check (one flat record each),
 // and gathers them into an element group or highlights them in the view. The failed-elements
 // window is built on top of it.
 #include "CKwMeshModel.h"
@@ -28,13 +29,17 @@ public:
     CKwUIMeshQualityResults();
     virtual ~CKwUIMeshQualityResults();
 
-    // Measures every element of the three families and keeps those that fail an active check.
+    // Measures every shell and solid element and keeps those that fail an active check.
     // Angles are compared in the display angle unit of `units` (degrees without units).
     void CheckMeshQuality(const CKwMeshModel* mesh, const KW_UOM* units);
     // Takes over another check's results (the window shows a check run elsewhere).
     void TakeResults(CKwUIMeshQualityResults& other);
     const std::vector<FailedElement>& GetFailedElements() const { return m_failed; }
     std::size_t GetCheckedElementCount() const { return m_checked; }
+    // Of the checked elements, the parabolic ones (measured on their corner nodes).
+    std::size_t GetParabolicElementCount() const { return m_parabolic; }
+    // Elements of no family the check measures (beams): not checked, counted.
+    std::size_t GetUncheckedElementCount() const { return m_unchecked; }
 
     // The parameter that rules a measure of a family, or QualityCheckCount when none does.
     static CKwMeshModel::QualityCheck CheckFor(int family, int measure);
@@ -79,6 +84,8 @@ protected:
 private:
     std::vector<FailedElement> m_failed;
     std::size_t m_checked = 0;
+    std::size_t m_parabolic = 0;
+    std::size_t m_unchecked = 0;
     bool m_pendingCreate = false;
     QString m_pendingName;
     int m_builtGroupId = 0;
