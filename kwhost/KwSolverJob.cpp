@@ -58,6 +58,7 @@ QString KwSolverJob::SolverProgram()
 bool KwSolverJob::Start(CKwFEModel* model, CKwAnalysis* analysis, const QString& title)
 {
     m_succeeded = false;
+    m_balance.clear();
     if (m_running || (m_view && m_view->IsSolvraRunning())) {
         m_message = KwHostText("StatusAlreadyRunning", "A solution is already running.");
         return false;
@@ -186,6 +187,7 @@ void KwSolverJob::onFinished(int exitCode, QProcess::ExitStatus status)
                        .arg(error));
         return;
     }
+    m_balance = KwCheckLoadBalance(m_deck, *results);
     m_analysis->SetSolverResults(std::move(results));
     end(true, KwHostText("StatusSolutionFinished", "Solution finished."));
     showCurve();
@@ -289,4 +291,39 @@ bool KwSolverJob::Wait(int msecs)
     timeout.start(msecs);
     loop.exec();
     return !m_running;
+}
+
+QString KwSolverJob::BalanceText(const std::vector<KwLoadBalanceLine>& lines, const KW_UOM* units)
+{
+    if (lines.empty())
+        return {};
+    const KW_UOM si;
+    const KW_UOM& u = units ? *units : si;
+    const QString unit = u.GetUnits(KwUnitKind::Force);
+    const auto triple = [&](const double* v) {
+        QStringList parts;
+        for (int a = 0; a < 3; ++a)
+            parts << QStringLiteral("%1 %2 %3")
+                         .arg(QChar(u'X' + a))
+                         .arg(QString::number(u.GetDisplayValue(v[a], KwUnitKind::Force), 'g', 6))
+                         .arg(unit);
+        return parts.join(QStringLiteral(", "));
+    };
+    QStringList text{KwHostText("BalanceTitle", "Applied load against reactions:")};
+    for (const KwLoadBalanceLine& l : lines) {
+        text << KwHostText("BalanceSubcase", "Subcase %1").arg(l.subcaseId);
+        if (!l.checked) {
+            text << KwHostText("BalanceNotChecked",
+                               "  not checked: the weight of shells and beams is not totalled");
+            continue;
+        }
+        text << KwHostText("BalanceApplied", "  applied: %1").arg(triple(l.applied));
+        text << KwHostText("BalanceReaction", "  reactions: %1").arg(triple(l.reaction));
+        const QString percent = QString::number(100.0 * l.difference, 'g', 3);
+        text << (l.Warn() ? KwHostText("BalanceWarn",
+                                       "  Warning: they differ by %1 %, more than 0.1 %.")
+                                .arg(percent)
+                          : KwHostText("BalanceOk", "  balanced within %1 %.").arg(percent));
+    }
+    return text.join(QLatin1Char('\n'));
 }

@@ -5,6 +5,7 @@
 // analysis. A refused, missing, failed or stopped run leaves the model as it was and reports
 // why, in the solver's own words where it gave any.
 #include "CKwXYPlot.h"
+#include "KwLoadBalance.h"
 #include "KwSolverDeck.h"
 #include "KwSolverProgress.h"
 
@@ -13,10 +14,12 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <memory>
+#include <vector>
 
 class CFMView;
 class CKwAnalysis;
 class CKwFEModel;
+class KW_UOM;
 
 class KwSolverJob : public QObject
 {
@@ -47,6 +50,10 @@ public:
     // displacement, or the displacement against time, one series per subcase, as the XY plot
     // window shows it. Null before such a run.
     const CKwXYPlot* Curve() const { return m_curve.get(); }
+    // After a static run: applied load against reactions per subcase.
+    const std::vector<KwLoadBalanceLine>& Balance() const { return m_balance; }
+    // The balance as the user reads it, in `units` (SI when null); empty without lines.
+    static QString BalanceText(const std::vector<KwLoadBalanceLine>& lines, const KW_UOM* units);
 
 Q_SIGNALS:
     void finished(bool succeeded);
@@ -64,6 +71,7 @@ private:
     std::unique_ptr<KwSolverProgress> m_progress;
     KwSolverDeck m_deck;
     std::unique_ptr<CKwXYPlot> m_curve;
+    std::vector<KwLoadBalanceLine> m_balance;
     CKwAnalysis* m_analysis = nullptr;
     QByteArray m_pending;
     QStringList m_tail; // the last lines of output, for a failure without an error line

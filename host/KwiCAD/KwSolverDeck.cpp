@@ -14,10 +14,13 @@
 #include "CKwPhysicalProperty.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwSurfaceContact.h"
 #include "CKwFunction.h"
 #include "CKwTable.h"
 #include "CKwUIEntity.h"
 #include "KwNumbers.h"
+#include "KwStressStrain.h"
+#include "KW_UOM.h"
 
 #include <algorithm>
 #include <array>
@@ -124,6 +127,11 @@ struct Plan
     int nextElement = 0;               // ids for the point and connector elements
     // The node pairs each connector joins, in connector order.
     std::vector<std::vector<std::pair<int, int>>> links;
+    // The load balance of the static step being written, or nullptr; per axis a flag per node
+    // index for the nodes the step constrains along it.
+    KwStepLoadBalance* balance = nullptr;
+    int stepSubcase = 0; // the subcase of the step being written
+    std::vector<char> fixedAlong[3];
 
     Plan(const CKwFEModel& m, const CKwMeshModel& me, const CKwAnalysis& a, KwSolverDeck& d,
          std::string& o)
@@ -141,7 +149,38 @@ struct Plan
         deck.refusal = why;
         return false;
     }
+    // A row of the input preview: a quantity with its model value and the deck's text of it.
+    void row(int family, int subcaseId, const QString& entity, const std::string& keyword,
+             const char* key, const char* quantity, int unitKind, double value)
+    {
+        deck.rows.push_back({family, subcaseId, entity, keyword, key, quantity, unitKind, value,
+                             true, numText(value)});
+    }
+    // A row whose deck text is not a number of the model (a set name, a count, a list).
+    void rowText(int family, int subcaseId, const QString& entity, const std::string& keyword,
+                 const char* key, const char* quantity, const std::string& text)
+    {
+        deck.rows.push_back({family, subcaseId, entity, keyword, key, quantity, -1, 0, false,
+                             text});
+    }
+    static std::string numText(double v);
+    // Adds a nodal force of the step being written to its load balance.
+    void applied(int nodeIndex, const double* f)
+    {
+        if (!balance)
+            return;
+        for (int a = 0; a < 3; ++a) {
+            balance->applied[a] += f[a];
+            if (fixedAlong[a][std::size_t(nodeIndex)])
+                balance->appliedAtSupports[a] += f[a];
+        }
+    }
 };
+
+std::string Plan::numText(double v)
+{
+    return num(v);
+}
 
 std::vector<const CKwRestraint*> restraintsOf(const CKwFEModel& model, int subcaseId)
 {
@@ -377,6 +416,10 @@ bool writeMasses(Plan& p)
         for (int id : nodes)
             p.out += std::to_string(++p.nextElement) + ", " + std::to_string(id) + "\n";
         p.out += "*MASS, ELSET=" + set + "\n" + num(m->m_mass / double(nodes.size())) + "\n";
+        p.row(KwDeckRow::Mass, 0, m->GetName(), "*MASS", "QuantityMassPerNode", "Mass per node",
+              KwUnitKind::Mass, m->m_mass / double(nodes.size()));
+        p.rowText(KwDeckRow::Mass, 0, m->GetName(), "*ELEMENT, TYPE=MASS", "QuantityNodes",
+                  "Nodes", std::to_string(nodes.size()));
     }
     return true;
 }
@@ -411,6 +454,8 @@ bool writeConnectors(Plan& p)
         };
         if (c.m_type == CKwConnector::Rigid) {
             p.out += "** Connector " + std::to_string(c.GetID()) + ": rigid link\n*EQUATION\n";
+            p.rowText(KwDeckRow::Connector, 0, c.GetName(), "*EQUATION", "QuantityEquations",
+                      "Equations", std::to_string(3 * pairs.size()));
             for (const auto& [a, b] : pairs)
                 for (int dof = 1; dof <= 3; ++dof)
                     p.out += "2\n" + std::to_string(a) + ", " + std::to_string(dof) + ", 1., "
@@ -437,6 +482,15 @@ bool writeConnectors(Plan& p)
             p.note(QStringLiteral("Connector \"%1\" carries tension and compression alike and "
                                   "no preload").arg(c.GetName()));
         int skipped = 0;
+        p.rowText(KwDeckRow::Connector, 0, c.GetName(), "*ELEMENT, TYPE=SPRINGA",
+                  "QuantityNodePairs", "Node pairs", std::to_string(pairs.size()));
+        if (c.m_type == CKwConnector::Spring)
+            p.row(KwDeckRow::Connector, 0, c.GetName(), "*SPRING", "QuantityStiffnessPerPair",
+                  "Stiffness per pair", KwUnitKind::Stiffness,
+                  c.m_axialStiffness / double(pairs.size()));
+        else
+            p.row(KwDeckRow::Connector, 0, c.GetName(), "*SPRING", "QuantityAxialRigidity",
+                  "Axial rigidity E A per pair", KwUnitKind::Force, ea / double(pairs.size()));
         for (const auto& [a, b] : pairs) {
             const double length = distance(p.mesh, a, b);
             if (!(length > 0)) {
@@ -460,6 +514,45 @@ bool writeConnectors(Plan& p)
 
 // --- materials and properties ---
 
+// The plastic part of an isotropic material in a nonlinear run: true stress against plastic
+// strain from its stress-strain curve, engineering values converted.
+bool writePlastic(Plan& p, const CKwMaterial& m)
+{
+    const KwMaterialCurve& curve = m.GetCurve(CKwMaterial::StressStrain);
+    if (curve.IsEmpty())
+        return true;
+    const int type = p.analysis.GetAnalysisTypeCode();
+    if (type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient) {
+        p.note(QStringLiteral("Material \"%1\": its stress-strain curve is left out of a linear "
+                              "analysis").arg(m.GetName()));
+        return true;
+    }
+    const KwPlasticCurve c = KwPlasticCurveOf(curve.x, curve.y, m.GetValue(QStringLiteral("EX")),
+                                              !m.m_stressStrainTrue);
+    switch (c.problem) {
+    case KwPlasticCurve::NoProblem:
+        break;
+    case KwPlasticCurve::NotIncreasing:
+        return p.refuse(QStringLiteral("Material \"%1\": the plastic strain of its stress-strain "
+                                       "curve does not increase at point %2.")
+                            .arg(m.GetName()).arg(c.point + 1));
+    case KwPlasticCurve::BelowZero:
+        return p.refuse(QStringLiteral("Material \"%1\": point %2 of its stress-strain curve is "
+                                       "negative.").arg(m.GetName()).arg(c.point + 1));
+    default:
+        return p.refuse(QStringLiteral("Material \"%1\": its stress-strain curve needs a yield "
+                                       "point and a point beyond it.").arg(m.GetName()));
+    }
+    p.out += "*PLASTIC\n";
+    for (std::size_t i = 0; i < c.stress.size(); ++i) {
+        p.out += num(c.stress[i]) + ", " + num(c.plasticStrain[i]) + "\n";
+        p.deck.rows.push_back({KwDeckRow::Material, 0, m.GetName(), "*PLASTIC", "QuantityTrueStress",
+                               "True stress", KwUnitKind::Stress, c.stress[i], true,
+                               num(c.stress[i]) + ", " + num(c.plasticStrain[i])});
+    }
+    return true;
+}
+
 bool writeMaterial(Plan& p, int materialId)
 {
     const CKwMaterial* m = nullptr;
@@ -473,12 +566,21 @@ bool writeMaterial(Plan& p, int materialId)
         return p.refuse(QStringLiteral("Material \"%1\" has no %2.").arg(m->GetName(), what));
     };
     p.out += "*MATERIAL, NAME=M" + std::to_string(materialId) + "\n";
+    const QString& name = m->GetName();
+    p.rowText(KwDeckRow::Material, 0, name, "*MATERIAL", "QuantityName", "Name",
+              "M" + std::to_string(materialId));
     switch (m->GetMaterialType()) {
     case CKwMaterial::Isotropic: {
         const double e = value("EX"), nu = value("NUXY");
         if (IsMissingValue(e) || e <= 0)
             return missing("elastic modulus");
         p.out += "*ELASTIC\n" + num(e) + ", " + num(IsMissingValue(nu) ? 0.0 : nu) + "\n";
+        p.row(KwDeckRow::Material, 0, name, "*ELASTIC", "QuantityModulus", "Elastic modulus",
+              KwUnitKind::Stress, e);
+        p.row(KwDeckRow::Material, 0, name, "*ELASTIC", "QuantityPoisson", "Poisson's ratio",
+              KwUnitKind::Dimensionless, IsMissingValue(nu) ? 0.0 : nu);
+        if (!writePlastic(p, *m))
+            return false;
         break;
     }
     case CKwMaterial::Orthotropic3D: {
@@ -488,6 +590,10 @@ bool writeMaterial(Plan& p, int materialId)
             if (IsMissingValue(value(keys[i])))
                 return missing(keys[i]);
             line += num(value(keys[i])) + (i == 7 ? "\n" : i == 8 ? "" : ", ");
+            const bool ratio = keys[i][0] == 'N';
+            p.deck.rows.push_back({KwDeckRow::Material, 0, name, "*ELASTIC", "", keys[i],
+                                   ratio ? int(KwUnitKind::Dimensionless) : int(KwUnitKind::Stress),
+                                   value(keys[i]), true, num(value(keys[i]))});
         }
         p.out += "*ELASTIC, TYPE=ENGINEERING CONSTANTS\n" + line + ", 0\n";
         break;
@@ -500,6 +606,11 @@ bool writeMaterial(Plan& p, int materialId)
         p.out += "*HYPERELASTIC, MOONEY-RIVLIN\n" + num(c10) + ", "
                  + num(IsMissingValue(c01) ? 0.0 : c01) + ", "
                  + num(IsMissingValue(d1) ? 0.0 : d1) + "\n";
+        p.row(KwDeckRow::Material, 0, name, "*HYPERELASTIC", "", "C10", KwUnitKind::Stress, c10);
+        p.row(KwDeckRow::Material, 0, name, "*HYPERELASTIC", "", "C01", KwUnitKind::Stress,
+              IsMissingValue(c01) ? 0.0 : c01);
+        p.row(KwDeckRow::Material, 0, name, "*HYPERELASTIC", "", "D1", KwUnitKind::Compliance,
+              IsMissingValue(d1) ? 0.0 : d1);
         break;
     }
     default:
@@ -508,8 +619,11 @@ bool writeMaterial(Plan& p, int materialId)
                             .arg(m->GetName()));
     }
     const double rho = value("DENS");
-    if (!IsMissingValue(rho) && rho > 0)
+    if (!IsMissingValue(rho) && rho > 0) {
         p.out += "*DENSITY\n" + num(rho) + "\n";
+        p.row(KwDeckRow::Material, 0, name, "*DENSITY", "QuantityDensity", "Mass density",
+              KwUnitKind::Density, rho);
+    }
     else if (p.analysis.GetAnalysisTypeCode() != CKwAnalysis::LinearStatic
              && p.analysis.GetAnalysisTypeCode() != CKwAnalysis::NonlinearStatic)
         return missing("mass density");
@@ -557,6 +671,12 @@ bool writeBeamSection(Plan& p)
             const double dx = c.x - a.x, dy = c.y - a.y, dz = c.z - a.z;
             vertical = vertical || std::abs(dz) > 0.9 * std::sqrt(dx * dx + dy * dy + dz * dz);
         }
+    p.rowText(KwDeckRow::Property, 0, b.GetName(), "*BEAM SECTION", "QuantitySection", "Section",
+              section + ", M" + std::to_string(b.m_materialId));
+    for (int i = 0; i < 4 && d[i] > 0 && !IsMissingValue(d[i]); ++i)
+        p.deck.rows.push_back({KwDeckRow::Property, 0, b.GetName(), "*BEAM SECTION",
+                               "QuantityDimension", "Dimension", KwUnitKind::Length, d[i], true,
+                               num(d[i])});
     p.out += "*BEAM SECTION, ELSET=EBEAM, MATERIAL=M" + std::to_string(b.m_materialId)
              + ", SECTION=" + section + "\n" + dims + "\n" + (vertical ? "1, 0, 0\n" : "0, 0, 1\n");
     return true;
@@ -590,14 +710,22 @@ bool writeProperties(Plan& p)
     for (int id : materials)
         if (!writeMaterial(p, id))
             return false;
-    if (anySolid)
+    if (anySolid) {
         p.out += "*SOLID SECTION, ELSET=ESOLID, MATERIAL=M" + std::to_string(p.solidMaterial) + "\n";
+        p.rowText(KwDeckRow::Property, 0, p.solid ? p.solid->GetName() : QStringLiteral("ESOLID"),
+                  "*SOLID SECTION", "QuantityMaterial", "Material",
+                  "M" + std::to_string(p.solidMaterial));
+    }
     if (anyShell) {
         if (IsMissingValue(p.shell->m_thickness) || p.shell->m_thickness <= 0)
             return p.refuse(QStringLiteral("Shell property \"%1\" has no thickness.")
                                 .arg(p.shell->GetName()));
         p.out += "*SHELL SECTION, ELSET=ESHELL, MATERIAL=M" + std::to_string(p.shell->m_materialId)
                  + "\n" + num(p.shell->m_thickness) + "\n";
+        p.rowText(KwDeckRow::Property, 0, p.shell->GetName(), "*SHELL SECTION", "QuantityMaterial",
+                  "Material", "M" + std::to_string(p.shell->m_materialId));
+        p.row(KwDeckRow::Property, 0, p.shell->GetName(), "*SHELL SECTION", "QuantityThickness",
+              "Thickness", KwUnitKind::Length, p.shell->m_thickness);
     }
     return !anyBeam || writeBeamSection(p);
 }
@@ -629,12 +757,28 @@ void writeRestraints(Plan& p, int subcaseId, bool newSet)
                                   "degrees of freedom only").arg(r->GetName()));
             continue;
         }
-        for (int id : entityNodes(p.mesh, r->m_entities)) {
+        const NodeSet nodes = entityNodes(p.mesh, r->m_entities);
+        std::string dofs;
+        for (int dof = 1; dof <= 6; ++dof)
+            if (r->m_dof[std::size_t(dof - 1)])
+                dofs += (dofs.empty() ? "" : ", ") + std::to_string(dof);
+        p.rowText(KwDeckRow::Constraint, subcaseId, r->GetName(), "*BOUNDARY",
+                  "QuantityDofs", "Degrees of freedom", dofs);
+        p.rowText(KwDeckRow::Constraint, subcaseId, r->GetName(), "*BOUNDARY", "QuantityNodes",
+                  "Nodes", std::to_string(nodes.size()));
+        for (int id : nodes) {
             const int last = p.shellBeamNodes.count(id) ? 6 : 3;
             for (int dof = 1; dof <= last; ++dof)
-                if (r->m_dof[std::size_t(dof - 1)])
+                if (r->m_dof[std::size_t(dof - 1)]) {
                     lines += std::to_string(id) + ", " + std::to_string(dof) + ", "
                              + std::to_string(dof) + "\n";
+                    if (p.balance && dof <= 3) {
+                        char& fixed = p.fixedAlong[dof - 1][std::size_t(p.mesh.NodeIndex(id))];
+                        if (!fixed)
+                            p.balance->constrained[dof - 1].push_back(id);
+                        fixed = 1;
+                    }
+                }
         }
     }
     if (!lines.empty() || newSet)
@@ -720,20 +864,104 @@ void writeForce(Plan& p, const CKwLoad& l, StepLoads& s)
     // A force per entity acts in full on each picked entity.
     const double factor = l.m_distribution == CKwLoad::ForcePerEntity ? l.m_entities.size() : 1;
     std::string lines;
-    for (const auto& [id, share] : nodalShares(p, nodes))
+    const auto shares = nodalShares(p, nodes);
+    for (const auto& [id, share] : shares) {
+        double nodal[3];
         for (int axis = 0; axis < 3; ++axis) {
             const double f = l.GetComponent(axis) * share * factor;
+            nodal[axis] = f;
             if (f != 0)
                 lines += std::to_string(id) + ", " + std::to_string(axis + 1) + ", " + num(f) + "\n";
         }
+        p.applied(p.mesh.NodeIndex(id), nodal);
+    }
+    static const char* const axes[] = {"QuantityForceX", "Force X", "QuantityForceY", "Force Y",
+                                       "QuantityForceZ", "Force Z"};
+    for (int axis = 0; axis < 3; ++axis)
+        p.row(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*CLOAD", axes[2 * axis],
+              axes[2 * axis + 1], KwUnitKind::Force, l.GetComponent(axis) * factor);
+    p.rowText(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*CLOAD", "QuantityNodes", "Nodes",
+              std::to_string(shares.size()));
     if (!lines.empty())
         s.cload += "*CLOAD" + amplitudeOf(p, l) + "\n" + lines;
+}
+
+// The consistent nodal forces of a uniform pressure on one face of a solid element (pressure
+// pushes against the face's outward normal), as the solver integrates them: corner shares of
+// a triangle, 2 x 2 Gauss points on a bilinear quadrilateral.
+void balancePressure(Plan& p, std::size_t e, const std::vector<int>& face, double pressure)
+{
+    const auto en = p.mesh.ElementNodes(e);
+    const auto& all = p.mesh.Nodes();
+    const auto at = [&](int k) {
+        const auto& n = all[std::size_t(en[std::size_t(face[std::size_t(k)])])];
+        return std::array<double, 3>{n.x, n.y, n.z};
+    };
+    double centre[3] = {0, 0, 0}, faceCentre[3] = {0, 0, 0};
+    for (int i : en) {
+        centre[0] += all[std::size_t(i)].x / double(en.size());
+        centre[1] += all[std::size_t(i)].y / double(en.size());
+        centre[2] += all[std::size_t(i)].z / double(en.size());
+    }
+    for (std::size_t k = 0; k < face.size(); ++k)
+        for (int a = 0; a < 3; ++a)
+            faceCentre[a] += at(int(k))[std::size_t(a)] / double(face.size());
+    const auto cross = [](const double* u, const double* v, double* w) {
+        w[0] = u[1] * v[2] - u[2] * v[1];
+        w[1] = u[2] * v[0] - u[0] * v[2];
+        w[2] = u[0] * v[1] - u[1] * v[0];
+    };
+    std::vector<std::array<double, 3>> f(face.size(), {0, 0, 0});
+    double total[3] = {0, 0, 0};
+    if (face.size() == 3) {
+        const auto a = at(0), b = at(1), c = at(2);
+        const double u[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+        const double v[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
+        double n[3];
+        cross(u, v, n);
+        for (int k = 0; k < 3; ++k)
+            for (int d = 0; d < 3; ++d)
+                f[std::size_t(k)][std::size_t(d)] = n[d] / 6.0;
+    } else {
+        const double xi[4] = {-1, 1, 1, -1}, eta[4] = {-1, -1, 1, 1};
+        const double g = 1.0 / std::sqrt(3.0);
+        for (const double gx : {-g, g})
+            for (const double gy : {-g, g}) {
+                double dx[3] = {0, 0, 0}, dy[3] = {0, 0, 0};
+                for (int k = 0; k < 4; ++k) {
+                    const auto c = at(k);
+                    for (int d = 0; d < 3; ++d) {
+                        dx[d] += xi[k] * (1 + gy * eta[k]) / 4 * c[std::size_t(d)];
+                        dy[d] += eta[k] * (1 + gx * xi[k]) / 4 * c[std::size_t(d)];
+                    }
+                }
+                double n[3];
+                cross(dx, dy, n);
+                for (int k = 0; k < 4; ++k) {
+                    const double shape = (1 + gx * xi[k]) * (1 + gy * eta[k]) / 4;
+                    for (int d = 0; d < 3; ++d)
+                        f[std::size_t(k)][std::size_t(d)] += shape * n[d];
+                }
+            }
+    }
+    for (const auto& v : f)
+        for (int d = 0; d < 3; ++d)
+            total[d] += v[std::size_t(d)];
+    double outward = 0;
+    for (int d = 0; d < 3; ++d)
+        outward += total[d] * (faceCentre[d] - centre[d]);
+    const double scale = outward >= 0 ? -pressure : pressure;
+    for (std::size_t k = 0; k < face.size(); ++k) {
+        const double nodal[3] = {f[k][0] * scale, f[k][1] * scale, f[k][2] * scale};
+        p.applied(en[std::size_t(face[k])], nodal);
+    }
 }
 
 void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
 {
     const NodeSet nodes = entityNodes(p.mesh, l.m_entities);
     std::string lines;
+    int faceCount = 0;
     const std::vector<char> mark = markNodes(p.mesh, nodes);
     for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
         if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
@@ -744,13 +972,95 @@ void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
             bool on = true;
             for (int k : faces[f])
                 on = on && mark[std::size_t(en[std::size_t(k)])];
-            if (on)
+            if (on) {
                 lines += std::to_string(p.mesh.ElementID(e)) + ", P" + std::to_string(f + 1)
                          + ", " + num(l.m_magnitude) + "\n";
+                ++faceCount;
+                if (p.balance)
+                    balancePressure(p, e, faces[f], l.m_magnitude);
+            }
         }
     }
+    p.row(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD", "QuantityPressure", "Pressure",
+          KwUnitKind::Pressure, l.m_magnitude);
+    p.rowText(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD", "QuantityFaces",
+              "Element faces", std::to_string(faceCount));
     if (!lines.empty())
         s.dload += "*DLOAD" + amplitudeOf(p, l) + "\n" + lines;
+}
+
+double materialDensity(const Plan& p, int materialId)
+{
+    for (const CKwMaterial* c : p.model.m_materials)
+        if (c->GetID() == materialId)
+            return c->GetValue(QStringLiteral("DENS"));
+    return MissingDouble;
+}
+
+// The weight of the solid elements as the solver spreads it on their nodes: a quarter of a
+// tetrahedron's to each corner, the shape functions integrated at 2 x 2 x 2 Gauss points on a
+// hexahedron. Shells and beams are not totalled: their step has no balance then.
+void balanceGravity(Plan& p, const double* g)
+{
+    const double rho = materialDensity(p, p.solidMaterial);
+    const auto& all = p.mesh.Nodes();
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+        if (!p.keep[e])
+            continue;
+        const int type = p.mesh.ElementType(e);
+        if (!isSolid(type)) {
+            p.balance->complete = false;
+            continue;
+        }
+        if (IsMissingValue(rho))
+            continue; // no density: the solver applies no weight either
+        const auto en = p.mesh.ElementNodes(e);
+        std::vector<double> mass(en.size(), 0.0);
+        const auto c = [&](std::size_t k, int d) {
+            const auto& n = all[std::size_t(en[k])];
+            return d == 0 ? n.x : d == 1 ? n.y : n.z;
+        };
+        if (type == CKwMeshModel::Tet4) {
+            double u[3][3];
+            for (int k = 0; k < 3; ++k)
+                for (int d = 0; d < 3; ++d)
+                    u[k][d] = c(std::size_t(k + 1), d) - c(0, d);
+            const double volume = std::abs(u[0][0] * (u[1][1] * u[2][2] - u[1][2] * u[2][1])
+                                           - u[0][1] * (u[1][0] * u[2][2] - u[1][2] * u[2][0])
+                                           + u[0][2] * (u[1][0] * u[2][1] - u[1][1] * u[2][0]))
+                                  / 6.0;
+            std::fill(mass.begin(), mass.end(), rho * volume / 4.0);
+        } else {
+            const double xi[8] = {-1, 1, 1, -1, -1, 1, 1, -1};
+            const double eta[8] = {-1, -1, 1, 1, -1, -1, 1, 1};
+            const double zeta[8] = {-1, -1, -1, -1, 1, 1, 1, 1};
+            const double q = 1.0 / std::sqrt(3.0);
+            for (const double a : {-q, q})
+                for (const double b : {-q, q})
+                    for (const double z : {-q, q}) {
+                        double j[3][3] = {};
+                        for (std::size_t k = 0; k < 8; ++k) {
+                            const double dn[3] = {xi[k] * (1 + b * eta[k]) * (1 + z * zeta[k]) / 8,
+                                                  eta[k] * (1 + a * xi[k]) * (1 + z * zeta[k]) / 8,
+                                                  zeta[k] * (1 + a * xi[k]) * (1 + b * eta[k]) / 8};
+                            for (int r = 0; r < 3; ++r)
+                                for (int d = 0; d < 3; ++d)
+                                    j[r][d] += dn[r] * c(k, d);
+                        }
+                        const double det = std::abs(
+                            j[0][0] * (j[1][1] * j[2][2] - j[1][2] * j[2][1])
+                            - j[0][1] * (j[1][0] * j[2][2] - j[1][2] * j[2][0])
+                            + j[0][2] * (j[1][0] * j[2][1] - j[1][1] * j[2][0]));
+                        for (std::size_t k = 0; k < 8; ++k)
+                            mass[k] += rho * det * (1 + a * xi[k]) * (1 + b * eta[k])
+                                       * (1 + z * zeta[k]) / 8;
+                    }
+        }
+        for (std::size_t k = 0; k < en.size(); ++k) {
+            const double f[3] = {mass[k] * g[0], mass[k] * g[1], mass[k] * g[2]};
+            p.applied(en[k], f);
+        }
+    }
 }
 
 void writeGravity(Plan& p, const CKwLoad& l, StepLoads& s)
@@ -760,9 +1070,21 @@ void writeGravity(Plan& p, const CKwLoad& l, StepLoads& s)
                                  + l.m_direction[2] * l.m_direction[2]);
     if (len == 0 || IsMissingValue(l.m_magnitude))
         return;
+    const std::string direction = num(l.m_direction[0] / len) + ", "
+                                  + num(l.m_direction[1] / len) + ", "
+                                  + num(l.m_direction[2] / len);
     s.dload += "*DLOAD" + amplitudeOf(p, l) + "\nEALL, GRAV, " + num(l.m_magnitude) + ", "
-               + num(l.m_direction[0] / len) + ", " + num(l.m_direction[1] / len) + ", "
-               + num(l.m_direction[2] / len) + "\n";
+               + direction + "\n";
+    p.row(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD, GRAV", "QuantityAcceleration",
+          "Acceleration", KwUnitKind::Acceleration, l.m_magnitude);
+    p.rowText(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD, GRAV", "QuantityDirection",
+              "Direction", direction);
+    if (p.balance) {
+        const double g[3] = {l.m_magnitude * l.m_direction[0] / len,
+                             l.m_magnitude * l.m_direction[1] / len,
+                             l.m_magnitude * l.m_direction[2] / len};
+        balanceGravity(p, g);
+    }
 }
 
 StepLoads writeLoads(Plan& p, int subcaseId)
@@ -867,6 +1189,17 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
     p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
              + "\n";
     writeProcedure(p, sub);
+    p.stepSubcase = sub.GetID();
+    // A static step's reactions must balance its loads; a dynamic one's carry inertia too.
+    const bool balanced = p.analysis.GetAnalysisTypeCode() == CKwAnalysis::LinearStatic
+                          || p.analysis.GetAnalysisTypeCode() == CKwAnalysis::NonlinearStatic;
+    if (balanced) {
+        p.deck.balances.emplace_back();
+        p.balance = &p.deck.balances.back();
+        p.balance->subcaseId = sub.GetID();
+        for (auto& along : p.fixedAlong)
+            along.assign(p.mesh.Nodes().size(), 0);
+    }
     writeRestraints(p, sub.GetID(), !first);
     if (!p.deck.modal) {
         const StepLoads loads = writeLoads(p, sub.GetID());
@@ -883,6 +1216,7 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
     }
     p.out += "*END STEP\n";
     p.deck.stepSubcases.push_back(sub.GetID());
+    p.balance = nullptr;
 }
 
 // --- frequency response ---
@@ -940,6 +1274,7 @@ bool writeFrequencyResponse(Plan& p, const CKwSubCase& sub)
         p.note(QStringLiteral("The frequency response has no damping: its peaks are unbounded"));
     p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
              + "\n*STEP\n*FREQUENCY, STORAGE=YES\n" + std::to_string(p.deck.modes) + "\n";
+    p.stepSubcase = sub.GetID();
     writeRestraints(p, sub.GetID(), false);
     p.out += "*NODE FILE\nU\n*END STEP\n*STEP\n*STEADY STATE DYNAMICS\n" + real(f.first()) + ", "
              + real(f.last()) + ", " + std::to_string(std::max(2, int(f.size()) - 1)) + ", 1.\n";
@@ -947,6 +1282,7 @@ bool writeFrequencyResponse(Plan& p, const CKwSubCase& sub)
         p.out += "*MODAL DAMPING, RAYLEIGH\n" + rayleigh;
     else if (ratio > 0)
         p.out += "*MODAL DAMPING\n1, " + std::to_string(p.deck.modes) + ", " + real(ratio) + "\n";
+    p.stepSubcase = sub.GetID();
     const StepLoads loads = writeLoads(p, sub.GetID());
     p.out += loads.cload + loads.dload + "*NODE FILE\nU\n*END STEP\n";
     p.deck.stepSubcases = {sub.GetID(), sub.GetID()};
@@ -1087,6 +1423,14 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     for (std::size_t e = 0; e < model.m_mesh->ElementCount(); ++e)
         p.nextElement = std::max(p.nextElement, model.m_mesh->ElementID(e));
     choosePieces(p);
+    // Contacts do not reach the solver yet: each is named, so that a run is never taken for
+    // one with its contacts.
+    for (const CKwSurfaceContact* c : model.m_surfaceContacts) {
+        p.note(QStringLiteral("Contact \"%1\" left out: the solver run writes no contact pairs "
+                              "or ties yet; the touching parts are solved unconnected")
+                   .arg(c->GetName()));
+        p.rowText(KwDeckRow::Contact, 0, c->GetName(), "", "QuantityLeftOut", "Left out", "-");
+    }
     writeNodes(p);
     writeElements(p);
     if (!writeProperties(p) || !writeMasses(p) || !writeConnectors(p)) {

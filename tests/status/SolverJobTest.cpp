@@ -106,6 +106,8 @@ protected:
             DeleteKwDialog(id);
         kwtest::CloseAllWindows();
     }
+    std::vector<KwLoadBalanceLine> lastBalance;
+    KwSolverDeck lastDeck;
     // Runs the model's first analysis to its end; the results, or nullptr on failure.
     const KwSolverResults* solve(CKwFEModel& m)
     {
@@ -120,6 +122,19 @@ protected:
         EXPECT_TRUE(job.Wait(60000)) << "the solver did not end within a minute";
         EXPECT_FALSE(view.IsSolvraRunning());
         EXPECT_TRUE(job.Succeeded()) << job.Message().toStdString() << "\n" << job.Deck().text;
+        // Every static closed-form case balances its loads with its reactions.
+        const bool isStatic = a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic
+                              || a->GetAnalysisTypeCode() == CKwAnalysis::NonlinearStatic;
+        if (job.Succeeded() && isStatic) {
+            EXPECT_EQ(job.Balance().size(), job.Deck().balances.size());
+            EXPECT_FALSE(job.Balance().empty());
+        }
+        for (const KwLoadBalanceLine& line : job.Balance()) {
+            EXPECT_TRUE(line.checked) << "subcase " << line.subcaseId;
+            EXPECT_FALSE(line.Warn()) << KwSolverJob::BalanceText(job.Balance(), nullptr).toStdString();
+        }
+        lastBalance = job.Balance();
+        lastDeck = job.Deck();
         return job.Succeeded() ? a->GetSolverResults() : nullptr;
     }
 };
@@ -613,3 +628,58 @@ TEST_F(SolverJob, stopInTheMiddleOfARunKeepsTheEarlierResults)
 }
 
 } // namespace
+
+// The applied total of each kind of load, against the reactions: pressure on a face next to the
+// support (part of it lands on constrained nodes), the weight, and a force partly on the
+// supported face itself. A reaction left out of the sum must show as a warning.
+TEST_F(SolverJob, reactionsBalanceEveryKindOfLoadAndAMissingOneWarns)
+{
+    constexpr double p = 1.0e5, g = 9.81, P = 2000.0;
+    struct Case
+    {
+        const char* what;
+        std::function<void(CKwFEModel&)> load;
+        std::array<double, 3> applied;
+    };
+    const Case cases[] = {
+        {"pressure on the top", [](CKwFEModel& m) {
+             auto* l = force(m, 2, p, {0, 0, 1});
+             l->m_type = CKwLoad::Pressure;
+         }, {0, 0, -p * L * H}},
+        {"pressure on the free end", [](CKwFEModel& m) {
+             auto* l = force(m, 6, p, {0, 0, 1});
+             l->m_type = CKwLoad::Pressure;
+         }, {-p * H * H, 0, 0}},
+        {"weight", [](CKwFEModel& m) {
+             auto* l = force(m, 2, g, {0, 0, -1});
+             l->m_type = CKwLoad::Gravity;
+         }, {0, 0, -RHO * L * H * H * g}},
+        {"force on both ends", [](CKwFEModel& m) {
+             force(m, 6, P, {0, 0, -1});
+             force(m, 5, P, {0, 1, 0});
+         }, {0, P, -P}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto m = bar(10, 2, CKwAnalysis::LinearStatic);
+        restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true});
+        c.load(*m);
+        ASSERT_NE(solve(*m), nullptr);
+        ASSERT_EQ(lastBalance.size(), 1u);
+        const KwLoadBalanceLine& line = lastBalance.front();
+        for (int a = 0; a < 3; ++a) {
+            const double size = std::max({std::abs(c.applied[0]), std::abs(c.applied[1]),
+                                          std::abs(c.applied[2])});
+            EXPECT_NEAR(line.applied[a], c.applied[std::size_t(a)], 1e-9 * size) << "axis " << a;
+            EXPECT_NEAR(line.reaction[a], -c.applied[std::size_t(a)], 1e-3 * size) << "axis " << a;
+        }
+        // Without the reactions of one supported node the balance is off.
+        KwSolverDeck deck = lastDeck;
+        for (auto& along : deck.balances.front().constrained)
+            along.erase(along.begin());
+        const auto lines = KwCheckLoadBalance(deck, *m->m_analyses.first()->GetSolverResults());
+        ASSERT_EQ(lines.size(), 1u);
+        EXPECT_TRUE(lines.front().Warn()) << lines.front().difference;
+        EXPECT_TRUE(KwSolverJob::BalanceText(lines, nullptr).contains(QStringLiteral("Warning")));
+    }
+}
