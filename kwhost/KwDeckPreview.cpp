@@ -11,6 +11,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
@@ -42,7 +43,7 @@ QString KwDeckRowModel::ModelText(int row) const
     const KW_UOM si;
     const KW_UOM& u = m_units ? *m_units : si;
     const QString unit = u.GetUnits(r.unitKind);
-    const QString value = QString::number(u.GetDisplayValue(r.value, r.unitKind), 'g', 10);
+    const QString value = KwStyle::EditableNumber(u.GetDisplayValue(r.value, r.unitKind));
     return unit.isEmpty() ? value : value + QLatin1Char(' ') + unit;
 }
 
@@ -53,9 +54,14 @@ QVariant KwDeckRowModel::data(const QModelIndex& index, int role) const
     const KwDeckRow& r = m_rows[std::size_t(index.row())];
     const bool number = index.column() == ModelValue || index.column() == DeckValue
                         || index.column() == Subcase;
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(number && (r.hasValue || index.column() == Subcase)
-                                       ? KwStyle::NumberAlignment : KwStyle::TextAlignment);
+    if (role == Qt::TextAlignmentRole) {
+        // Counts are numbers too; set names and lists are text.
+        bool count = false;
+        QString::fromStdString(r.text).toDouble(&count);
+        const bool right = index.column() == Subcase
+                           || (number && (r.hasValue || (index.column() == DeckValue && count)));
+        return QVariant::fromValue(right ? KwStyle::NumberAlignment : KwStyle::TextAlignment);
+    }
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
@@ -124,8 +130,8 @@ KwDeckPreview::KwDeckPreview(const CKwFEModel& model, const CKwAnalysis& analysi
     auto* head = new QGridLayout;
     const auto field = [&](int row, const QString& label, const QString& value) {
         head->addWidget(new QLabel(KwStyle::FieldLabel(label)), row, 0);
-        auto* v = new QLabel(value);
-        v->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        auto* v = new QLineEdit(value);
+        v->setReadOnly(true);
         head->addWidget(v, row, 1);
     };
     field(0, KwHostText("PreviewAnalysis", "Analysis"), analysis.GetName());
