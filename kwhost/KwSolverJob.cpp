@@ -314,7 +314,8 @@ QString KwSolverJob::BalanceText(const std::vector<KwLoadBalanceLine>& lines, co
         text << KwHostText("BalanceSubcase", "Subcase %1").arg(l.subcaseId);
         if (!l.checked) {
             text << KwHostText("BalanceNotChecked",
-                               "  not checked: the weight of shells and beams is not totalled");
+                               "  not checked: shells or beams are held at a constraint, where the "
+                               "solver reports only part of the reaction");
             continue;
         }
         text << KwHostText("BalanceApplied", "  applied: %1").arg(triple(l.applied));

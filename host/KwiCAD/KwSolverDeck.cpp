@@ -772,6 +772,10 @@ void writeRestraints(Plan& p, int subcaseId, bool newSet)
                 if (r->m_dof[std::size_t(dof - 1)]) {
                     lines += std::to_string(id) + ", " + std::to_string(dof) + ", "
                              + std::to_string(dof) + "\n";
+                    // The solver reports only part of the reaction at a held node of a shell
+                    // or beam (its expanded element's share): such a step cannot be balanced.
+                    if (p.balance && last == 6)
+                        p.balance->complete = false;
                     if (p.balance && dof <= 3) {
                         char& fixed = p.fixedAlong[dof - 1][std::size_t(p.mesh.NodeIndex(id))];
                         if (!fixed)
@@ -997,9 +1001,97 @@ double materialDensity(const Plan& p, int materialId)
     return MissingDouble;
 }
 
+// The cross-section area of the beams' section as the deck writes it; 0 when unknown.
+double beamArea(const CKwPhysicalProperty& b)
+{
+    const double* d = b.GetDimensions(1);
+    const double pi = 3.14159265358979323846;
+    switch (b.m_sectionShape) {
+    case CKwPhysicalProperty::ROD:
+        return pi * d[0] * d[0];
+    case CKwPhysicalProperty::TUBE:
+        return pi * (d[0] * d[0] - d[1] * d[1]);
+    case CKwPhysicalProperty::BAR:
+        return d[0] * d[1];
+    case CKwPhysicalProperty::BOX:
+        return d[0] * d[1] - (d[0] - 2 * d[3]) * (d[1] - 2 * d[2]);
+    default:
+        return 0;
+    }
+}
+
+// The weight of a shell or beam element on its nodes: a shell's mass (density, thickness, the
+// shape functions integrated over its area) and a quadratic beam's (a sixth at each end, two
+// thirds at the middle node the deck adds).
+void balanceShellOrBeamWeight(Plan& p, std::size_t e, const double* g)
+{
+    const int type = p.mesh.ElementType(e);
+    const CKwPhysicalProperty* prop = type == CKwMeshModel::Beam2 ? p.beam : p.shell;
+    if (!prop || (!isShell(type) && type != CKwMeshModel::Beam2)) {
+        p.balance->complete = false;
+        return;
+    }
+    const double rho = materialDensity(p, prop->m_materialId);
+    if (IsMissingValue(rho))
+        return;
+    const auto en = p.mesh.ElementNodes(e);
+    const auto& all = p.mesh.Nodes();
+    std::vector<double> mass(en.size(), 0.0);
+    double middle = 0;
+    const auto at = [&](std::size_t k) {
+        const auto& n = all[std::size_t(en[k])];
+        return std::array<double, 3>{n.x, n.y, n.z};
+    };
+    if (type == CKwMeshModel::Beam2) {
+        const auto a = at(0), b = at(1);
+        const double length = std::sqrt((b[0] - a[0]) * (b[0] - a[0]) + (b[1] - a[1]) * (b[1] - a[1])
+                                        + (b[2] - a[2]) * (b[2] - a[2]));
+        const double m = rho * beamArea(*prop) * length;
+        mass[0] = mass[1] = m / 6;
+        middle = 2 * m / 3;
+    } else {
+        const double t = prop->m_thickness;
+        const auto cross = [](const double* u, const double* v) {
+            const double c[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
+                                 u[0] * v[1] - u[1] * v[0]};
+            return std::sqrt(c[0] * c[0] + c[1] * c[1] + c[2] * c[2]);
+        };
+        if (en.size() == 3) {
+            const auto a = at(0), b = at(1), c = at(2);
+            const double u[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+            const double v[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
+            std::fill(mass.begin(), mass.end(), rho * t * cross(u, v) / 6);
+        } else {
+            const double xi[4] = {-1, 1, 1, -1}, eta[4] = {-1, -1, 1, 1};
+            const double q = 1.0 / std::sqrt(3.0);
+            for (const double gx : {-q, q})
+                for (const double gy : {-q, q}) {
+                    double dx[3] = {0, 0, 0}, dy[3] = {0, 0, 0};
+                    for (std::size_t k = 0; k < 4; ++k) {
+                        const auto c = at(k);
+                        for (int d = 0; d < 3; ++d) {
+                            dx[d] += xi[k] * (1 + gy * eta[k]) / 4 * c[std::size_t(d)];
+                            dy[d] += eta[k] * (1 + gx * xi[k]) / 4 * c[std::size_t(d)];
+                        }
+                    }
+                    const double area = cross(dx, dy);
+                    for (std::size_t k = 0; k < 4; ++k)
+                        mass[k] += rho * t * area * (1 + gx * xi[k]) * (1 + gy * eta[k]) / 4;
+                }
+        }
+    }
+    for (std::size_t k = 0; k < en.size(); ++k) {
+        const double f[3] = {mass[k] * g[0], mass[k] * g[1], mass[k] * g[2]};
+        p.applied(en[k], f);
+    }
+    if (middle > 0) // the added middle node is never constrained
+        for (int d = 0; d < 3; ++d)
+            p.balance->applied[d] += middle * g[d];
+}
+
 // The weight of the solid elements as the solver spreads it on their nodes: a quarter of a
 // tetrahedron's to each corner, the shape functions integrated at 2 x 2 x 2 Gauss points on a
-// hexahedron. Shells and beams are not totalled: their step has no balance then.
+// hexahedron.
 void balanceGravity(Plan& p, const double* g)
 {
     const double rho = materialDensity(p, p.solidMaterial);
@@ -1009,7 +1101,7 @@ void balanceGravity(Plan& p, const double* g)
             continue;
         const int type = p.mesh.ElementType(e);
         if (!isSolid(type)) {
-            p.balance->complete = false;
+            balanceShellOrBeamWeight(p, e, g);
             continue;
         }
         if (IsMissingValue(rho))
@@ -1210,7 +1302,7 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
         p.out += loads.cload + loads.dload;
         const int every = outputEvery(p, sub);
         const std::string frequency = every > 1 ? ", FREQUENCY=" + std::to_string(every) : "";
-        p.out += "*NODE FILE" + frequency + "\nU, RF\n*EL FILE" + frequency + "\nS\n";
+        p.out += "*NODE FILE" + frequency + "\nU, RF\n*EL FILE" + frequency + "\nS, E\n";
     } else {
         p.out += "*NODE FILE\nU\n*EL FILE\nS\n";
     }

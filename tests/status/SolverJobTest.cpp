@@ -24,6 +24,7 @@
 #include "KwTestSupport.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <algorithm>
 #include <QTest>
 #include <cmath>
@@ -166,6 +167,13 @@ TEST_F(SolverJob, axialBarStretchesByForceTimesLengthOverAxialStiffness)
     const double* mid = set->stress.Find(6 + (nx + 1) * 1 + (nx + 1) * (ny + 1));
     ASSERT_NE(mid, nullptr);
     EXPECT_NEAR(mid[0], P / (H * H), 0.01 * P / (H * H));
+    // Strains are read too: the stretch P/(EA) and the contraction across it.
+    const double* strain = set->strain.Find(6 + (nx + 1) * 1 + (nx + 1) * (ny + 1));
+    ASSERT_NE(strain, nullptr);
+    const double axial = P / (E * H * H);
+    EXPECT_NEAR(strain[0], axial, 0.01 * axial);
+    EXPECT_NEAR(strain[1], -NU * axial, 0.01 * NU * axial);
+    EXPECT_NEAR(strain[3], 0.0, 0.01 * axial);
     const double* vm = set->vonMises.Find(6);
     ASSERT_NE(vm, nullptr);
     EXPECT_NEAR(*vm, P / (H * H), 0.02 * P / (H * H));
@@ -549,10 +557,10 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
         {"Linear Static", true, {1}, ""},
         {"Nonlinear Transient", true, {1}, ""},
         {"Modal", true, {1}, ""},
-        {"Response Spectrum", false, {}, "response spectrum"},
-        {"Explicit Dynamics", false, {}, "explicit"},
-        {"Fatigue", false, {}, "fatigue"},
-        {"Optimization", false, {}, "optimization"},
+        {"Response Spectrum", false, {}, "modal combination"},
+        {"Explicit Dynamics", false, {}, "explicit time integration"},
+        {"Fatigue", false, {}, "fatigue life evaluation"},
+        {"Optimization", false, {}, "loop over design variables"},
         {"Frequency Response", true, {1}, ""},
     };
     for (const Case& c : cases) {
@@ -576,6 +584,18 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
                                         [id](const KwResultSet& s) { return s.subcaseId == id; }));
             EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults()->GetID(),
                       c.subcasesWithResults.first());
+            // After a static run the host shows the load balance (the sample holds shells at
+            // its constraint: not checked then, never a false alarm).
+            const bool isStatic = a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic;
+            EXPECT_EQ(!host->SolverJob()->Balance().empty(), isStatic);
+            for (const KwLoadBalanceLine& line : host->SolverJob()->Balance())
+                EXPECT_FALSE(line.Warn()) << KwSolverJob::BalanceText(host->SolverJob()->Balance(),
+                                                                     nullptr).toStdString();
+            QApplication::processEvents();
+            auto* box = host->findChild<QMessageBox*>(QStringLiteral("LoadBalance"));
+            EXPECT_EQ(box != nullptr, isStatic);
+            if (box)
+                EXPECT_TRUE(box->text().contains(QStringLiteral("Subcase 1")));
         } else {
             EXPECT_TRUE(host->SolverJob()->Message().contains(QLatin1String(c.refusalPart),
                                                               Qt::CaseInsensitive))
@@ -682,4 +702,68 @@ TEST_F(SolverJob, reactionsBalanceEveryKindOfLoadAndAMissingOneWarns)
         EXPECT_TRUE(lines.front().Warn()) << lines.front().difference;
         EXPECT_TRUE(KwSolverJob::BalanceText(lines, nullptr).contains(QStringLiteral("Warning")));
     }
+}
+
+// A plate under tension with a small round hole: the stress at the hole's edge across the pull
+// is three times the far stress (plane strain; a quarter of the plate, held on its planes of
+// symmetry). Hexahedra in rings around the hole, finer towards it.
+TEST_F(SolverJob, plateWithASmallHoleConcentratesStressThreefold)
+{
+    constexpr double a = 0.01, B = 10 * a, T = 0.002, S = 1.0e6;
+    constexpr int nTheta = 24, nR = 16;
+    auto m = bar(1, 1, CKwAnalysis::LinearStatic);
+    delete m->m_mesh;
+    m->m_mesh = new CKwMeshModel(1, QStringLiteral("Plate"));
+    m->m_analyses.first()->SetMesh(m->m_mesh);
+    CKwMeshModel& mesh = *m->m_mesh;
+    const auto id = [&](int k, int i, int j) { return 1 + (k * (nR + 1) + i) * (nTheta + 1) + j; };
+    const double q = 1.18; // each ring this much deeper than the one inside it
+    for (int k = 0; k < 2; ++k)
+        for (int i = 0; i <= nR; ++i)
+            for (int j = 0; j <= nTheta; ++j) {
+                const double th = std::numbers::pi / 2 * j / nTheta;
+                const double ox = th <= std::numbers::pi / 4 ? B : B / std::tan(th);
+                const double oy = th <= std::numbers::pi / 4 ? B * std::tan(th) : B;
+                const double hx = a * std::cos(th), hy = a * std::sin(th);
+                const double s = (std::pow(q, i) - 1) / (std::pow(q, nR) - 1);
+                mesh.AddNode(id(k, i, j), hx + s * (ox - hx), hy + s * (oy - hy), k * T);
+            }
+    int e = 0;
+    for (int i = 0; i < nR; ++i)
+        for (int j = 0; j < nTheta; ++j)
+            mesh.AddElement(++e, CKwMeshModel::Hex8,
+                            {id(0, i, j), id(0, i + 1, j), id(0, i + 1, j + 1), id(0, i, j + 1),
+                             id(1, i, j), id(1, i + 1, j), id(1, i + 1, j + 1), id(1, i, j + 1)});
+    const auto nodesWhere = [&](const std::function<bool(const CKwMeshModel::Node&)>& take) {
+        QList<CKwUIEntity*> list;
+        for (const auto& n : mesh.Nodes())
+            if (take(n)) {
+                list.append(new CKwUIEntity(CKwUIEntity::Node, n.id, QString()));
+                m->m_geometry.append(list.back());
+            }
+        return list;
+    };
+    const double tol = 1e-9;
+    restrain(*m, nullptr, {true, false, false})->m_entities =
+        nodesWhere([&](const auto& n) { return std::abs(n.x) < tol; });
+    restrain(*m, nullptr, {false, true, false})->m_entities =
+        nodesWhere([&](const auto& n) { return std::abs(n.y) < tol; });
+    restrain(*m, nullptr, {false, false, true})->m_entities =
+        nodesWhere([](const auto&) { return true; });
+    auto* pull = force(*m, 6, S * B * T, {1, 0, 0});
+    pull->m_entities = nodesWhere([&](const auto& n) { return std::abs(n.x - B) < tol; });
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const KwResultSet* set = r->LastOfStep(1);
+    ASSERT_NE(set, nullptr);
+    // The top of the hole (x = 0, y = a) and, for reference, the far end of the plate.
+    const double* top = set->stress.Find(id(0, 0, nTheta));
+    const double* far = set->stress.Find(id(0, nR, 0));
+    ASSERT_TRUE(top && far);
+    EXPECT_NEAR(far[0], S, 0.1 * S);
+    EXPECT_NEAR(top[0] / S, 3.0, 0.3);
+    // Along the pull the edge of the hole carries compression of about the far stress.
+    const double* side = set->stress.Find(id(0, 0, 0));
+    ASSERT_NE(side, nullptr);
+    EXPECT_NEAR(side[1] / S, -1.0, 0.2);
 }

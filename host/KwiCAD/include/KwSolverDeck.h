@@ -47,7 +47,8 @@ struct KwStepLoadBalance
     double applied[3] = {0, 0, 0};          // total applied force per axis (N)
     double appliedAtSupports[3] = {0, 0, 0}; // of it, on the constrained degrees of freedom
     std::vector<int> constrained[3];         // node ids constrained along each axis
-    // False when the deck cannot total a load (gravity on shells or beams): no balance then.
+    // False when the step holds a node of a shell or beam, where the solver reports only part
+    // of the reaction, or carries a weight the deck cannot total: no balance then.
     bool complete = true;
 };
 
