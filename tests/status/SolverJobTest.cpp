@@ -24,6 +24,8 @@
 #include "KwTestSupport.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <set>
 #include <QMessageBox>
 #include <algorithm>
 #include <QTest>
@@ -511,6 +513,18 @@ TEST_F(SolverJob, nonlinearRunDrivesTheStatusWindowFromTheSolversOwnOutput)
     // While it runs the editors refuse OK; a second run does not start.
     EXPECT_TRUE(host->View()->IsSolvraRunning());
     EXPECT_FALSE(host->RunCurrentAnalysis());
+    // The XY plot window opens with the run and takes the curve point by point as the solver
+    // writes its increments, not only at the end.
+    ASSERT_NE(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+    std::set<std::size_t> seenWhileRunning;
+    QElapsedTimer clock;
+    clock.start();
+    while (host->SolverJob()->IsRunning() && clock.elapsed() < 120000) {
+        host->SolverJob()->Wait(20);
+        if (host->SolverJob()->IsRunning() && host->SolverJob()->Curve())
+            seenWhileRunning.insert(host->SolverJob()->Curve()->GetSeries(0).x.size());
+    }
+    EXPECT_GE(seenWhileRunning.size(), 3u) << "point counts seen during the run";
     ASSERT_TRUE(host->SolverJob()->Wait(120000));
     EXPECT_TRUE(host->SolverJob()->Succeeded()) << host->SolverJob()->Message().toStdString()
                                                 << host->SolverJob()->Deck().text;
