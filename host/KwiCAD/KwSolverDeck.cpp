@@ -245,7 +245,14 @@ void choosePieces(Plan& p)
         for (std::size_t i = 1; i < nodes.size(); ++i)
             parent[std::size_t(find(nodes[i]))] = find(nodes[0]);
     }
-    // A connector joins the pieces at its two ends.
+    // A connector joins the pieces at its two ends, a bonded contact its two sides.
+    for (const CKwSurfaceContact* c : p.model.m_surfaceContacts)
+        if (c->m_kind == CKwSurfaceContact::Bonded || c->m_kind == CKwSurfaceContact::Welded) {
+            const NodeSet one = entityNodes(mesh, c->m_master), two = entityNodes(mesh, c->m_slave);
+            if (!one.empty())
+                for (int id : two)
+                    parent[std::size_t(find(mesh.NodeIndex(id)))] = find(mesh.NodeIndex(*one.begin()));
+        }
     for (const auto& pairs : p.links)
         for (const auto& [a, b] : pairs)
             parent[std::size_t(find(mesh.NodeIndex(a)))] = find(mesh.NodeIndex(b));
@@ -508,6 +515,79 @@ bool writeConnectors(Plan& p)
         if (skipped)
             p.note(QStringLiteral("Connector \"%1\": %2 node pairs without length left out")
                        .arg(c.GetName()).arg(skipped));
+    }
+    return true;
+}
+
+// --- contacts ---
+
+std::vector<char> markNodes(const CKwMeshModel& mesh, const NodeSet& nodes);
+
+// A bonded or welded contact goes out as a tie: the slave side's nodes follow the master side's
+// solid element faces, found within the contact's search distance. The solver's contact pairs
+// (separating and sliding contact) need an iteration of their own that this run does not set
+// up: such contacts are left out and named.
+bool writeContacts(Plan& p)
+{
+    int n = 0;
+    for (const CKwSurfaceContact* c : p.model.m_surfaceContacts) {
+        const QString& name = c->GetName();
+        if (c->m_kind != CKwSurfaceContact::Bonded && c->m_kind != CKwSurfaceContact::Welded) {
+            p.note(QStringLiteral("Contact \"%1\" left out: the solver run ties bonded and welded "
+                                  "contacts only; separating, sliding and offset contact are not "
+                                  "written, and the parts are solved unconnected there")
+                       .arg(name));
+            p.rowText(KwDeckRow::Contact, 0, name, "", "QuantityLeftOut", "Left out", "-");
+            continue;
+        }
+        const NodeSet master = entityNodes(p.mesh, c->m_master);
+        std::vector<int> slave;
+        for (int id : entityNodes(p.mesh, c->m_slave))
+            if (isWritten(p, id) && !master.count(id))
+                slave.push_back(id);
+        const std::vector<char> mark = markNodes(p.mesh, master);
+        std::string faces;
+        int faceCount = 0;
+        for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+            if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
+                continue;
+            const auto en = p.mesh.ElementNodes(e);
+            const auto& list = solidFaces(p.mesh.ElementType(e));
+            for (std::size_t f = 0; f < list.size(); ++f) {
+                bool on = true;
+                for (int k : list[f])
+                    on = on && mark[std::size_t(en[std::size_t(k)])];
+                if (on) {
+                    faces += std::to_string(p.mesh.ElementID(e)) + ", S" + std::to_string(f + 1)
+                             + "\n";
+                    ++faceCount;
+                }
+            }
+        }
+        if (slave.empty() || faces.empty()) {
+            p.note(QStringLiteral("Contact \"%1\" left out: its slave side has no nodes of the "
+                                  "solved mesh or its master side no solid element faces")
+                       .arg(name));
+            p.rowText(KwDeckRow::Contact, 0, name, "", "QuantityLeftOut", "Left out", "-");
+            continue;
+        }
+        ++n;
+        const std::string id = std::to_string(n);
+        p.out += "** Contact " + std::to_string(c->GetID()) + ": tie\n*SURFACE, NAME=TS" + id
+                 + ", TYPE=NODE\n";
+        for (int node : slave)
+            p.out += std::to_string(node) + "\n";
+        p.out += "*SURFACE, NAME=TM" + id + "\n" + faces;
+        const double tolerance = IsMissingValue(c->m_searchDistance) || !(c->m_searchDistance > 0)
+                                     ? 1e-3 : c->m_searchDistance;
+        p.out += "*TIE, NAME=T" + id + ", POSITION TOLERANCE=" + num(tolerance) + "\nTS" + id
+                 + ", TM" + id + "\n";
+        p.rowText(KwDeckRow::Contact, 0, name, "*TIE", "QuantitySlaveNodes", "Slave nodes",
+                  std::to_string(slave.size()));
+        p.rowText(KwDeckRow::Contact, 0, name, "*TIE", "QuantityMasterFaces", "Master faces",
+                  std::to_string(faceCount));
+        p.row(KwDeckRow::Contact, 0, name, "*TIE", "QuantityTolerance", "Position tolerance",
+              KwUnitKind::Length, tolerance);
     }
     return true;
 }
@@ -1515,17 +1595,9 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     for (std::size_t e = 0; e < model.m_mesh->ElementCount(); ++e)
         p.nextElement = std::max(p.nextElement, model.m_mesh->ElementID(e));
     choosePieces(p);
-    // Contacts do not reach the solver yet: each is named, so that a run is never taken for
-    // one with its contacts.
-    for (const CKwSurfaceContact* c : model.m_surfaceContacts) {
-        p.note(QStringLiteral("Contact \"%1\" left out: the solver run writes no contact pairs "
-                              "or ties yet; the touching parts are solved unconnected")
-                   .arg(c->GetName()));
-        p.rowText(KwDeckRow::Contact, 0, c->GetName(), "", "QuantityLeftOut", "Left out", "-");
-    }
     writeNodes(p);
     writeElements(p);
-    if (!writeProperties(p) || !writeMasses(p) || !writeConnectors(p)) {
+    if (!writeProperties(p) || !writeMasses(p) || !writeConnectors(p) || !writeContacts(p)) {
         deck.text.clear();
         return deck;
     }

@@ -13,6 +13,7 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwSurfaceContact.h"
 #include "CKwUIEntity.h"
 #include "CKwXYPlotDlg.h"
 #include "CNLstatusDialog.h"
@@ -780,4 +781,55 @@ TEST_F(SolverJob, plateWithASmallHoleConcentratesStressThreefold)
     const double* side = set->stress.Find(id(0, 0, 0));
     ASSERT_NE(side, nullptr);
     EXPECT_NEAR(side[1] / S, -1.0, 0.2);
+}
+
+// Two blocks of side B touching along x, each with its own nodes: a bonded contact ties them
+// into one bar of length 2 B, which a pull stretches by P 2 B / (E B^2). A separating contact
+// is not written and says so.
+TEST_F(SolverJob, bondedContactTiesTwoBlocksIntoOneBar)
+{
+    constexpr double B = 0.1, P = 1.0e4;
+    auto m = bar(1, 1, CKwAnalysis::LinearStatic);
+    CKwMeshModel& mesh = *m->m_mesh;
+    mesh.BuildBlock(1, 1, 1, B, B, B);
+    for (int id = 1; id <= 8; ++id) {
+        const auto* n = mesh.FindNode(id);
+        mesh.AddNode(100 + id, n->x + B, n->y, n->z);
+    }
+    mesh.AddElement(2, CKwMeshModel::Hex8, {101, 102, 104, 103, 105, 106, 108, 107});
+    const auto nodes = [&](std::initializer_list<int> ids) {
+        QList<CKwUIEntity*> list;
+        for (int id : ids) {
+            list.append(new CKwUIEntity(CKwUIEntity::Node, id, QString()));
+            m->m_geometry.append(list.back());
+        }
+        return list;
+    };
+    // Held as much as needed at x = 0 (nodes 1 3 5 7): the bar contracts freely across.
+    restrain(*m, nullptr, {true, false, false})->m_entities = nodes({1, 3, 5, 7});
+    restrain(*m, nullptr, {false, true, true})->m_entities = nodes({1});
+    restrain(*m, nullptr, {false, false, true})->m_entities = nodes({3});
+    auto* pull = force(*m, 6, P, {1, 0, 0});
+    pull->m_entities = nodes({102, 104, 106, 108});
+    auto* contact = new CKwSurfaceContact(1, QStringLiteral("Glue"));
+    contact->m_kind = CKwSurfaceContact::Bonded;
+    contact->m_master = nodes({2, 4, 6, 8});
+    contact->m_slave = nodes({101, 103, 105, 107});
+    m->m_surfaceContacts.append(contact);
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    EXPECT_NE(lastDeck.text.find("*TIE"), std::string::npos);
+    const KwResultSet* set = r->LastOfStep(1);
+    ASSERT_NE(set, nullptr);
+    const double expected = P * 2 * B / (E * B * B);
+    for (int id : {102, 104, 106, 108}) {
+        const double* u = set->displacement.Find(id);
+        ASSERT_NE(u, nullptr);
+        EXPECT_NEAR(u[0], expected, 0.01 * expected) << "node " << id;
+    }
+
+    contact->m_kind = CKwSurfaceContact::Separating;
+    const KwSolverDeck separate = KwWriteSolverDeck(*m, *m->m_analyses.first());
+    EXPECT_EQ(separate.text.find("*TIE"), std::string::npos);
+    EXPECT_TRUE(separate.notes.join(QLatin1Char(' ')).contains(QStringLiteral("Contact \"Glue\" left out")));
 }
