@@ -1,7 +1,9 @@
 #include "KwGallery.h"
 #include "KwSectionLibrary.h"
+#include "KwDeckPreview.h"
 
 #include "CFMView.h"
+#include "CKwAnalysis.h"
 #include "CKwDlgBase.h"
 #include "CKwFEModel.h"
 #include "CKwMFCDialog.h"
@@ -38,6 +40,9 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QTabWidget>
+#include <QAbstractItemView>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPointer>
@@ -551,6 +556,32 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         groups.show();
         shoot(&groups, "tmpl7260-include-groups.png");
         groups.OnCancel();
+        QApplication::processEvents();
+    }
+
+    // Analysis > Solver Input Preview on the current analysis: each family's table that has
+    // rows, and what the deck leaves out.
+    for (CKwAnalysis* a : host->Model()->m_analyses)
+        if (a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic) {
+            host->SetCurrentAnalysis(a);
+            break;
+        }
+    if (KwDeckPreview* preview = host->OpenDeckPreview()) {
+        QTabWidget* tabs = preview->Tabs();
+        for (int t = 0; t < tabs->count(); ++t) {
+            auto* view = qobject_cast<QAbstractItemView*>(tabs->widget(t));
+            const bool rows = view && view->model() && view->model()->rowCount() > 0;
+            auto* notes = qobject_cast<QListWidget*>(tabs->widget(t));
+            if (!rows && !(notes && notes->count() > 0))
+                continue;
+            tabs->setCurrentIndex(t);
+            QApplication::processEvents();
+            const QString f = QDir(directory).filePath(
+                QStringLiteral("host-solver-input-preview-%1.png").arg(t + 1));
+            photograph(preview, f, 0, inspect);
+            result.written << f;
+        }
+        preview->close();
         QApplication::processEvents();
     }
 

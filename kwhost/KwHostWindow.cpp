@@ -39,9 +39,11 @@
 #include "KwHostText.h"
 #include "KwMFCUIEntry.h"
 #include "KwRegistry.h"
+#include "KwDeckPreview.h"
 #include "KwSolverJob.h"
 #include "KwSolverRun.h"
 
+#include <algorithm>
 #include <QActionGroup>
 #include <QApplication>
 #include <QHeaderView>
@@ -226,6 +228,8 @@ void KwHostWindow::buildMenus()
                                m_run->Stop();
                            }),
             "MenuRunStop", "Stop");
+    caption(analysis->addAction(QString(), this, [this] { OpenDeckPreview(); }),
+            "MenuSolverInputPreview", "Solver Input Preview...");
     connect(m_run, &KwSolverRun::finished, this, [this] {
         statusBar()->showMessage(KwHostText("StatusSolutionFinished", "Solution finished."),
                                  5000);
@@ -236,6 +240,7 @@ void KwHostWindow::buildMenus()
                 KwHostText("StatusSolvedAnalysis", "Solution finished: results of %1 are in the model.")
                     .arg(analysisName(m_current)));
             RebuildTree();
+            showLoadBalance();
         } else {
             statusBar()->showMessage(m_job->Message().section(QLatin1Char('\n'), 0, 0));
             showSolverMessage(m_job->Message());
@@ -379,6 +384,31 @@ void KwHostWindow::showSolverMessage(const QString& text)
     auto* box = new QMessageBox(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setObjectName(QStringLiteral("SolverMessage"));
+    box->open();
+}
+
+KwDeckPreview* KwHostWindow::OpenDeckPreview()
+{
+    if (!m_current)
+        return nullptr;
+    auto* preview = new KwDeckPreview(*m_model, *m_current, m_units.get(), this);
+    preview->setAttribute(Qt::WA_DeleteOnClose);
+    preview->show();
+    return preview;
+}
+
+void KwHostWindow::showLoadBalance()
+{
+    const auto& lines = m_job->Balance();
+    if (lines.empty())
+        return;
+    const bool warn = std::any_of(lines.begin(), lines.end(),
+                                  [](const KwLoadBalanceLine& l) { return l.Warn(); });
+    auto* box = new QMessageBox(warn ? QMessageBox::Warning : QMessageBox::Information,
+                                windowTitle(), KwSolverJob::BalanceText(lines, m_units.get()),
+                                QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setObjectName(QStringLiteral("LoadBalance"));
     box->open();
 }
 

@@ -15,6 +15,7 @@ class QTreeWidget;
 class QTreeWidgetItem;
 class QActionGroup;
 class KwSolverJob;
+class KwDeckPreview;
 class KwSolverRun;
 
 class KwHostWindow : public QMainWindow
@@ -47,6 +48,9 @@ public:
     // analysis activated in the tree); the model's first at the start.
     CKwAnalysis* CurrentAnalysis() const { return m_current; }
     void SetCurrentAnalysis(CKwAnalysis* analysis);
+    // Analysis > Solver Input Preview: what the current analysis's entities become in the
+    // solver's input. Null without a current analysis.
+    KwDeckPreview* OpenDeckPreview();
 
 private:
     void buildMenus();
@@ -71,5 +75,7 @@ private:
     KwSolverRun* m_run = nullptr;
     KwSolverJob* m_job = nullptr;
     void showSolverMessage(const QString& text);
+    // After a static run: applied load against reactions, a warning when they differ.
+    void showLoadBalance();
     std::vector<std::function<void()>> m_recaption;
 };

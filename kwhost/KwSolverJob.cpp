@@ -58,6 +58,7 @@ QString KwSolverJob::SolverProgram()
 bool KwSolverJob::Start(CKwFEModel* model, CKwAnalysis* analysis, const QString& title)
 {
     m_succeeded = false;
+    m_balance.clear();
     if (m_running || (m_view && m_view->IsSolvraRunning())) {
         m_message = KwHostText("StatusAlreadyRunning", "A solution is already running.");
         return false;
@@ -110,6 +111,7 @@ bool KwSolverJob::Start(CKwFEModel* model, CKwAnalysis* analysis, const QString&
     CreateKwDialog(m_statusId);
     CallKwDialogFunction(m_statusId, 4, t.c_str(), 0, m_view, nullptr);
 
+    startCurve();
     m_process.setWorkingDirectory(m_dir->path());
     // Line by line: the solver's output through a pipe is otherwise held back in blocks.
     const QString stdbuf = QStandardPaths::findExecutable(QStringLiteral("stdbuf"));
@@ -144,6 +146,7 @@ void KwSolverJob::takeLine(std::string_view line)
     }
     if (!m_progress->AddLine(line))
         return;
+    growCurve();
     const std::wstring progress = m_progress->CurrentLine().toStdWString();
     CallKwDialogFunction(m_statusId, m_statusId == 42 ? 7u : 5u, progress.c_str(), 0, m_view,
                          nullptr);
@@ -186,9 +189,118 @@ void KwSolverJob::onFinished(int exitCode, QProcess::ExitStatus status)
                        .arg(error));
         return;
     }
+    m_balance = KwCheckLoadBalance(m_deck, *results);
     m_analysis->SetSolverResults(std::move(results));
+    growCurve();
+    const bool live = m_liveCurve;
     end(true, KwHostText("StatusSolutionFinished", "Solution finished."));
-    showCurve();
+    if (!live)
+        showCurve();
+}
+
+void KwSolverJob::startCurve()
+{
+    m_liveCurve = false;
+    m_frdRead = 0;
+    const int type = m_analysis->GetAnalysisTypeCode();
+    const bool transient = type == CKwAnalysis::NonlinearTransient;
+    if (!transient && type != CKwAnalysis::NonlinearStatic)
+        return;
+    m_watchNode = 0;
+    m_watchAxis = 2;
+    if (const CKwSubCase* first = m_analysis->GetSubCases().value(0))
+        if (const CKwNonlinearSetup* s = first->GetNonlinearSetup()) {
+            const int node = s->m_integers[CKwNonlinearSetup::IntTerminationNode];
+            if (!IsMissingValue(node) && node > 0)
+                m_watchNode = node;
+            if (s->m_componentIndex >= 1 && s->m_componentIndex <= 3)
+                m_watchAxis = s->m_componentIndex - 1;
+        }
+    auto curve = std::make_unique<CKwXYPlot>(1, QStringLiteral("Solution history"));
+    const QString time = KwHostText("AxisTime", "Time");
+    const QString displacement = KwHostText("AxisDisplacement", "Displacement");
+    curve->m_xTitle = transient ? time : displacement;
+    curve->m_xUnitType = transient ? KwUnitKind::Time : KwUnitKind::Length;
+    curve->m_yTitle = transient ? displacement : KwHostText("AxisLoadFactor", "Load factor");
+    curve->m_yUnitType = transient ? KwUnitKind::Length : KwUnitKind::Dimensionless;
+    for (int id : m_deck.stepSubcases)
+        curve->AddSeries(KwHostText("SeriesSubcase", "Subcase %1").arg(id));
+    if (CKwXYPlotDlg* xy = CKwXYPlotDlg::GetXYPlotDlg(); xy && m_curve && xy->GetPlot() == m_curve.get())
+        xy->SetPlot(nullptr);
+    m_curve = std::move(curve);
+    m_liveCurve = true;
+    DialogLaunchRequest req{};
+    req.kind = 39;
+    req.object = static_cast<CKwFEBase*>(m_curve.get());
+    req.view = m_view;
+    req.keepResults = 1;
+    LaunchDialog(&req);
+}
+
+void KwSolverJob::growCurve()
+{
+    if (!m_liveCurve || !m_dir)
+        return;
+    QFile frd(m_dir->filePath(QStringLiteral("%1.frd").arg(QLatin1String(kJobName))));
+    if (!frd.open(QIODevice::ReadOnly) || frd.size() <= m_frdRead || !frd.seek(m_frdRead))
+        return;
+    const QByteArray fresh = frd.readAll();
+    // Only whole blocks: up to the end of the last block's closing line.
+    qsizetype end = fresh.lastIndexOf("\n -3");
+    while (end >= 0) {
+        const qsizetype lineEnd = fresh.indexOf('\n', end + 1);
+        if (lineEnd >= 0 && fresh.mid(end + 1, lineEnd - end - 1).trimmed() == "-3") {
+            end = lineEnd + 1;
+            break;
+        }
+        end = end > 0 ? fresh.lastIndexOf("\n -3", end - 1) : -1;
+    }
+    if (end <= 0)
+        return;
+    const std::string chunk = fresh.left(end).toStdString() + " 9999\n";
+    KwSolverResults part;
+    QString error;
+    if (!KwReadSolverResults(chunk, m_deck.stepSubcases, part, error))
+        return; // not a readable piece yet: taken with the next one
+    m_frdRead += end;
+    for (const KwResultSet& set : part.sets) {
+        const KwNodalField& u = set.displacement;
+        if (u.empty())
+            continue;
+        if (!m_watchNode || !u.Find(m_watchNode)) {
+            double largest = -1;
+            for (std::size_t i = 0; i < u.nodeIds.size(); ++i)
+                for (int k = 0; k < 3; ++k)
+                    if (std::abs(u.values[3 * i + std::size_t(k)]) > largest) {
+                        largest = std::abs(u.values[3 * i + std::size_t(k)]);
+                        m_watchNode = u.nodeIds[i];
+                        m_watchAxis = k;
+                    }
+        }
+        if (const double* d = u.Find(m_watchNode))
+            addCurvePoint(set.step, set.value, d);
+    }
+}
+
+void KwSolverJob::addCurvePoint(int step, double value, const double* u)
+{
+    const bool transient = m_analysis->GetAnalysisTypeCode() == CKwAnalysis::NonlinearTransient;
+    KwXYPlotValue v{};
+    v.series = std::max(0, std::min(step - 1, m_curve->GetSeriesCount() - 1));
+    // Every step of a static run goes from no load to its full load in unit time.
+    v.x = transient ? value : u[m_watchAxis];
+    v.y = transient ? u[m_watchAxis] : value - (step - 1);
+    // An open window adds the value to the plot it shows; a closed one takes nothing, and the
+    // curve keeps it so that reopening the plot shows the whole history.
+    const std::size_t before = m_curve->GetSeries(v.series).x.size();
+    DialogLaunchRequest r{};
+    r.kind = 40;
+    r.object = &v;
+    r.view = m_view;
+    r.keepResults = 1;
+    LaunchDialog(&r);
+    if (m_curve->GetSeries(v.series).x.size() == before)
+        m_curve->AddValue(v);
 }
 
 void KwSolverJob::showCurve()
@@ -289,4 +401,40 @@ bool KwSolverJob::Wait(int msecs)
     timeout.start(msecs);
     loop.exec();
     return !m_running;
+}
+
+QString KwSolverJob::BalanceText(const std::vector<KwLoadBalanceLine>& lines, const KW_UOM* units)
+{
+    if (lines.empty())
+        return {};
+    const KW_UOM si;
+    const KW_UOM& u = units ? *units : si;
+    const QString unit = u.GetUnits(KwUnitKind::Force);
+    const auto triple = [&](const double* v) {
+        QStringList parts;
+        for (int a = 0; a < 3; ++a)
+            parts << QStringLiteral("%1 %2 %3")
+                         .arg(QChar(u'X' + a))
+                         .arg(QString::number(u.GetDisplayValue(v[a], KwUnitKind::Force), 'g', 6))
+                         .arg(unit);
+        return parts.join(QStringLiteral(", "));
+    };
+    QStringList text{KwHostText("BalanceTitle", "Applied load against reactions:")};
+    for (const KwLoadBalanceLine& l : lines) {
+        text << KwHostText("BalanceSubcase", "Subcase %1").arg(l.subcaseId);
+        if (!l.checked) {
+            text << KwHostText("BalanceNotChecked",
+                               "  not checked: shells or beams are held at a constraint, where the "
+                               "solver reports only part of the reaction");
+            continue;
+        }
+        text << KwHostText("BalanceApplied", "  applied: %1").arg(triple(l.applied));
+        text << KwHostText("BalanceReaction", "  reactions: %1").arg(triple(l.reaction));
+        const QString percent = QString::number(100.0 * l.difference, 'g', 3);
+        text << (l.Warn() ? KwHostText("BalanceWarn",
+                                       "  Warning: they differ by %1 %, more than 0.1 %.")
+                                .arg(percent)
+                          : KwHostText("BalanceOk", "  balanced within %1 %.").arg(percent));
+    }
+    return text.join(QLatin1Char('\n'));
 }

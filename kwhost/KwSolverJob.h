@@ -5,6 +5,7 @@
 // analysis. A refused, missing, failed or stopped run leaves the model as it was and reports
 // why, in the solver's own words where it gave any.
 #include "CKwXYPlot.h"
+#include "KwLoadBalance.h"
 #include "KwSolverDeck.h"
 #include "KwSolverProgress.h"
 
@@ -13,10 +14,12 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <memory>
+#include <vector>
 
 class CFMView;
 class CKwAnalysis;
 class CKwFEModel;
+class KW_UOM;
 
 class KwSolverJob : public QObject
 {
@@ -43,10 +46,15 @@ public:
     const KwSolverDeck& Deck() const { return m_deck; }
     // The status window the run drives: 42 for a transient run, 41 otherwise.
     std::uint32_t StatusId() const { return m_statusId; }
-    // After a nonlinear static or transient run: the load factor against the watched
-    // displacement, or the displacement against time, one series per subcase, as the XY plot
-    // window shows it. Null before such a run.
+    // During and after a nonlinear static or transient run: the load factor against the
+    // watched displacement, or the displacement against time, one series per subcase, as the
+    // XY plot window shows it. It grows an increment at a time while the solver writes its
+    // result file. Null before such a run.
     const CKwXYPlot* Curve() const { return m_curve.get(); }
+    // After a static run: applied load against reactions per subcase.
+    const std::vector<KwLoadBalanceLine>& Balance() const { return m_balance; }
+    // The balance as the user reads it, in `units` (SI when null); empty without lines.
+    static QString BalanceText(const std::vector<KwLoadBalanceLine>& lines, const KW_UOM* units);
 
 Q_SIGNALS:
     void finished(bool succeeded);
@@ -57,6 +65,12 @@ private:
     void onFinished(int exitCode, QProcess::ExitStatus status);
     void end(bool succeeded, const QString& message);
     void showCurve();
+    // Opens the XY plot window on an empty curve at the start of a nonlinear run.
+    void startCurve();
+    // Reads the result blocks the solver has completed since the last call and adds the
+    // watched displacement of each new output time to the curve (through the window).
+    void growCurve();
+    void addCurvePoint(int step, double value, const double* u);
 
     CFMView* m_view;
     QProcess m_process;
@@ -64,6 +78,11 @@ private:
     std::unique_ptr<KwSolverProgress> m_progress;
     KwSolverDeck m_deck;
     std::unique_ptr<CKwXYPlot> m_curve;
+    std::vector<KwLoadBalanceLine> m_balance;
+    qint64 m_frdRead = 0;   // bytes of the result file taken into the curve
+    int m_watchNode = 0;    // 0: the largest displacement of the first output decides
+    int m_watchAxis = 2;
+    bool m_liveCurve = false;
     CKwAnalysis* m_analysis = nullptr;
     QByteArray m_pending;
     QStringList m_tail; // the last lines of output, for a failure without an error line

@@ -196,11 +196,14 @@ bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve, KW_UO
     const KwMaterialCurve& data = logic->GetCurve(curve);
     for (int i = 0; i < data.Size(); ++i)
         table.AddPoint(data.x[i], i < int(data.y.size()) ? data.y[i] : MissingDouble);
+    if (curve == C::StressStrain)
+        table.m_trueValues = logic->GetEditObject()->m_stressStrainTrue;
 
     bool accepted = false;
     if (curve == C::StressStrain) {
         CKwMaterialNonlinearDialog dlg(&table, units, view,
                                        logic->GetEditObject()->GetName(), parent);
+        dlg.SetElasticModulus(logic->GetEditObject()->GetValue(QStringLiteral("EX")));
         accepted = dlg.DoModal() == KwMB::IDOK;
     } else {
         std::unique_ptr<CKwTableDialog> dlg(CKwTableDialog::NewFor(&table, parent));
@@ -220,5 +223,7 @@ bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve, KW_UO
         out.y.push_back(y->GetValue(i));
     }
     logic->SetCurve(curve, out);
+    if (curve == C::StressStrain)
+        logic->GetEditObject()->m_stressStrainTrue = table.m_trueValues;
     return true;
 }

@@ -1,4 +1,5 @@
 #include "CKwMaterialNonlinearDialog.h"
+#include "KwStressStrain.h"
 
 #include "CKwCtrlListHeader.h"
 
@@ -44,6 +45,7 @@ CKwMaterialNonlinearDialog::CKwMaterialNonlinearDialog(CKwTable* curve, KW_UOM* 
 {
     CKwNonlinearDialogBase::SetFMView(view);
     SetsubcaseUnits(units);
+    m_true = curve && curve->m_trueValues;
     // The rows are the edit copy (filled from the curve when the dialog opens).
     SetFunctions(UnitsOf(curve ? curve->GetXFunction() : nullptr, -1),
                  UnitsOf(curve ? curve->GetYFunction() : nullptr, KwUnitKind::Stress));
@@ -71,7 +73,7 @@ CKwMaterialNonlinearDialog::CKwMaterialNonlinearDialog(CKwTable* curve, KW_UOM* 
     auto* side = new QVBoxLayout;
     side->addLayout(entry);
     side->addSpacing(8);
-    for (int id : {IDC_SORT, IDC_ADD_ORIGIN, IDC_DELETE_ORIGIN, IDC_SHOW_XY_PLOT})
+    for (int id : {IDC_SORT, IDC_ADD_ORIGIN, IDC_DELETE_ORIGIN, IDC_TRUE_VALUES, IDC_SHOW_XY_PLOT})
         side->addWidget(button(this, id));
     side->addStretch(1);
     auto* middle = new QHBoxLayout;
@@ -93,6 +95,7 @@ CKwMaterialNonlinearDialog::CKwMaterialNonlinearDialog(CKwTable* curve, KW_UOM* 
     click(IDC_ADD_ORIGIN, [this] { OnAddOrigin(); });
     click(IDC_DELETE_ORIGIN, [this] { OnDeleteOrigin(); });
     click(IDC_SHOW_XY_PLOT, [this] { OnShowXYPlot(); });
+    click(IDC_TRUE_VALUES, [this] { OnTrueValues(); });
     click(IDC_BUTTON_OK, [this] { OnOK(); });
     click(IDC_BUTTON_CANCEL, [this] { OnCancel(); });
     connect(&m_List, &CKwNonLinearEditList::contextMenuWanted, this, [this](const QPoint& at) {
@@ -114,6 +117,8 @@ bool CKwMaterialNonlinearDialog::OnInitDialog()
     if (m_pCurve)
         LoadFunctions(m_pCurve->GetXFunction(), m_pCurve->GetYFunction());
     ResizeList();
+    if (auto* b = KwControl<QPushButton>(this, IDC_TRUE_VALUES))
+        b->setEnabled(!m_true);
     return CKwMFCDialog::OnInitDialog();
 }
 
@@ -135,6 +140,8 @@ void CKwMaterialNonlinearDialog::SetTextToCurrentLang()
     KwSetControlText(this, IDC_ADD_ORIGIN, KwPropText(kSection, "ButtonAddOrigin", "Add Origin"));
     KwSetControlText(this, IDC_DELETE_ORIGIN,
                      KwPropText(kSection, "ButtonDeleteOrigin", "Remove Origin"));
+    KwSetControlText(this, IDC_TRUE_VALUES,
+                     KwPropText(kSection, "ButtonTrueValues", "Convert to True Values"));
     KwSetControlText(this, IDC_SHOW_XY_PLOT,
                      KwPropText("General", "ButtonShowXYPlot", "Show XY Plot"));
     KwSetControlText(this, IDC_BUTTON_OK, KwPropText("General", "ButtonOk", "OK"));
@@ -215,6 +222,59 @@ bool CKwMaterialNonlinearDialog::OnAddPoint()
 
 bool CKwMaterialNonlinearDialog::WriteBack()
 {
+    if (!takeRows())
+        return false;
+    if (m_modulus > 0) {
+        const std::vector<double> x(m_pXFunction->Values().begin(), m_pXFunction->Values().end());
+        const std::vector<double> y(m_pYFunction->Values().begin(), m_pYFunction->Values().end());
+        const KwPlasticCurve c = KwPlasticCurveOf(x, y, m_modulus, !m_true);
+        if (!c.ok()) {
+            if (c.point >= 0)
+                m_List.SelectRow(c.point);
+            ShowTableMessage(
+                c.problem == KwPlasticCurve::NotIncreasing
+                    ? KwErrText(kSection, "PlasticNotIncreasing",
+                                "The plastic strain does not increase at row %1: the solver "
+                                "needs a curve that rises from zero plastic strain at yield.")
+                          .arg(c.point + 1)
+                    : KwErrText(kSection, "PlasticNoYield",
+                                "The curve needs a yield point and a point beyond it, past the "
+                                "elastic line."));
+            return false;
+        }
+    }
+    if (m_pCurve) {
+        m_pCurve->SetFunctions(m_pXFunction->Clone(), m_pYFunction->Clone());
+        m_pCurve->m_trueValues = m_true;
+    }
+    return true;
+}
+
+bool CKwMaterialNonlinearDialog::OnTrueValues()
+{
+    if (m_true) {
+        ShowTableMessage(KwErrText(kSection, "AlreadyTrue", "The curve holds true values already."));
+        return false;
+    }
+    if (!takeRows())
+        return false;
+    std::vector<double> x(m_pXFunction->Values().begin(), m_pXFunction->Values().end());
+    std::vector<double> y(m_pYFunction->Values().begin(), m_pYFunction->Values().end());
+    KwEngineeringToTrue(x, y);
+    for (int r = 0; r < m_nRowCount && std::size_t(r) < x.size(); ++r) {
+        LoadTableValues(r, 0, m_pXFunction->GetUnitType(), x[std::size_t(r)]);
+        LoadTableValues(r, 1, m_pYFunction->GetUnitType(), y[std::size_t(r)]);
+        m_pXFunction->SetValue(r, x[std::size_t(r)]);
+        m_pYFunction->SetValue(r, y[std::size_t(r)]);
+    }
+    m_true = true;
+    if (auto* b = KwControl<QPushButton>(this, IDC_TRUE_VALUES))
+        b->setEnabled(false);
+    return true;
+}
+
+bool CKwMaterialNonlinearDialog::takeRows()
+{
     // Rows the user never typed into are no points; every other cell is checked before
     // anything moves, so a bad cell is named where it was typed.
     DropBlankRows();
@@ -245,11 +305,7 @@ bool CKwMaterialNonlinearDialog::WriteBack()
                                    "A stress-strain curve needs two points at least."));
         return false;
     }
-    if (!UpdateListData(0, &m_pXFunction) || !UpdateListData(1, &m_pYFunction))
-        return false;
-    if (m_pCurve)
-        m_pCurve->SetFunctions(m_pXFunction->Clone(), m_pYFunction->Clone());
-    return true;
+    return UpdateListData(0, &m_pXFunction) && UpdateListData(1, &m_pYFunction);
 }
 
 void CKwMaterialNonlinearDialog::OnOK()

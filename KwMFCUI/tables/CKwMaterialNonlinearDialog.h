@@ -29,6 +29,7 @@ public:
         IDC_SHOW_XY_PLOT = 7430,
         IDC_BUTTON_OK = 7431,
         IDC_BUTTON_CANCEL = 7432,
+        IDC_TRUE_VALUES = 7433,
     };
 
     // `curve` holds the strain (X) and stress (Y) functions; not owned, null edits nothing.
@@ -47,6 +48,15 @@ public:
     bool WriteBack();
     // Adds the point typed in the strain and stress boxes as a row.
     bool OnAddPoint();
+    // Converts the rows from engineering to true values: true stress = s (1 + e), true
+    // strain = ln(1 + e). Once only: the curve then holds true values (and OK says so to its
+    // table).
+    bool OnTrueValues();
+    bool HoldsTrueValues() const { return m_true; }
+    // With the material's elastic modulus, OK also checks the plastic curve the solver will
+    // get from the points (from zero plastic strain at yield, increasing) and names the point
+    // where it fails.
+    void SetElasticModulus(double modulus) { m_modulus = modulus; }
 
 protected:
     bool OnInitDialog() override;
@@ -58,4 +68,8 @@ private:
     QString m_materialName;
     QLineEdit* m_strain;
     QLineEdit* m_stress;
+    bool m_true = false;
+    double m_modulus = 0;
+    // Checks every row and moves them into the functions, sorted; false with a message.
+    bool takeRows();
 };

@@ -14,10 +14,13 @@
 #include "CKwPhysicalProperty.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwSurfaceContact.h"
 #include "CKwFunction.h"
 #include "CKwTable.h"
 #include "CKwUIEntity.h"
 #include "KwNumbers.h"
+#include "KwStressStrain.h"
+#include "KW_UOM.h"
 
 #include <algorithm>
 #include <array>
@@ -124,6 +127,11 @@ struct Plan
     int nextElement = 0;               // ids for the point and connector elements
     // The node pairs each connector joins, in connector order.
     std::vector<std::vector<std::pair<int, int>>> links;
+    // The load balance of the static step being written, or nullptr; per axis a flag per node
+    // index for the nodes the step constrains along it.
+    KwStepLoadBalance* balance = nullptr;
+    int stepSubcase = 0; // the subcase of the step being written
+    std::vector<char> fixedAlong[3];
 
     Plan(const CKwFEModel& m, const CKwMeshModel& me, const CKwAnalysis& a, KwSolverDeck& d,
          std::string& o)
@@ -141,7 +149,38 @@ struct Plan
         deck.refusal = why;
         return false;
     }
+    // A row of the input preview: a quantity with its model value and the deck's text of it.
+    void row(int family, int subcaseId, const QString& entity, const std::string& keyword,
+             const char* key, const char* quantity, int unitKind, double value)
+    {
+        deck.rows.push_back({family, subcaseId, entity, keyword, key, quantity, unitKind, value,
+                             true, numText(value)});
+    }
+    // A row whose deck text is not a number of the model (a set name, a count, a list).
+    void rowText(int family, int subcaseId, const QString& entity, const std::string& keyword,
+                 const char* key, const char* quantity, const std::string& text)
+    {
+        deck.rows.push_back({family, subcaseId, entity, keyword, key, quantity, -1, 0, false,
+                             text});
+    }
+    static std::string numText(double v);
+    // Adds a nodal force of the step being written to its load balance.
+    void applied(int nodeIndex, const double* f)
+    {
+        if (!balance)
+            return;
+        for (int a = 0; a < 3; ++a) {
+            balance->applied[a] += f[a];
+            if (fixedAlong[a][std::size_t(nodeIndex)])
+                balance->appliedAtSupports[a] += f[a];
+        }
+    }
 };
+
+std::string Plan::numText(double v)
+{
+    return num(v);
+}
 
 std::vector<const CKwRestraint*> restraintsOf(const CKwFEModel& model, int subcaseId)
 {
@@ -206,7 +245,14 @@ void choosePieces(Plan& p)
         for (std::size_t i = 1; i < nodes.size(); ++i)
             parent[std::size_t(find(nodes[i]))] = find(nodes[0]);
     }
-    // A connector joins the pieces at its two ends.
+    // A connector joins the pieces at its two ends, a bonded contact its two sides.
+    for (const CKwSurfaceContact* c : p.model.m_surfaceContacts)
+        if (c->m_kind == CKwSurfaceContact::Bonded || c->m_kind == CKwSurfaceContact::Welded) {
+            const NodeSet one = entityNodes(mesh, c->m_master), two = entityNodes(mesh, c->m_slave);
+            if (!one.empty())
+                for (int id : two)
+                    parent[std::size_t(find(mesh.NodeIndex(id)))] = find(mesh.NodeIndex(*one.begin()));
+        }
     for (const auto& pairs : p.links)
         for (const auto& [a, b] : pairs)
             parent[std::size_t(find(mesh.NodeIndex(a)))] = find(mesh.NodeIndex(b));
@@ -377,6 +423,10 @@ bool writeMasses(Plan& p)
         for (int id : nodes)
             p.out += std::to_string(++p.nextElement) + ", " + std::to_string(id) + "\n";
         p.out += "*MASS, ELSET=" + set + "\n" + num(m->m_mass / double(nodes.size())) + "\n";
+        p.row(KwDeckRow::Mass, 0, m->GetName(), "*MASS", "QuantityMassPerNode", "Mass per node",
+              KwUnitKind::Mass, m->m_mass / double(nodes.size()));
+        p.rowText(KwDeckRow::Mass, 0, m->GetName(), "*ELEMENT, TYPE=MASS", "QuantityNodes",
+                  "Nodes", std::to_string(nodes.size()));
     }
     return true;
 }
@@ -411,6 +461,8 @@ bool writeConnectors(Plan& p)
         };
         if (c.m_type == CKwConnector::Rigid) {
             p.out += "** Connector " + std::to_string(c.GetID()) + ": rigid link\n*EQUATION\n";
+            p.rowText(KwDeckRow::Connector, 0, c.GetName(), "*EQUATION", "QuantityEquations",
+                      "Equations", std::to_string(3 * pairs.size()));
             for (const auto& [a, b] : pairs)
                 for (int dof = 1; dof <= 3; ++dof)
                     p.out += "2\n" + std::to_string(a) + ", " + std::to_string(dof) + ", 1., "
@@ -437,6 +489,15 @@ bool writeConnectors(Plan& p)
             p.note(QStringLiteral("Connector \"%1\" carries tension and compression alike and "
                                   "no preload").arg(c.GetName()));
         int skipped = 0;
+        p.rowText(KwDeckRow::Connector, 0, c.GetName(), "*ELEMENT, TYPE=SPRINGA",
+                  "QuantityNodePairs", "Node pairs", std::to_string(pairs.size()));
+        if (c.m_type == CKwConnector::Spring)
+            p.row(KwDeckRow::Connector, 0, c.GetName(), "*SPRING", "QuantityStiffnessPerPair",
+                  "Stiffness per pair", KwUnitKind::Stiffness,
+                  c.m_axialStiffness / double(pairs.size()));
+        else
+            p.row(KwDeckRow::Connector, 0, c.GetName(), "*SPRING", "QuantityAxialRigidity",
+                  "Axial rigidity E A per pair", KwUnitKind::Force, ea / double(pairs.size()));
         for (const auto& [a, b] : pairs) {
             const double length = distance(p.mesh, a, b);
             if (!(length > 0)) {
@@ -458,7 +519,119 @@ bool writeConnectors(Plan& p)
     return true;
 }
 
+// --- contacts ---
+
+std::vector<char> markNodes(const CKwMeshModel& mesh, const NodeSet& nodes);
+
+// A bonded or welded contact goes out as a tie: the slave side's nodes follow the master side's
+// solid element faces, found within the contact's search distance. The solver's contact pairs
+// (separating and sliding contact) need an iteration of their own that this run does not set
+// up: such contacts are left out and named.
+bool writeContacts(Plan& p)
+{
+    int n = 0;
+    for (const CKwSurfaceContact* c : p.model.m_surfaceContacts) {
+        const QString& name = c->GetName();
+        if (c->m_kind != CKwSurfaceContact::Bonded && c->m_kind != CKwSurfaceContact::Welded) {
+            p.note(QStringLiteral("Contact \"%1\" left out: the solver run ties bonded and welded "
+                                  "contacts only; separating, sliding and offset contact are not "
+                                  "written, and the parts are solved unconnected there")
+                       .arg(name));
+            p.rowText(KwDeckRow::Contact, 0, name, "", "QuantityLeftOut", "Left out", "-");
+            continue;
+        }
+        const NodeSet master = entityNodes(p.mesh, c->m_master);
+        std::vector<int> slave;
+        for (int id : entityNodes(p.mesh, c->m_slave))
+            if (isWritten(p, id) && !master.count(id))
+                slave.push_back(id);
+        const std::vector<char> mark = markNodes(p.mesh, master);
+        std::string faces;
+        int faceCount = 0;
+        for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+            if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
+                continue;
+            const auto en = p.mesh.ElementNodes(e);
+            const auto& list = solidFaces(p.mesh.ElementType(e));
+            for (std::size_t f = 0; f < list.size(); ++f) {
+                bool on = true;
+                for (int k : list[f])
+                    on = on && mark[std::size_t(en[std::size_t(k)])];
+                if (on) {
+                    faces += std::to_string(p.mesh.ElementID(e)) + ", S" + std::to_string(f + 1)
+                             + "\n";
+                    ++faceCount;
+                }
+            }
+        }
+        if (slave.empty() || faces.empty()) {
+            p.note(QStringLiteral("Contact \"%1\" left out: its slave side has no nodes of the "
+                                  "solved mesh or its master side no solid element faces")
+                       .arg(name));
+            p.rowText(KwDeckRow::Contact, 0, name, "", "QuantityLeftOut", "Left out", "-");
+            continue;
+        }
+        ++n;
+        const std::string id = std::to_string(n);
+        p.out += "** Contact " + std::to_string(c->GetID()) + ": tie\n*SURFACE, NAME=TS" + id
+                 + ", TYPE=NODE\n";
+        for (int node : slave)
+            p.out += std::to_string(node) + "\n";
+        p.out += "*SURFACE, NAME=TM" + id + "\n" + faces;
+        const double tolerance = IsMissingValue(c->m_searchDistance) || !(c->m_searchDistance > 0)
+                                     ? 1e-3 : c->m_searchDistance;
+        p.out += "*TIE, NAME=T" + id + ", POSITION TOLERANCE=" + num(tolerance) + "\nTS" + id
+                 + ", TM" + id + "\n";
+        p.rowText(KwDeckRow::Contact, 0, name, "*TIE", "QuantitySlaveNodes", "Slave nodes",
+                  std::to_string(slave.size()));
+        p.rowText(KwDeckRow::Contact, 0, name, "*TIE", "QuantityMasterFaces", "Master faces",
+                  std::to_string(faceCount));
+        p.row(KwDeckRow::Contact, 0, name, "*TIE", "QuantityTolerance", "Position tolerance",
+              KwUnitKind::Length, tolerance);
+    }
+    return true;
+}
+
 // --- materials and properties ---
+
+// The plastic part of an isotropic material in a nonlinear run: true stress against plastic
+// strain from its stress-strain curve, engineering values converted.
+bool writePlastic(Plan& p, const CKwMaterial& m)
+{
+    const KwMaterialCurve& curve = m.GetCurve(CKwMaterial::StressStrain);
+    if (curve.IsEmpty())
+        return true;
+    const int type = p.analysis.GetAnalysisTypeCode();
+    if (type != CKwAnalysis::NonlinearStatic && type != CKwAnalysis::NonlinearTransient) {
+        p.note(QStringLiteral("Material \"%1\": its stress-strain curve is left out of a linear "
+                              "analysis").arg(m.GetName()));
+        return true;
+    }
+    const KwPlasticCurve c = KwPlasticCurveOf(curve.x, curve.y, m.GetValue(QStringLiteral("EX")),
+                                              !m.m_stressStrainTrue);
+    switch (c.problem) {
+    case KwPlasticCurve::NoProblem:
+        break;
+    case KwPlasticCurve::NotIncreasing:
+        return p.refuse(QStringLiteral("Material \"%1\": the plastic strain of its stress-strain "
+                                       "curve does not increase at point %2.")
+                            .arg(m.GetName()).arg(c.point + 1));
+    case KwPlasticCurve::BelowZero:
+        return p.refuse(QStringLiteral("Material \"%1\": point %2 of its stress-strain curve is "
+                                       "negative.").arg(m.GetName()).arg(c.point + 1));
+    default:
+        return p.refuse(QStringLiteral("Material \"%1\": its stress-strain curve needs a yield "
+                                       "point and a point beyond it.").arg(m.GetName()));
+    }
+    p.out += "*PLASTIC\n";
+    for (std::size_t i = 0; i < c.stress.size(); ++i) {
+        p.out += num(c.stress[i]) + ", " + num(c.plasticStrain[i]) + "\n";
+        p.deck.rows.push_back({KwDeckRow::Material, 0, m.GetName(), "*PLASTIC", "QuantityTrueStress",
+                               "True stress", KwUnitKind::Stress, c.stress[i], true,
+                               num(c.stress[i]) + ", " + num(c.plasticStrain[i])});
+    }
+    return true;
+}
 
 bool writeMaterial(Plan& p, int materialId)
 {
@@ -473,12 +646,21 @@ bool writeMaterial(Plan& p, int materialId)
         return p.refuse(QStringLiteral("Material \"%1\" has no %2.").arg(m->GetName(), what));
     };
     p.out += "*MATERIAL, NAME=M" + std::to_string(materialId) + "\n";
+    const QString& name = m->GetName();
+    p.rowText(KwDeckRow::Material, 0, name, "*MATERIAL", "QuantityName", "Name",
+              "M" + std::to_string(materialId));
     switch (m->GetMaterialType()) {
     case CKwMaterial::Isotropic: {
         const double e = value("EX"), nu = value("NUXY");
         if (IsMissingValue(e) || e <= 0)
             return missing("elastic modulus");
         p.out += "*ELASTIC\n" + num(e) + ", " + num(IsMissingValue(nu) ? 0.0 : nu) + "\n";
+        p.row(KwDeckRow::Material, 0, name, "*ELASTIC", "QuantityModulus", "Elastic modulus",
+              KwUnitKind::Stress, e);
+        p.row(KwDeckRow::Material, 0, name, "*ELASTIC", "QuantityPoisson", "Poisson's ratio",
+              KwUnitKind::Dimensionless, IsMissingValue(nu) ? 0.0 : nu);
+        if (!writePlastic(p, *m))
+            return false;
         break;
     }
     case CKwMaterial::Orthotropic3D: {
@@ -488,6 +670,10 @@ bool writeMaterial(Plan& p, int materialId)
             if (IsMissingValue(value(keys[i])))
                 return missing(keys[i]);
             line += num(value(keys[i])) + (i == 7 ? "\n" : i == 8 ? "" : ", ");
+            const bool ratio = keys[i][0] == 'N';
+            p.deck.rows.push_back({KwDeckRow::Material, 0, name, "*ELASTIC", "", keys[i],
+                                   ratio ? int(KwUnitKind::Dimensionless) : int(KwUnitKind::Stress),
+                                   value(keys[i]), true, num(value(keys[i]))});
         }
         p.out += "*ELASTIC, TYPE=ENGINEERING CONSTANTS\n" + line + ", 0\n";
         break;
@@ -500,6 +686,11 @@ bool writeMaterial(Plan& p, int materialId)
         p.out += "*HYPERELASTIC, MOONEY-RIVLIN\n" + num(c10) + ", "
                  + num(IsMissingValue(c01) ? 0.0 : c01) + ", "
                  + num(IsMissingValue(d1) ? 0.0 : d1) + "\n";
+        p.row(KwDeckRow::Material, 0, name, "*HYPERELASTIC", "", "C10", KwUnitKind::Stress, c10);
+        p.row(KwDeckRow::Material, 0, name, "*HYPERELASTIC", "", "C01", KwUnitKind::Stress,
+              IsMissingValue(c01) ? 0.0 : c01);
+        p.row(KwDeckRow::Material, 0, name, "*HYPERELASTIC", "", "D1", KwUnitKind::Compliance,
+              IsMissingValue(d1) ? 0.0 : d1);
         break;
     }
     default:
@@ -508,8 +699,11 @@ bool writeMaterial(Plan& p, int materialId)
                             .arg(m->GetName()));
     }
     const double rho = value("DENS");
-    if (!IsMissingValue(rho) && rho > 0)
+    if (!IsMissingValue(rho) && rho > 0) {
         p.out += "*DENSITY\n" + num(rho) + "\n";
+        p.row(KwDeckRow::Material, 0, name, "*DENSITY", "QuantityDensity", "Mass density",
+              KwUnitKind::Density, rho);
+    }
     else if (p.analysis.GetAnalysisTypeCode() != CKwAnalysis::LinearStatic
              && p.analysis.GetAnalysisTypeCode() != CKwAnalysis::NonlinearStatic)
         return missing("mass density");
@@ -557,6 +751,12 @@ bool writeBeamSection(Plan& p)
             const double dx = c.x - a.x, dy = c.y - a.y, dz = c.z - a.z;
             vertical = vertical || std::abs(dz) > 0.9 * std::sqrt(dx * dx + dy * dy + dz * dz);
         }
+    p.rowText(KwDeckRow::Property, 0, b.GetName(), "*BEAM SECTION", "QuantitySection", "Section",
+              section + ", M" + std::to_string(b.m_materialId));
+    for (int i = 0; i < 4 && d[i] > 0 && !IsMissingValue(d[i]); ++i)
+        p.deck.rows.push_back({KwDeckRow::Property, 0, b.GetName(), "*BEAM SECTION",
+                               "QuantityDimension", "Dimension", KwUnitKind::Length, d[i], true,
+                               num(d[i])});
     p.out += "*BEAM SECTION, ELSET=EBEAM, MATERIAL=M" + std::to_string(b.m_materialId)
              + ", SECTION=" + section + "\n" + dims + "\n" + (vertical ? "1, 0, 0\n" : "0, 0, 1\n");
     return true;
@@ -590,14 +790,22 @@ bool writeProperties(Plan& p)
     for (int id : materials)
         if (!writeMaterial(p, id))
             return false;
-    if (anySolid)
+    if (anySolid) {
         p.out += "*SOLID SECTION, ELSET=ESOLID, MATERIAL=M" + std::to_string(p.solidMaterial) + "\n";
+        p.rowText(KwDeckRow::Property, 0, p.solid ? p.solid->GetName() : QStringLiteral("ESOLID"),
+                  "*SOLID SECTION", "QuantityMaterial", "Material",
+                  "M" + std::to_string(p.solidMaterial));
+    }
     if (anyShell) {
         if (IsMissingValue(p.shell->m_thickness) || p.shell->m_thickness <= 0)
             return p.refuse(QStringLiteral("Shell property \"%1\" has no thickness.")
                                 .arg(p.shell->GetName()));
         p.out += "*SHELL SECTION, ELSET=ESHELL, MATERIAL=M" + std::to_string(p.shell->m_materialId)
                  + "\n" + num(p.shell->m_thickness) + "\n";
+        p.rowText(KwDeckRow::Property, 0, p.shell->GetName(), "*SHELL SECTION", "QuantityMaterial",
+                  "Material", "M" + std::to_string(p.shell->m_materialId));
+        p.row(KwDeckRow::Property, 0, p.shell->GetName(), "*SHELL SECTION", "QuantityThickness",
+              "Thickness", KwUnitKind::Length, p.shell->m_thickness);
     }
     return !anyBeam || writeBeamSection(p);
 }
@@ -629,12 +837,32 @@ void writeRestraints(Plan& p, int subcaseId, bool newSet)
                                   "degrees of freedom only").arg(r->GetName()));
             continue;
         }
-        for (int id : entityNodes(p.mesh, r->m_entities)) {
+        const NodeSet nodes = entityNodes(p.mesh, r->m_entities);
+        std::string dofs;
+        for (int dof = 1; dof <= 6; ++dof)
+            if (r->m_dof[std::size_t(dof - 1)])
+                dofs += (dofs.empty() ? "" : ", ") + std::to_string(dof);
+        p.rowText(KwDeckRow::Constraint, subcaseId, r->GetName(), "*BOUNDARY",
+                  "QuantityDofs", "Degrees of freedom", dofs);
+        p.rowText(KwDeckRow::Constraint, subcaseId, r->GetName(), "*BOUNDARY", "QuantityNodes",
+                  "Nodes", std::to_string(nodes.size()));
+        for (int id : nodes) {
             const int last = p.shellBeamNodes.count(id) ? 6 : 3;
             for (int dof = 1; dof <= last; ++dof)
-                if (r->m_dof[std::size_t(dof - 1)])
+                if (r->m_dof[std::size_t(dof - 1)]) {
                     lines += std::to_string(id) + ", " + std::to_string(dof) + ", "
                              + std::to_string(dof) + "\n";
+                    // The solver reports only part of the reaction at a held node of a shell
+                    // or beam (its expanded element's share): such a step cannot be balanced.
+                    if (p.balance && last == 6)
+                        p.balance->complete = false;
+                    if (p.balance && dof <= 3) {
+                        char& fixed = p.fixedAlong[dof - 1][std::size_t(p.mesh.NodeIndex(id))];
+                        if (!fixed)
+                            p.balance->constrained[dof - 1].push_back(id);
+                        fixed = 1;
+                    }
+                }
         }
     }
     if (!lines.empty() || newSet)
@@ -720,20 +948,104 @@ void writeForce(Plan& p, const CKwLoad& l, StepLoads& s)
     // A force per entity acts in full on each picked entity.
     const double factor = l.m_distribution == CKwLoad::ForcePerEntity ? l.m_entities.size() : 1;
     std::string lines;
-    for (const auto& [id, share] : nodalShares(p, nodes))
+    const auto shares = nodalShares(p, nodes);
+    for (const auto& [id, share] : shares) {
+        double nodal[3];
         for (int axis = 0; axis < 3; ++axis) {
             const double f = l.GetComponent(axis) * share * factor;
+            nodal[axis] = f;
             if (f != 0)
                 lines += std::to_string(id) + ", " + std::to_string(axis + 1) + ", " + num(f) + "\n";
         }
+        p.applied(p.mesh.NodeIndex(id), nodal);
+    }
+    static const char* const axes[] = {"QuantityForceX", "Force X", "QuantityForceY", "Force Y",
+                                       "QuantityForceZ", "Force Z"};
+    for (int axis = 0; axis < 3; ++axis)
+        p.row(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*CLOAD", axes[2 * axis],
+              axes[2 * axis + 1], KwUnitKind::Force, l.GetComponent(axis) * factor);
+    p.rowText(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*CLOAD", "QuantityNodes", "Nodes",
+              std::to_string(shares.size()));
     if (!lines.empty())
         s.cload += "*CLOAD" + amplitudeOf(p, l) + "\n" + lines;
+}
+
+// The consistent nodal forces of a uniform pressure on one face of a solid element (pressure
+// pushes against the face's outward normal), as the solver integrates them: corner shares of
+// a triangle, 2 x 2 Gauss points on a bilinear quadrilateral.
+void balancePressure(Plan& p, std::size_t e, const std::vector<int>& face, double pressure)
+{
+    const auto en = p.mesh.ElementNodes(e);
+    const auto& all = p.mesh.Nodes();
+    const auto at = [&](int k) {
+        const auto& n = all[std::size_t(en[std::size_t(face[std::size_t(k)])])];
+        return std::array<double, 3>{n.x, n.y, n.z};
+    };
+    double centre[3] = {0, 0, 0}, faceCentre[3] = {0, 0, 0};
+    for (int i : en) {
+        centre[0] += all[std::size_t(i)].x / double(en.size());
+        centre[1] += all[std::size_t(i)].y / double(en.size());
+        centre[2] += all[std::size_t(i)].z / double(en.size());
+    }
+    for (std::size_t k = 0; k < face.size(); ++k)
+        for (int a = 0; a < 3; ++a)
+            faceCentre[a] += at(int(k))[std::size_t(a)] / double(face.size());
+    const auto cross = [](const double* u, const double* v, double* w) {
+        w[0] = u[1] * v[2] - u[2] * v[1];
+        w[1] = u[2] * v[0] - u[0] * v[2];
+        w[2] = u[0] * v[1] - u[1] * v[0];
+    };
+    std::vector<std::array<double, 3>> f(face.size(), {0, 0, 0});
+    double total[3] = {0, 0, 0};
+    if (face.size() == 3) {
+        const auto a = at(0), b = at(1), c = at(2);
+        const double u[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+        const double v[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
+        double n[3];
+        cross(u, v, n);
+        for (int k = 0; k < 3; ++k)
+            for (int d = 0; d < 3; ++d)
+                f[std::size_t(k)][std::size_t(d)] = n[d] / 6.0;
+    } else {
+        const double xi[4] = {-1, 1, 1, -1}, eta[4] = {-1, -1, 1, 1};
+        const double g = 1.0 / std::sqrt(3.0);
+        for (const double gx : {-g, g})
+            for (const double gy : {-g, g}) {
+                double dx[3] = {0, 0, 0}, dy[3] = {0, 0, 0};
+                for (int k = 0; k < 4; ++k) {
+                    const auto c = at(k);
+                    for (int d = 0; d < 3; ++d) {
+                        dx[d] += xi[k] * (1 + gy * eta[k]) / 4 * c[std::size_t(d)];
+                        dy[d] += eta[k] * (1 + gx * xi[k]) / 4 * c[std::size_t(d)];
+                    }
+                }
+                double n[3];
+                cross(dx, dy, n);
+                for (int k = 0; k < 4; ++k) {
+                    const double shape = (1 + gx * xi[k]) * (1 + gy * eta[k]) / 4;
+                    for (int d = 0; d < 3; ++d)
+                        f[std::size_t(k)][std::size_t(d)] += shape * n[d];
+                }
+            }
+    }
+    for (const auto& v : f)
+        for (int d = 0; d < 3; ++d)
+            total[d] += v[std::size_t(d)];
+    double outward = 0;
+    for (int d = 0; d < 3; ++d)
+        outward += total[d] * (faceCentre[d] - centre[d]);
+    const double scale = outward >= 0 ? -pressure : pressure;
+    for (std::size_t k = 0; k < face.size(); ++k) {
+        const double nodal[3] = {f[k][0] * scale, f[k][1] * scale, f[k][2] * scale};
+        p.applied(en[std::size_t(face[k])], nodal);
+    }
 }
 
 void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
 {
     const NodeSet nodes = entityNodes(p.mesh, l.m_entities);
     std::string lines;
+    int faceCount = 0;
     const std::vector<char> mark = markNodes(p.mesh, nodes);
     for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
         if (!p.keep[e] || !isSolid(p.mesh.ElementType(e)))
@@ -744,13 +1056,183 @@ void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
             bool on = true;
             for (int k : faces[f])
                 on = on && mark[std::size_t(en[std::size_t(k)])];
-            if (on)
+            if (on) {
                 lines += std::to_string(p.mesh.ElementID(e)) + ", P" + std::to_string(f + 1)
                          + ", " + num(l.m_magnitude) + "\n";
+                ++faceCount;
+                if (p.balance)
+                    balancePressure(p, e, faces[f], l.m_magnitude);
+            }
         }
     }
+    p.row(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD", "QuantityPressure", "Pressure",
+          KwUnitKind::Pressure, l.m_magnitude);
+    p.rowText(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD", "QuantityFaces",
+              "Element faces", std::to_string(faceCount));
     if (!lines.empty())
         s.dload += "*DLOAD" + amplitudeOf(p, l) + "\n" + lines;
+}
+
+double materialDensity(const Plan& p, int materialId)
+{
+    for (const CKwMaterial* c : p.model.m_materials)
+        if (c->GetID() == materialId)
+            return c->GetValue(QStringLiteral("DENS"));
+    return MissingDouble;
+}
+
+// The cross-section area of the beams' section as the deck writes it; 0 when unknown.
+double beamArea(const CKwPhysicalProperty& b)
+{
+    const double* d = b.GetDimensions(1);
+    const double pi = 3.14159265358979323846;
+    switch (b.m_sectionShape) {
+    case CKwPhysicalProperty::ROD:
+        return pi * d[0] * d[0];
+    case CKwPhysicalProperty::TUBE:
+        return pi * (d[0] * d[0] - d[1] * d[1]);
+    case CKwPhysicalProperty::BAR:
+        return d[0] * d[1];
+    case CKwPhysicalProperty::BOX:
+        return d[0] * d[1] - (d[0] - 2 * d[3]) * (d[1] - 2 * d[2]);
+    default:
+        return 0;
+    }
+}
+
+// The weight of a shell or beam element on its nodes: a shell's mass (density, thickness, the
+// shape functions integrated over its area) and a quadratic beam's (a sixth at each end, two
+// thirds at the middle node the deck adds).
+void balanceShellOrBeamWeight(Plan& p, std::size_t e, const double* g)
+{
+    const int type = p.mesh.ElementType(e);
+    const CKwPhysicalProperty* prop = type == CKwMeshModel::Beam2 ? p.beam : p.shell;
+    if (!prop || (!isShell(type) && type != CKwMeshModel::Beam2)) {
+        p.balance->complete = false;
+        return;
+    }
+    const double rho = materialDensity(p, prop->m_materialId);
+    if (IsMissingValue(rho))
+        return;
+    const auto en = p.mesh.ElementNodes(e);
+    const auto& all = p.mesh.Nodes();
+    std::vector<double> mass(en.size(), 0.0);
+    double middle = 0;
+    const auto at = [&](std::size_t k) {
+        const auto& n = all[std::size_t(en[k])];
+        return std::array<double, 3>{n.x, n.y, n.z};
+    };
+    if (type == CKwMeshModel::Beam2) {
+        const auto a = at(0), b = at(1);
+        const double length = std::sqrt((b[0] - a[0]) * (b[0] - a[0]) + (b[1] - a[1]) * (b[1] - a[1])
+                                        + (b[2] - a[2]) * (b[2] - a[2]));
+        const double m = rho * beamArea(*prop) * length;
+        mass[0] = mass[1] = m / 6;
+        middle = 2 * m / 3;
+    } else {
+        const double t = prop->m_thickness;
+        const auto cross = [](const double* u, const double* v) {
+            const double c[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
+                                 u[0] * v[1] - u[1] * v[0]};
+            return std::sqrt(c[0] * c[0] + c[1] * c[1] + c[2] * c[2]);
+        };
+        if (en.size() == 3) {
+            const auto a = at(0), b = at(1), c = at(2);
+            const double u[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+            const double v[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
+            std::fill(mass.begin(), mass.end(), rho * t * cross(u, v) / 6);
+        } else {
+            const double xi[4] = {-1, 1, 1, -1}, eta[4] = {-1, -1, 1, 1};
+            const double q = 1.0 / std::sqrt(3.0);
+            for (const double gx : {-q, q})
+                for (const double gy : {-q, q}) {
+                    double dx[3] = {0, 0, 0}, dy[3] = {0, 0, 0};
+                    for (std::size_t k = 0; k < 4; ++k) {
+                        const auto c = at(k);
+                        for (int d = 0; d < 3; ++d) {
+                            dx[d] += xi[k] * (1 + gy * eta[k]) / 4 * c[std::size_t(d)];
+                            dy[d] += eta[k] * (1 + gx * xi[k]) / 4 * c[std::size_t(d)];
+                        }
+                    }
+                    const double area = cross(dx, dy);
+                    for (std::size_t k = 0; k < 4; ++k)
+                        mass[k] += rho * t * area * (1 + gx * xi[k]) * (1 + gy * eta[k]) / 4;
+                }
+        }
+    }
+    for (std::size_t k = 0; k < en.size(); ++k) {
+        const double f[3] = {mass[k] * g[0], mass[k] * g[1], mass[k] * g[2]};
+        p.applied(en[k], f);
+    }
+    if (middle > 0) // the added middle node is never constrained
+        for (int d = 0; d < 3; ++d)
+            p.balance->applied[d] += middle * g[d];
+}
+
+// The weight of the solid elements as the solver spreads it on their nodes: a quarter of a
+// tetrahedron's to each corner, the shape functions integrated at 2 x 2 x 2 Gauss points on a
+// hexahedron.
+void balanceGravity(Plan& p, const double* g)
+{
+    const double rho = materialDensity(p, p.solidMaterial);
+    const auto& all = p.mesh.Nodes();
+    for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
+        if (!p.keep[e])
+            continue;
+        const int type = p.mesh.ElementType(e);
+        if (!isSolid(type)) {
+            balanceShellOrBeamWeight(p, e, g);
+            continue;
+        }
+        if (IsMissingValue(rho))
+            continue; // no density: the solver applies no weight either
+        const auto en = p.mesh.ElementNodes(e);
+        std::vector<double> mass(en.size(), 0.0);
+        const auto c = [&](std::size_t k, int d) {
+            const auto& n = all[std::size_t(en[k])];
+            return d == 0 ? n.x : d == 1 ? n.y : n.z;
+        };
+        if (type == CKwMeshModel::Tet4) {
+            double u[3][3];
+            for (int k = 0; k < 3; ++k)
+                for (int d = 0; d < 3; ++d)
+                    u[k][d] = c(std::size_t(k + 1), d) - c(0, d);
+            const double volume = std::abs(u[0][0] * (u[1][1] * u[2][2] - u[1][2] * u[2][1])
+                                           - u[0][1] * (u[1][0] * u[2][2] - u[1][2] * u[2][0])
+                                           + u[0][2] * (u[1][0] * u[2][1] - u[1][1] * u[2][0]))
+                                  / 6.0;
+            std::fill(mass.begin(), mass.end(), rho * volume / 4.0);
+        } else {
+            const double xi[8] = {-1, 1, 1, -1, -1, 1, 1, -1};
+            const double eta[8] = {-1, -1, 1, 1, -1, -1, 1, 1};
+            const double zeta[8] = {-1, -1, -1, -1, 1, 1, 1, 1};
+            const double q = 1.0 / std::sqrt(3.0);
+            for (const double a : {-q, q})
+                for (const double b : {-q, q})
+                    for (const double z : {-q, q}) {
+                        double j[3][3] = {};
+                        for (std::size_t k = 0; k < 8; ++k) {
+                            const double dn[3] = {xi[k] * (1 + b * eta[k]) * (1 + z * zeta[k]) / 8,
+                                                  eta[k] * (1 + a * xi[k]) * (1 + z * zeta[k]) / 8,
+                                                  zeta[k] * (1 + a * xi[k]) * (1 + b * eta[k]) / 8};
+                            for (int r = 0; r < 3; ++r)
+                                for (int d = 0; d < 3; ++d)
+                                    j[r][d] += dn[r] * c(k, d);
+                        }
+                        const double det = std::abs(
+                            j[0][0] * (j[1][1] * j[2][2] - j[1][2] * j[2][1])
+                            - j[0][1] * (j[1][0] * j[2][2] - j[1][2] * j[2][0])
+                            + j[0][2] * (j[1][0] * j[2][1] - j[1][1] * j[2][0]));
+                        for (std::size_t k = 0; k < 8; ++k)
+                            mass[k] += rho * det * (1 + a * xi[k]) * (1 + b * eta[k])
+                                       * (1 + z * zeta[k]) / 8;
+                    }
+        }
+        for (std::size_t k = 0; k < en.size(); ++k) {
+            const double f[3] = {mass[k] * g[0], mass[k] * g[1], mass[k] * g[2]};
+            p.applied(en[k], f);
+        }
+    }
 }
 
 void writeGravity(Plan& p, const CKwLoad& l, StepLoads& s)
@@ -760,9 +1242,21 @@ void writeGravity(Plan& p, const CKwLoad& l, StepLoads& s)
                                  + l.m_direction[2] * l.m_direction[2]);
     if (len == 0 || IsMissingValue(l.m_magnitude))
         return;
+    const std::string direction = num(l.m_direction[0] / len) + ", "
+                                  + num(l.m_direction[1] / len) + ", "
+                                  + num(l.m_direction[2] / len);
     s.dload += "*DLOAD" + amplitudeOf(p, l) + "\nEALL, GRAV, " + num(l.m_magnitude) + ", "
-               + num(l.m_direction[0] / len) + ", " + num(l.m_direction[1] / len) + ", "
-               + num(l.m_direction[2] / len) + "\n";
+               + direction + "\n";
+    p.row(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD, GRAV", "QuantityAcceleration",
+          "Acceleration", KwUnitKind::Acceleration, l.m_magnitude);
+    p.rowText(KwDeckRow::Load, p.stepSubcase, l.GetName(), "*DLOAD, GRAV", "QuantityDirection",
+              "Direction", direction);
+    if (p.balance) {
+        const double g[3] = {l.m_magnitude * l.m_direction[0] / len,
+                             l.m_magnitude * l.m_direction[1] / len,
+                             l.m_magnitude * l.m_direction[2] / len};
+        balanceGravity(p, g);
+    }
 }
 
 StepLoads writeLoads(Plan& p, int subcaseId)
@@ -867,6 +1361,17 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
     p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
              + "\n";
     writeProcedure(p, sub);
+    p.stepSubcase = sub.GetID();
+    // A static step's reactions must balance its loads; a dynamic one's carry inertia too.
+    const bool balanced = p.analysis.GetAnalysisTypeCode() == CKwAnalysis::LinearStatic
+                          || p.analysis.GetAnalysisTypeCode() == CKwAnalysis::NonlinearStatic;
+    if (balanced) {
+        p.deck.balances.emplace_back();
+        p.balance = &p.deck.balances.back();
+        p.balance->subcaseId = sub.GetID();
+        for (auto& along : p.fixedAlong)
+            along.assign(p.mesh.Nodes().size(), 0);
+    }
     writeRestraints(p, sub.GetID(), !first);
     if (!p.deck.modal) {
         const StepLoads loads = writeLoads(p, sub.GetID());
@@ -877,12 +1382,13 @@ void writeStep(Plan& p, const CKwSubCase& sub, bool first)
         p.out += loads.cload + loads.dload;
         const int every = outputEvery(p, sub);
         const std::string frequency = every > 1 ? ", FREQUENCY=" + std::to_string(every) : "";
-        p.out += "*NODE FILE" + frequency + "\nU, RF\n*EL FILE" + frequency + "\nS\n";
+        p.out += "*NODE FILE" + frequency + "\nU, RF\n*EL FILE" + frequency + "\nS, E\n";
     } else {
         p.out += "*NODE FILE\nU\n*EL FILE\nS\n";
     }
     p.out += "*END STEP\n";
     p.deck.stepSubcases.push_back(sub.GetID());
+    p.balance = nullptr;
 }
 
 // --- frequency response ---
@@ -940,6 +1446,7 @@ bool writeFrequencyResponse(Plan& p, const CKwSubCase& sub)
         p.note(QStringLiteral("The frequency response has no damping: its peaks are unbounded"));
     p.out += "** Subcase " + std::to_string(sub.GetID()) + ": " + sub.GetName().toStdString()
              + "\n*STEP\n*FREQUENCY, STORAGE=YES\n" + std::to_string(p.deck.modes) + "\n";
+    p.stepSubcase = sub.GetID();
     writeRestraints(p, sub.GetID(), false);
     p.out += "*NODE FILE\nU\n*END STEP\n*STEP\n*STEADY STATE DYNAMICS\n" + real(f.first()) + ", "
              + real(f.last()) + ", " + std::to_string(std::max(2, int(f.size()) - 1)) + ", 1.\n";
@@ -947,6 +1454,7 @@ bool writeFrequencyResponse(Plan& p, const CKwSubCase& sub)
         p.out += "*MODAL DAMPING, RAYLEIGH\n" + rayleigh;
     else if (ratio > 0)
         p.out += "*MODAL DAMPING\n1, " + std::to_string(p.deck.modes) + ", " + real(ratio) + "\n";
+    p.stepSubcase = sub.GetID();
     const StepLoads loads = writeLoads(p, sub.GetID());
     p.out += loads.cload + loads.dload + "*NODE FILE\nU\n*END STEP\n";
     p.deck.stepSubcases = {sub.GetID(), sub.GetID()};
@@ -1089,7 +1597,7 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     choosePieces(p);
     writeNodes(p);
     writeElements(p);
-    if (!writeProperties(p) || !writeMasses(p) || !writeConnectors(p)) {
+    if (!writeProperties(p) || !writeMasses(p) || !writeConnectors(p) || !writeContacts(p)) {
         deck.text.clear();
         return deck;
     }

@@ -290,6 +290,8 @@ bool KwReadSolverResults(std::string_view text, const std::vector<int>& stepSubc
                 set.principal.values.insert(set.principal.values.end(), pr, pr + 3);
             }
             set.stress = std::move(field);
+        } else if (name == "TOSTRAIN" && components == 6) {
+            set.strain = std::move(field);
         }
     }
     if (!ended)

@@ -13,6 +13,7 @@
 #include "CKwNonlinearSetup.h"
 #include "CKwRestraint.h"
 #include "CKwSubCase.h"
+#include "CKwSurfaceContact.h"
 #include "CKwUIEntity.h"
 #include "CKwUISPCSummationForce.h"
 #include "CKwXYPlotDlg.h"
@@ -25,6 +26,9 @@
 #include "KwTestSupport.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <set>
+#include <QMessageBox>
 #include <algorithm>
 #include <QTest>
 #include <cmath>
@@ -107,6 +111,8 @@ protected:
             DeleteKwDialog(id);
         kwtest::CloseAllWindows();
     }
+    std::vector<KwLoadBalanceLine> lastBalance;
+    KwSolverDeck lastDeck;
     // Runs the model's first analysis to its end; the results, or nullptr on failure.
     const KwSolverResults* solve(CKwFEModel& m)
     {
@@ -121,6 +127,19 @@ protected:
         EXPECT_TRUE(job.Wait(60000)) << "the solver did not end within a minute";
         EXPECT_FALSE(view.IsSolvraRunning());
         EXPECT_TRUE(job.Succeeded()) << job.Message().toStdString() << "\n" << job.Deck().text;
+        // Every static closed-form case balances its loads with its reactions.
+        const bool isStatic = a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic
+                              || a->GetAnalysisTypeCode() == CKwAnalysis::NonlinearStatic;
+        if (job.Succeeded() && isStatic) {
+            EXPECT_EQ(job.Balance().size(), job.Deck().balances.size());
+            EXPECT_FALSE(job.Balance().empty());
+        }
+        for (const KwLoadBalanceLine& line : job.Balance()) {
+            EXPECT_TRUE(line.checked) << "subcase " << line.subcaseId;
+            EXPECT_FALSE(line.Warn()) << KwSolverJob::BalanceText(job.Balance(), nullptr).toStdString();
+        }
+        lastBalance = job.Balance();
+        lastDeck = job.Deck();
         return job.Succeeded() ? a->GetSolverResults() : nullptr;
     }
 };
@@ -152,6 +171,13 @@ TEST_F(SolverJob, axialBarStretchesByForceTimesLengthOverAxialStiffness)
     const double* mid = set->stress.Find(6 + (nx + 1) * 1 + (nx + 1) * (ny + 1));
     ASSERT_NE(mid, nullptr);
     EXPECT_NEAR(mid[0], P / (H * H), 0.01 * P / (H * H));
+    // Strains are read too: the stretch P/(EA) and the contraction across it.
+    const double* strain = set->strain.Find(6 + (nx + 1) * 1 + (nx + 1) * (ny + 1));
+    ASSERT_NE(strain, nullptr);
+    const double axial = P / (E * H * H);
+    EXPECT_NEAR(strain[0], axial, 0.01 * axial);
+    EXPECT_NEAR(strain[1], -NU * axial, 0.01 * NU * axial);
+    EXPECT_NEAR(strain[3], 0.0, 0.01 * axial);
     const double* vm = set->vonMises.Find(6);
     ASSERT_NE(vm, nullptr);
     EXPECT_NEAR(*vm, P / (H * H), 0.02 * P / (H * H));
@@ -489,6 +515,18 @@ TEST_F(SolverJob, nonlinearRunDrivesTheStatusWindowFromTheSolversOwnOutput)
     // While it runs the editors refuse OK; a second run does not start.
     EXPECT_TRUE(host->View()->IsSolvraRunning());
     EXPECT_FALSE(host->RunCurrentAnalysis());
+    // The XY plot window opens with the run and takes the curve point by point as the solver
+    // writes its increments, not only at the end.
+    ASSERT_NE(CKwXYPlotDlg::GetXYPlotDlg(), nullptr);
+    std::set<std::size_t> seenWhileRunning;
+    QElapsedTimer clock;
+    clock.start();
+    while (host->SolverJob()->IsRunning() && clock.elapsed() < 120000) {
+        host->SolverJob()->Wait(20);
+        if (host->SolverJob()->IsRunning() && host->SolverJob()->Curve())
+            seenWhileRunning.insert(host->SolverJob()->Curve()->GetSeries(0).x.size());
+    }
+    EXPECT_GE(seenWhileRunning.size(), 3u) << "point counts seen during the run";
     ASSERT_TRUE(host->SolverJob()->Wait(120000));
     EXPECT_TRUE(host->SolverJob()->Succeeded()) << host->SolverJob()->Message().toStdString()
                                                 << host->SolverJob()->Deck().text;
@@ -535,10 +573,10 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
         {"Linear Static", true, {1}, ""},
         {"Nonlinear Transient", true, {1}, ""},
         {"Modal", true, {1}, ""},
-        {"Response Spectrum", false, {}, "response spectrum"},
-        {"Explicit Dynamics", false, {}, "explicit"},
-        {"Fatigue", false, {}, "fatigue"},
-        {"Optimization", false, {}, "optimization"},
+        {"Response Spectrum", false, {}, "modal combination"},
+        {"Explicit Dynamics", false, {}, "explicit time integration"},
+        {"Fatigue", false, {}, "fatigue life evaluation"},
+        {"Optimization", false, {}, "loop over design variables"},
         {"Frequency Response", true, {1}, ""},
     };
     for (const Case& c : cases) {
@@ -562,6 +600,18 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
                                         [id](const KwResultSet& s) { return s.subcaseId == id; }));
             EXPECT_EQ(a->GetFirstValidSubcaseInAnalysisResults()->GetID(),
                       c.subcasesWithResults.first());
+            // After a static run the host shows the load balance (the sample holds shells at
+            // its constraint: not checked then, never a false alarm).
+            const bool isStatic = a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic;
+            EXPECT_EQ(!host->SolverJob()->Balance().empty(), isStatic);
+            for (const KwLoadBalanceLine& line : host->SolverJob()->Balance())
+                EXPECT_FALSE(line.Warn()) << KwSolverJob::BalanceText(host->SolverJob()->Balance(),
+                                                                     nullptr).toStdString();
+            QApplication::processEvents();
+            auto* box = host->findChild<QMessageBox*>(QStringLiteral("LoadBalance"));
+            EXPECT_EQ(box != nullptr, isStatic);
+            if (box)
+                EXPECT_TRUE(box->text().contains(QStringLiteral("Subcase 1")));
         } else {
             EXPECT_TRUE(host->SolverJob()->Message().contains(QLatin1String(c.refusalPart),
                                                               Qt::CaseInsensitive))
@@ -646,3 +696,173 @@ TEST_F(SolverJob, reactionSumOfTheFixedEndBalancesTheTipLoad)
 }
 
 } // namespace
+
+// The applied total of each kind of load, against the reactions: pressure on a face next to the
+// support (part of it lands on constrained nodes), the weight, and a force partly on the
+// supported face itself. A reaction left out of the sum must show as a warning.
+TEST_F(SolverJob, reactionsBalanceEveryKindOfLoadAndAMissingOneWarns)
+{
+    constexpr double p = 1.0e5, g = 9.81, P = 2000.0;
+    struct Case
+    {
+        const char* what;
+        std::function<void(CKwFEModel&)> load;
+        std::array<double, 3> applied;
+    };
+    const Case cases[] = {
+        {"pressure on the top", [](CKwFEModel& m) {
+             auto* l = force(m, 2, p, {0, 0, 1});
+             l->m_type = CKwLoad::Pressure;
+         }, {0, 0, -p * L * H}},
+        {"pressure on the free end", [](CKwFEModel& m) {
+             auto* l = force(m, 6, p, {0, 0, 1});
+             l->m_type = CKwLoad::Pressure;
+         }, {-p * H * H, 0, 0}},
+        {"weight", [](CKwFEModel& m) {
+             auto* l = force(m, 2, g, {0, 0, -1});
+             l->m_type = CKwLoad::Gravity;
+         }, {0, 0, -RHO * L * H * H * g}},
+        {"force on both ends", [](CKwFEModel& m) {
+             force(m, 6, P, {0, 0, -1});
+             force(m, 5, P, {0, 1, 0});
+         }, {0, P, -P}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto m = bar(10, 2, CKwAnalysis::LinearStatic);
+        restrain(*m, m->FindGeometry(CKwUIEntity::Face, 5), {true, true, true});
+        c.load(*m);
+        ASSERT_NE(solve(*m), nullptr);
+        ASSERT_EQ(lastBalance.size(), 1u);
+        const KwLoadBalanceLine& line = lastBalance.front();
+        for (int a = 0; a < 3; ++a) {
+            const double size = std::max({std::abs(c.applied[0]), std::abs(c.applied[1]),
+                                          std::abs(c.applied[2])});
+            EXPECT_NEAR(line.applied[a], c.applied[std::size_t(a)], 1e-9 * size) << "axis " << a;
+            EXPECT_NEAR(line.reaction[a], -c.applied[std::size_t(a)], 1e-3 * size) << "axis " << a;
+        }
+        // Without the reactions of one supported node the balance is off.
+        KwSolverDeck deck = lastDeck;
+        for (auto& along : deck.balances.front().constrained)
+            along.erase(along.begin());
+        const auto lines = KwCheckLoadBalance(deck, *m->m_analyses.first()->GetSolverResults());
+        ASSERT_EQ(lines.size(), 1u);
+        EXPECT_TRUE(lines.front().Warn()) << lines.front().difference;
+        EXPECT_TRUE(KwSolverJob::BalanceText(lines, nullptr).contains(QStringLiteral("Warning")));
+    }
+}
+
+// A plate under tension with a small round hole: the stress at the hole's edge across the pull
+// is three times the far stress (plane strain; a quarter of the plate, held on its planes of
+// symmetry). Hexahedra in rings around the hole, finer towards it.
+TEST_F(SolverJob, plateWithASmallHoleConcentratesStressThreefold)
+{
+    constexpr double a = 0.01, B = 10 * a, T = 0.002, S = 1.0e6;
+    constexpr int nTheta = 24, nR = 16;
+    auto m = bar(1, 1, CKwAnalysis::LinearStatic);
+    delete m->m_mesh;
+    m->m_mesh = new CKwMeshModel(1, QStringLiteral("Plate"));
+    m->m_analyses.first()->SetMesh(m->m_mesh);
+    CKwMeshModel& mesh = *m->m_mesh;
+    const auto id = [&](int k, int i, int j) { return 1 + (k * (nR + 1) + i) * (nTheta + 1) + j; };
+    const double q = 1.18; // each ring this much deeper than the one inside it
+    for (int k = 0; k < 2; ++k)
+        for (int i = 0; i <= nR; ++i)
+            for (int j = 0; j <= nTheta; ++j) {
+                const double th = std::numbers::pi / 2 * j / nTheta;
+                const double ox = th <= std::numbers::pi / 4 ? B : B / std::tan(th);
+                const double oy = th <= std::numbers::pi / 4 ? B * std::tan(th) : B;
+                const double hx = a * std::cos(th), hy = a * std::sin(th);
+                const double s = (std::pow(q, i) - 1) / (std::pow(q, nR) - 1);
+                mesh.AddNode(id(k, i, j), hx + s * (ox - hx), hy + s * (oy - hy), k * T);
+            }
+    int e = 0;
+    for (int i = 0; i < nR; ++i)
+        for (int j = 0; j < nTheta; ++j)
+            mesh.AddElement(++e, CKwMeshModel::Hex8,
+                            {id(0, i, j), id(0, i + 1, j), id(0, i + 1, j + 1), id(0, i, j + 1),
+                             id(1, i, j), id(1, i + 1, j), id(1, i + 1, j + 1), id(1, i, j + 1)});
+    const auto nodesWhere = [&](const std::function<bool(const CKwMeshModel::Node&)>& take) {
+        QList<CKwUIEntity*> list;
+        for (const auto& n : mesh.Nodes())
+            if (take(n)) {
+                list.append(new CKwUIEntity(CKwUIEntity::Node, n.id, QString()));
+                m->m_geometry.append(list.back());
+            }
+        return list;
+    };
+    const double tol = 1e-9;
+    restrain(*m, nullptr, {true, false, false})->m_entities =
+        nodesWhere([&](const auto& n) { return std::abs(n.x) < tol; });
+    restrain(*m, nullptr, {false, true, false})->m_entities =
+        nodesWhere([&](const auto& n) { return std::abs(n.y) < tol; });
+    restrain(*m, nullptr, {false, false, true})->m_entities =
+        nodesWhere([](const auto&) { return true; });
+    auto* pull = force(*m, 6, S * B * T, {1, 0, 0});
+    pull->m_entities = nodesWhere([&](const auto& n) { return std::abs(n.x - B) < tol; });
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    const KwResultSet* set = r->LastOfStep(1);
+    ASSERT_NE(set, nullptr);
+    // The top of the hole (x = 0, y = a) and, for reference, the far end of the plate.
+    const double* top = set->stress.Find(id(0, 0, nTheta));
+    const double* far = set->stress.Find(id(0, nR, 0));
+    ASSERT_TRUE(top && far);
+    EXPECT_NEAR(far[0], S, 0.1 * S);
+    EXPECT_NEAR(top[0] / S, 3.0, 0.3);
+    // Along the pull the edge of the hole carries compression of about the far stress.
+    const double* side = set->stress.Find(id(0, 0, 0));
+    ASSERT_NE(side, nullptr);
+    EXPECT_NEAR(side[1] / S, -1.0, 0.2);
+}
+
+// Two blocks of side B touching along x, each with its own nodes: a bonded contact ties them
+// into one bar of length 2 B, which a pull stretches by P 2 B / (E B^2). A separating contact
+// is not written and says so.
+TEST_F(SolverJob, bondedContactTiesTwoBlocksIntoOneBar)
+{
+    constexpr double B = 0.1, P = 1.0e4;
+    auto m = bar(1, 1, CKwAnalysis::LinearStatic);
+    CKwMeshModel& mesh = *m->m_mesh;
+    mesh.BuildBlock(1, 1, 1, B, B, B);
+    for (int id = 1; id <= 8; ++id) {
+        const auto* n = mesh.FindNode(id);
+        mesh.AddNode(100 + id, n->x + B, n->y, n->z);
+    }
+    mesh.AddElement(2, CKwMeshModel::Hex8, {101, 102, 104, 103, 105, 106, 108, 107});
+    const auto nodes = [&](std::initializer_list<int> ids) {
+        QList<CKwUIEntity*> list;
+        for (int id : ids) {
+            list.append(new CKwUIEntity(CKwUIEntity::Node, id, QString()));
+            m->m_geometry.append(list.back());
+        }
+        return list;
+    };
+    // Held as much as needed at x = 0 (nodes 1 3 5 7): the bar contracts freely across.
+    restrain(*m, nullptr, {true, false, false})->m_entities = nodes({1, 3, 5, 7});
+    restrain(*m, nullptr, {false, true, true})->m_entities = nodes({1});
+    restrain(*m, nullptr, {false, false, true})->m_entities = nodes({3});
+    auto* pull = force(*m, 6, P, {1, 0, 0});
+    pull->m_entities = nodes({102, 104, 106, 108});
+    auto* contact = new CKwSurfaceContact(1, QStringLiteral("Glue"));
+    contact->m_kind = CKwSurfaceContact::Bonded;
+    contact->m_master = nodes({2, 4, 6, 8});
+    contact->m_slave = nodes({101, 103, 105, 107});
+    m->m_surfaceContacts.append(contact);
+    const KwSolverResults* r = solve(*m);
+    ASSERT_NE(r, nullptr);
+    EXPECT_NE(lastDeck.text.find("*TIE"), std::string::npos);
+    const KwResultSet* set = r->LastOfStep(1);
+    ASSERT_NE(set, nullptr);
+    const double expected = P * 2 * B / (E * B * B);
+    for (int id : {102, 104, 106, 108}) {
+        const double* u = set->displacement.Find(id);
+        ASSERT_NE(u, nullptr);
+        EXPECT_NEAR(u[0], expected, 0.01 * expected) << "node " << id;
+    }
+
+    contact->m_kind = CKwSurfaceContact::Separating;
+    const KwSolverDeck separate = KwWriteSolverDeck(*m, *m->m_analyses.first());
+    EXPECT_EQ(separate.text.find("*TIE"), std::string::npos);
+    EXPECT_TRUE(separate.notes.join(QLatin1Char(' ')).contains(QStringLiteral("Contact \"Glue\" left out")));
+}

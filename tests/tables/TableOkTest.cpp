@@ -426,3 +426,52 @@ TEST(TableOpen, storedPointsBecomeTextWhenTheyAreNeeded)
 }
 
 } // namespace
+
+// "Convert to True Values" turns the rows into true strain and stress once; with the
+// material's modulus, OK refuses a curve whose plastic strain does not rise.
+TEST(NonlinearMaterialOk, trueValuesOnRequestAndAPlasticCurveThatRises)
+{
+    kwtest::Host host;
+    {
+        OpenTable t(host, CKwTable::StressStrainCurve);
+        auto* m = static_cast<CKwMaterialNonlinearDialog*>(t.dialog.data());
+        t.base->Add(QStringLiteral("0.1"), QStringLiteral("3e8"));
+        auto* button = KwControl<QPushButton>(t.dialog.data(),
+                                              CKwMaterialNonlinearDialog::IDC_TRUE_VALUES);
+        ASSERT_NE(button, nullptr);
+        ASSERT_TRUE(button->isEnabled());
+        button->click();
+        EXPECT_TRUE(m->HoldsTrueValues());
+        EXPECT_FALSE(button->isEnabled());
+        host.view->ClearBubbleRecord();
+        EXPECT_FALSE(m->OnTrueValues()); // never twice
+        EXPECT_EQ(host.view->GetLastBubbleText(), QStringLiteral("The curve holds true values already."));
+        m->SetElasticModulus(2e11);
+        t.ok();
+        EXPECT_FALSE(t.dialog->isVisible());
+        const std::vector<double> x = t.column(true), y = t.column(false);
+        ASSERT_EQ(x.size(), 3u);
+        EXPECT_NEAR(x[1], std::log1p(0.01), 1e-9);
+        EXPECT_NEAR(x[2], std::log1p(0.1), 1e-9);
+        EXPECT_NEAR(y[1], 2e8 * 1.01, 1e-6 * y[1]);
+        EXPECT_NEAR(y[2], 3e8 * 1.1, 1e-6 * y[2]);
+        EXPECT_TRUE(t.table.m_trueValues);
+    }
+    {
+        OpenTable t(host, CKwTable::StressStrainCurve);
+        auto* m = static_cast<CKwMaterialNonlinearDialog*>(t.dialog.data());
+        // Past yield, then a stress that rises faster than the elastic line: less plastic
+        // strain at the larger strain.
+        t.base->Add(QStringLiteral("0.02"), QStringLiteral("3e8"));
+        t.base->Add(QStringLiteral("0.0205"), QStringLiteral("4.5e8"));
+        m->SetElasticModulus(2e11);
+        host.view->ClearBubbleRecord();
+        t.ok();
+        EXPECT_TRUE(t.dialog->isVisible());
+        EXPECT_TRUE(host.view->GetLastBubbleText().startsWith(
+            QStringLiteral("The plastic strain does not increase at row 4")))
+            << host.view->GetLastBubbleText().toStdString();
+        EXPECT_FALSE(t.table.m_trueValues);
+        EXPECT_EQ(t.list().SelectedRows(), std::vector<int>{3});
+    }
+}

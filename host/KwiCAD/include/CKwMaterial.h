@@ -100,6 +100,9 @@ public:
     bool m_ppfaOn = false;
     QString m_description; // free text, e.g. where the values come from
     QString m_category;    // database grouping: "Carbon steels", ...
+    // The stress-strain curve holds true values (converted or typed so) rather than
+    // engineering ones; the solver's plastic curve is made from it accordingly.
+    bool m_stressStrainTrue = false;
 
 private:
     int m_type = Isotropic;

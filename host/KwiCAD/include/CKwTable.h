@@ -39,6 +39,8 @@ public:
     int GetPointCount() const;
     // Appends one internal point to both columns.
     void AddPoint(double x, double y);
+    // A stress-strain table whose values are true ones (its dialog converted them).
+    bool m_trueValues = false;
 
 private:
     TableType m_type;

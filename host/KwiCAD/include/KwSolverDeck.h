@@ -19,6 +19,39 @@ class CKwFEModel;
 class CKwMeshModel;
 class CKwUIEntity;
 
+// What one entity becomes in the solver's input: one row per quantity, the value as the
+// model keeps it (SI) and the text the deck carries for it.
+struct KwDeckRow
+{
+    enum Family { Material = 0, Property, Constraint, Load, Contact, Mass, Connector,
+                  FamilyCount };
+    int family = Material;
+    int subcaseId = 0;       // constraints and loads: the subcase of their step; else 0
+    QString entity;          // the entity's name
+    std::string keyword;     // the deck keyword it goes out under ("*ELASTIC")
+    const char* quantityKey = ""; // language key of the quantity ("QuantityModulus")
+    const char* quantity = "";    // its English name
+    int unitKind = -1;       // KwUnitKind of `value`; -1 when the row has no unit
+    double value = 0;        // in the model's (SI) units; unused when `hasValue` is false
+    bool hasValue = false;
+    std::string text;        // what the deck carries for it
+};
+
+// Per step: the total load the deck applies and what the solver's reactions need to balance
+// it. The solver reports at a constrained node the internal force, which includes any load
+// applied there; the part of the load that lands on constrained degrees of freedom is kept
+// so that it can be taken out again.
+struct KwStepLoadBalance
+{
+    int subcaseId = 0;
+    double applied[3] = {0, 0, 0};          // total applied force per axis (N)
+    double appliedAtSupports[3] = {0, 0, 0}; // of it, on the constrained degrees of freedom
+    std::vector<int> constrained[3];         // node ids constrained along each axis
+    // False when the step holds a node of a shell or beam, where the solver reports only part
+    // of the reaction, or carries a weight the deck cannot total: no balance then.
+    bool complete = true;
+};
+
 struct KwSolverDeck
 {
     // Empty when the deck was written; else why the solver cannot run this analysis.
@@ -34,6 +67,12 @@ struct KwSolverDeck
     // What the deck leaves out and why, one line each (also written as comments).
     QStringList notes;
     bool ok() const { return refusal.isEmpty(); }
+    // The unit system every number of the deck is in.
+    QString unitSystem = QStringLiteral("N, m, kg, s, Pa");
+    // What each entity becomes in the deck, in family order as written.
+    std::vector<KwDeckRow> rows;
+    // One per static step (none for modal and frequency-response runs).
+    std::vector<KwStepLoadBalance> balances;
 };
 
 // Modes a modal analysis asks for when it has no modal setup.

@@ -33,6 +33,8 @@ struct KwResultSet
     KwNodalField stress;       // sxx syy szz sxy syz szx (Pa)
     KwNodalField vonMises;     // one value (Pa)
     KwNodalField principal;    // s1 >= s2 >= s3 (Pa)
+    KwNodalField strain;       // total strain exx eyy ezz exy eyz ezx (shear as tensor
+                               // components: half the engineering shear strain)
 };
 
 struct KWICAD_EXPORT KwSolverResults
