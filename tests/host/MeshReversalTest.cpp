@@ -132,8 +132,9 @@ TEST(MeshReversal, everyShellAndBeamFamilyFlipsKeepingItsSizeAndMidNodes)
         std::sort(sortedAfter.begin(), sortedAfter.end());
         std::sort(sortedBefore.begin(), sortedBefore.end());
         EXPECT_EQ(sortedAfter, sortedBefore);
-        if (!M::IsBeamType(c.type))
+        if (!M::IsBeamType(c.type)) {
             EXPECT_EQ(nodesOf(mesh, 7).front(), original.front());
+        }
 
         ASSERT_TRUE(mesh.ReverseElement(7));
         EXPECT_EQ(nodesOf(mesh, 7), original);

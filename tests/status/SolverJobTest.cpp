@@ -610,8 +610,9 @@ TEST_F(SolverJob, eachSampleAnalysisRunsOrIsRefusedByName)
             QApplication::processEvents();
             auto* box = host->findChild<QMessageBox*>(QStringLiteral("LoadBalance"));
             EXPECT_EQ(box != nullptr, isStatic);
-            if (box)
+            if (box) {
                 EXPECT_TRUE(box->text().contains(QStringLiteral("Subcase 1")));
+            }
         } else {
             EXPECT_TRUE(host->SolverJob()->Message().contains(QLatin1String(c.refusalPart),
                                                               Qt::CaseInsensitive))
