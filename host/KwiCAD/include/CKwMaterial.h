@@ -5,6 +5,7 @@
 // Unset values hold MissingDouble. The type decides which values the material uses.
 #include "CKwFEBase.h"
 #include "KwMaterialKeys.h"
+#include "KwNumbers.h"
 
 #include <QMap>
 #include <QString>
@@ -100,6 +101,12 @@ public:
     bool m_ppfaOn = false;
     QString m_description; // free text, e.g. where the values come from
     QString m_category;    // database grouping: "Carbon steels", ...
+    // Fatigue data: the S-N curve (x the cycles to failure, strictly increasing; y the stress
+    // amplitude, internal), the endurance limit (the amplitude the material lasts for ever
+    // below; MissingDouble when not known) and where the curve comes from (free text).
+    KwMaterialCurve m_snCurve;
+    double m_enduranceLimit = MissingDouble;
+    QString m_snSource;
 
 private:
     int m_type = Isotropic;
