@@ -10,6 +10,7 @@
 #include "KwMaterialKeys.h"
 #include "KwMessageBox.h"
 #include "KwStyle.h"
+#include "KwWarningDismissal.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -27,12 +28,14 @@
 #include <QStyle>
 #include <QSplitter>
 #include <QTableView>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -192,6 +195,17 @@ bool CKwMaterialBrowserDlg::OnInitDialog()
     keepAChoice();
     SizeAndPlace();
     m_search->setFocus();
+    // Files of the folder that are no libraries are named once the browser stands.
+    if (!m_refused.isEmpty())
+        QTimer::singleShot(0, this, [this] {
+            const QStringList refused = std::exchange(m_refused, {});
+            KwAdvisoryBox(this, QStringLiteral("MaterialLibraryUnreadFiles"),
+                          KwErrText(kSection, "UnreadFiles",
+                                    "These files of the library folder are no material libraries "
+                                    "and are not listed: %1")
+                              .arg(refused.join(QStringLiteral("; "))),
+                          windowTitle());
+        });
     return true;
 }
 
@@ -274,6 +288,7 @@ bool CKwMaterialBrowserDlg::AddFolder(const QString& folder)
 {
     QStringList refused;
     const int added = m_model->AddFolder(folder, &refused);
+    m_refused << refused;
     if (added > 0 && !m_files.contains(folder))
         m_files << QDir::toNativeSeparators(folder);
     SetTextToCurrentLang();
@@ -294,6 +309,13 @@ int CKwMaterialBrowserDlg::AddFile(const QString& path, bool showMessage)
     const int added = m_model->AddMaterials(path, r.materials);
     if (!m_files.contains(path))
         m_files << path;
+    if (added == 0 && showMessage)
+        KwAdvisoryBox(this, QStringLiteral("MaterialLibraryNothingNew"),
+                      KwErrText(kSection, "NothingNew",
+                                "Every material of '%1' is listed already: a name listed once is "
+                                "not listed again.")
+                          .arg(QFileInfo(path).fileName()),
+                      windowTitle());
     SetTextToCurrentLang();
     keepAChoice();
     return added;

@@ -98,6 +98,7 @@ private:
     QLabel* m_count;
     QPushButton* m_compare;
     QStringList m_files;
+    QStringList m_refused; // files of a folder the readers refused, named when the browser opens
     FileChooser m_chooser;
     QString m_lastMessage;
     int m_chosen = -1;
