@@ -1,4 +1,5 @@
 #include "KwGallery.h"
+#include "KwPeripheryGallery.h"
 #include "KwSectionLibrary.h"
 #include "KwDeckPreview.h"
 
@@ -529,6 +530,9 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         });
         dlg.DoModal();
     }
+
+    // The material library browser, the comparison of two materials, the S-N curve.
+    KwPeripheryGallery(host, shoot);
 
     // The FE model editor's automatic contact parameters page.
     {

@@ -291,10 +291,24 @@ void CKwFatigueSetupDialog::fillCurves()
     if (!view || !view->GetModel())
         return;
     for (const CKwMaterial* m : view->GetModel()->m_materials) {
-        auto* item = new QTreeWidgetItem(
-            m_ui->curves, {m->GetName(), m->m_fatigueOn ? prop("CurveFromMaterial", "From material")
-                                                        : prop("CurveNone", "None")});
+        // A material with fatigue on brings its S-N curve (the material editor's "S-N
+        // Curve..."): its points and endurance limit are named, its source is the tool tip.
+        QString curve = prop("CurveNone", "None");
+        if (m->m_fatigueOn && !m->m_snCurve.IsEmpty()) {
+            curve = prop("CurveSN", "S-N curve, %1 points").arg(m->m_snCurve.Size());
+            const KW_UOM si;
+            const KW_UOM* units = m_units ? m_units : &si;
+            if (!IsMissingValue(m->m_enduranceLimit))
+                curve += prop("CurveSNLimit", ", endurance limit %1 %2")
+                             .arg(KwStyle::EditableNumber(
+                                      units->GetDisplayValue(m->m_enduranceLimit, KwUnitKind::Stress)),
+                                  units->GetUnits(KwUnitKind::Stress));
+        } else if (m->m_fatigueOn) {
+            curve = prop("CurveFromMaterial", "From material");
+        }
+        auto* item = new QTreeWidgetItem(m_ui->curves, {m->GetName(), curve});
         item->setToolTip(0, m->GetName());
+        item->setToolTip(1, m->m_snSource.isEmpty() ? curve : m->m_snSource);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "KwNumbers.h"
 #include "KW_UOM.h"
 #include "KwControls.h"
+#include "CKwSNCurveDialog.h"
 #include "KwMaterialEditorSupport.h"
 #include "KwMaterialKeys.h"
 #include "KwOrthotropicStiffness.h"
@@ -95,6 +96,7 @@ constexpr KwTextRow kTexts[] = {
     {1400, "Materials", "ButtonDefineTable", "Define..."},
     {1393, "Materials", "FatigueOn", "Fatigue (on)"},
     {1394, "Materials", "PPFAON", "PPFA (on)"},
+    {1402, "SNCurveDlg", "ButtonSNCurve", "S-N Curve..."},
     {1397, "NonlinearMaterialDlg", "ButtonStressStrain", "Stress-Strain Curve..."},
     {1398, "TemperatureDependencematerialDlg", "ButtonDefineNewTable",
      "Temperature Dependence Table for K"},
@@ -208,6 +210,7 @@ CKwMFCUIMaterial::CKwMFCUIMaterial(CFMView* view, KW_UOM* units, CKwMaterial* ma
     });
     connect(m_ui->orthotropic3D, &QPushButton::clicked, this,
             &CKwMFCUIMaterial::OpenOrthotropic3DDefinition);
+    connect(m_ui->snCurve, &QPushButton::clicked, this, &CKwMFCUIMaterial::OpenSNCurve);
     connect(m_ui->loadOwn, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(true); });
     connect(m_ui->loadAny, &QPushButton::clicked, this, [this] { LoadMaterialFromDB(false); });
     SetAnalysis(analysis);
@@ -742,6 +745,14 @@ void CKwMFCUIMaterial::OpenPointTable(int curve)
     KwEditMaterialCurve(this, this, curve, GetUnitSystem(), GetFMView());
 }
 
+bool CKwMFCUIMaterial::OpenSNCurve()
+{
+    // The S-N curve is fatigue data of the edit copy: its OK writes the copy, the model waits
+    // for this editor's OK, as with the other point tables.
+    UpdateObjectData(false);
+    return KwEditSNCurve(this, GetEditObject(), GetUnitSystem(), GetFMView());
+}
+
 bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
 {
     // The definition works on the edit copy: it shows what was typed here and its OK writes
@@ -759,6 +770,8 @@ bool CKwMFCUIMaterial::OpenOrthotropic3DDefinition()
 
 bool CKwMFCUIMaterial::LoadMaterialFromDB(bool ownFilesOnly)
 {
+    if (!ownFilesOnly)
+        return KwBrowseMaterialLibrary(this, this, GetUnitSystem());
     return KwLoadMaterialFromDB(this, this, ownFilesOnly);
 }
 

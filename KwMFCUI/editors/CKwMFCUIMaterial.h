@@ -60,10 +60,14 @@ public:
 
     void OnObjectDataLoaded() override;
     void OpenPointTable(int curve);
+    // The S-N curve dialog (fatigue data) on the edit copy; true when it ended with OK.
+    bool OpenSNCurve();
     // The 3D orthotropic definition (template 305) on the edit copy, for Orthotropic 3D; true
     // when it ended with OK (the values shown are then refilled).
     bool OpenOrthotropic3DDefinition();
-    // Loads from the database folder (the standard open-file dialog); see KwLoadMaterialFromDB.
+    // "Load Material..." (own files only) picks a file in the database folder
+    // (KwLoadMaterialFromDB); "Load from Library..." opens the library browser
+    // (KwBrowseMaterialLibrary).
     bool LoadMaterialFromDB(bool ownFilesOnly);
     // Whether the value row of a property key / extra value is shown for the current type.
     bool IsKeyShown(int key) const;

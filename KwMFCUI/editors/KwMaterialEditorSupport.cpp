@@ -3,6 +3,7 @@
 #include "CKwAnalysis.h"
 #include "CKwFunction.h"
 #include "CKwMFCUIBase.h"
+#include "CKwMaterialBrowserDlg.h"
 #include "CKwMaterialNonlinearDialog.h"
 #include "CKwTable.h"
 #include "CKwTableDialog.h"
@@ -158,12 +159,31 @@ bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic, bool ownFilesOn
         entries.reserve(r.materials.size());
         for (const CKwMaterial& m : r.materials)
             entries.append({m.GetName(), m.GetMaterialType()});
-        which = picker ? picker(entries)
-                       : KwChooseMaterial(parent, entries, QFileInfo(path).fileName());
+        if (picker) {
+            which = picker(entries);
+        } else {
+            CKwMaterialBrowserDlg browser(nullptr, parent);
+            browser.AddFile(path, false);
+            const KwLibraryMaterial* chosen =
+                browser.DoModal() == KwMB::IDOK ? browser.GetChosenMaterial() : nullptr;
+            which = chosen ? chosen->position : -1;
+        }
         if (which < 0 || which >= entries.size())
             return false;
     }
     return logic->LoadMaterialFromFile(path, which);
+}
+
+bool KwBrowseMaterialLibrary(QWidget* parent, CKwUIMaterial* logic, KW_UOM* units)
+{
+    if (!logic)
+        return false;
+    CKwMaterialBrowserDlg browser(units, parent);
+    browser.AddFolder(KwMaterialDatabase::DatabaseFolder());
+    if (browser.DoModal() != KwMB::IDOK)
+        return false;
+    const KwLibraryMaterial* chosen = browser.GetChosenMaterial();
+    return chosen && logic->LoadMaterialFromFile(chosen->file, chosen->position);
 }
 
 bool KwEditMaterialCurve(QWidget* parent, CKwUIMaterial* logic, int curve, KW_UOM* units,

@@ -2,7 +2,6 @@
 // What the material editor decides on its own, apart from its window: the entries of its type
 // list, the advisories a type change shows, its width per type, and loading a material from the
 // database folder into the editor's logic.
-#include "CKwMaterialChooserDlg.h"
 #include "KwMFCUIExport.h"
 
 #include <QList>
@@ -16,6 +15,13 @@ class KW_UOM;
 class CKwMaterial;
 class CKwUIMaterial;
 class QWidget;
+
+// One material of a file as a picker sees it.
+struct KwMaterialEntry
+{
+    QString name;
+    int type; // CKwMaterial::Type
+};
 
 struct KwMaterialTypeItem
 {
@@ -56,12 +62,18 @@ using KwMaterialPicker = std::function<int(const QList<KwMaterialEntry>& materia
 // data folder's Materials when none is stored) and the chosen folder is written back. Returns
 // true when the edit copy was replaced; a cancelled choice or a refused file changes nothing.
 // A file of several materials lets the user choose one (`picker`; without it the material
-// chooser); a file of one material is loaded at once. Without a file chooser the standard
+// library browser on the file's materials); a file of one material is loaded at once. Without a file chooser the standard
 // open-file dialog is shown over `parent`.
 KWMFCUI_EXPORT bool KwLoadMaterialFromDB(QWidget* parent, CKwUIMaterial* logic,
                                          bool ownFilesOnly,
                                          const KwMaterialFileChooser& chooser = {},
                                          const KwMaterialPicker& picker = {});
+
+// "Load from Library...": the material library browser (CKwMaterialBrowserDlg) on the shipped
+// library, every material file of the database folder, values in `units`; the user may open
+// other library files in it. The material chosen with OK replaces the logic's edit copy
+// through the logic's own file loading (all or nothing, the ID kept). True when it did.
+KWMFCUI_EXPORT bool KwBrowseMaterialLibrary(QWidget* parent, CKwUIMaterial* logic, KW_UOM* units);
 
 // Opens the point-table dialog of a material curve (CKwMaterial::Curve) on a table made from the
 // edit copy's curve, in `units`: the nonlinear material dialog for the stress-strain curve, the

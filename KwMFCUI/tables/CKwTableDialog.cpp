@@ -55,6 +55,8 @@ const char* typeKey(int type)
         return "TypeFrequencyTable";
     case CKwTable::StressStrainCurve:
         return "TypeStressStrainCurve";
+    case CKwTable::SNCurve:
+        return "TypeSNCurve";
     default:
         return "TypeGeneral";
     }

@@ -290,6 +290,22 @@ std::vector<double> KwChart::Ticks(double lo, double hi, int wanted)
     return ticks;
 }
 
+void KwChart::SetDecadeAxes(bool x, bool y)
+{
+    m_decadeX = x;
+    m_decadeY = y;
+    update();
+}
+
+QString KwChart::DecadeText(double v)
+{
+    const double value = std::pow(10.0, v);
+    // Whole decades far from one read as powers of ten, the others as plain numbers.
+    if (v == std::round(v) && (v >= 5 || v <= -4))
+        return QStringLiteral("1e%1").arg(int(std::round(v)));
+    return CKwNonlinearDialogBase::FormatValue(QString::number(value, 'g', 6).toDouble());
+}
+
 QString KwChart::TickText(double v, double step)
 {
     if (v == 0)
@@ -431,8 +447,31 @@ void KwChart::paintEvent(QPaintEvent*)
 
     // Grid and ticks.
     p.setPen(QPen(QColor(0xd8, 0xd8, 0xd8), 1));
-    const std::vector<double> xt = Ticks(range.left(), range.right(), qMax(2, area.width() / 90));
-    const std::vector<double> yt = Ticks(range.top(), range.bottom(), qMax(2, area.height() / 45));
+    // On a decade axis the ticks are the whole decades within the range; over a shorter span
+    // 1, 2 and 5 times a decade, and then every digit, until two ticks fit.
+    auto ticks = [](bool decades, double lo, double hi, int wanted) {
+        std::vector<double> t;
+        if (!decades || !std::isfinite(lo) || !std::isfinite(hi) || !(hi > lo) || hi - lo > 60)
+            return Ticks(lo, hi, wanted);
+        static const std::vector<double> kMantissas[] = {
+            {1}, {1, 2, 5}, {1, 2, 3, 4, 5, 6, 7, 8, 9}};
+        for (const std::vector<double>& mantissas : kMantissas) {
+            t.clear();
+            for (double d = std::floor(lo); d <= std::ceil(hi); d += 1)
+                for (double m : mantissas) {
+                    const double v = d + std::log10(m);
+                    if (v >= lo - 1e-12 && v <= hi + 1e-12)
+                        t.push_back(v);
+                }
+            if (t.size() >= 2)
+                return t;
+        }
+        return Ticks(lo, hi, wanted);
+    };
+    const std::vector<double> xt =
+        ticks(m_decadeX, range.left(), range.right(), qMax(2, area.width() / 90));
+    const std::vector<double> yt =
+        ticks(m_decadeY, range.top(), range.bottom(), qMax(2, area.height() / 45));
     for (double v : xt) {
         const double x = toPixel(v, 0, range, area).x();
         p.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
@@ -446,12 +485,12 @@ void KwChart::paintEvent(QPaintEvent*)
     const double yStep = yt.size() > 1 ? yt[1] - yt[0] : 1;
     for (double v : xt) {
         const double x = toPixel(v, 0, range, area).x();
-        const QString t = TickText(v, xStep);
+        const QString t = m_decadeX ? DecadeText(v) : TickText(v, xStep);
         p.drawText(QRectF(x - 60, area.bottom() + 3, 120, fm.height()), Qt::AlignHCenter, t);
     }
     for (double v : yt) {
         const double y = toPixel(0, v, range, area).y();
-        const QString t = TickText(v, yStep);
+        const QString t = m_decadeY ? DecadeText(v) : TickText(v, yStep);
         p.drawText(QRectF(0, y - fm.height() / 2.0, area.left() - 5, fm.height()),
                    Qt::AlignRight | Qt::AlignVCenter, t);
     }
@@ -549,9 +588,11 @@ void KwChart::updateReadout(const QPointF& pos)
         const Series& se = m_series[std::size_t(s)];
         r = QStringLiteral("%1: %2 = %3, %4 = %5")
                 .arg(se.name, m_xTitle.isEmpty() ? QStringLiteral("x") : m_xTitle,
-                     CKwNonlinearDialogBase::FormatValue(se.x[std::size_t(i)]),
+                     CKwNonlinearDialogBase::FormatValue(
+                         m_decadeX ? std::pow(10.0, se.x[std::size_t(i)]) : se.x[std::size_t(i)]),
                      m_yTitle.isEmpty() ? QStringLiteral("y") : m_yTitle,
-                     CKwNonlinearDialogBase::FormatValue(se.y[std::size_t(i)]));
+                     CKwNonlinearDialogBase::FormatValue(
+                         m_decadeY ? std::pow(10.0, se.y[std::size_t(i)]) : se.y[std::size_t(i)]));
     }
     if (r != m_readout) {
         m_readout = r;

@@ -82,6 +82,14 @@ public:
     static constexpr double kHeadroom = 0.1;
     static constexpr double kFootroom = 0.04;
 
+    // Logarithmic axes: the caller hands the chart log10 of its values on such an axis, and
+    // the chart puts its ticks on whole decades and writes them, and the readout, as the values
+    // they stand for (3 reads "1000"). A span shorter than two decades keeps round ticks.
+    void SetDecadeAxes(bool x, bool y);
+    bool IsDecadeAxis(Qt::Orientation o) const { return o == Qt::Horizontal ? m_decadeX : m_decadeY; }
+    // The text of a tick at log10 value `v` on a decade axis.
+    static QString DecadeText(double v);
+
     QSize sizeHint() const override { return {520, 340}; }
     QSize minimumSizeHint() const override { return {260, 180}; }
 
@@ -112,4 +120,6 @@ private:
     int m_lastSegments = 0;
     mutable bool m_rangeValid = false;
     mutable QRectF m_range;
+    bool m_decadeX = false;
+    bool m_decadeY = false;
 };

@@ -131,3 +131,18 @@ QString KwRegistryFile()
     const QMutexLocker lock(&s.mutex);
     return s.path.isEmpty() ? s.open().fileName() : s.path;
 }
+
+int KwRemoveRegistrySection(const QString& section, const QString& subkey)
+{
+    if (section.isEmpty())
+        return 0; // never the whole store
+    Store& s = store();
+    const QMutexLocker lock(&s.mutex);
+    QSettings& settings = s.open();
+    const QString group = keyPath(section, QString(), subkey);
+    settings.beginGroup(group.endsWith(QLatin1Char('/')) ? group.chopped(1) : group);
+    const int count = int(settings.allKeys().size());
+    settings.remove(QString());
+    settings.endGroup();
+    return count;
+}

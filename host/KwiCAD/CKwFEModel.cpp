@@ -110,6 +110,11 @@ CKwFEModel* CKwFEModel::CreateSampleModel()
     steel->SetValue("SIGXY", 3.5e8);
     steel->SetValue("ALPX", 1.17e-5);
     steel->SetValue("KX", 51.9);
+    // Its S-N curve, fully reversed, estimated from the tensile strength of 420 MPa.
+    steel->m_snCurve = {{1e3, 1e4, 1e5, 1e6}, {3.78e8, 3.07e8, 2.5e8, 2.1e8}};
+    steel->m_enduranceLimit = 2.1e8;
+    steel->m_snSource = QStringLiteral(
+        "Estimate from the tensile strength: 0.9 Su at 1e3 cycles, 0.5 Su at 1e6; R = -1");
     auto* alu = new CKwMaterial(2, QStringLiteral("Aluminium 6061-T6"));
     alu->SetValue("EX", 6.9e10);
     alu->SetValue("NUXY", 0.33);

@@ -88,6 +88,8 @@ void CKwMaterial::ClearValues()
     m_matrix.fill(MissingDouble);
     for (KwMaterialCurve& c : m_curves)
         c = KwMaterialCurve();
+    m_snCurve = KwMaterialCurve();
+    m_enduranceLimit = MissingDouble;
 }
 
 bool CKwMaterial::operator==(const CKwMaterial& o) const
@@ -97,7 +99,8 @@ bool CKwMaterial::operator==(const CKwMaterial& o) const
            m_curves == o.m_curves && m_hyperelasticModel == o.m_hyperelasticModel &&
            m_failureTheory == o.m_failureTheory && m_fatigueOn == o.m_fatigueOn &&
            m_ppfaOn == o.m_ppfaOn && m_description == o.m_description &&
-           m_category == o.m_category;
+           m_category == o.m_category && m_snCurve == o.m_snCurve &&
+           m_enduranceLimit == o.m_enduranceLimit && m_snSource == o.m_snSource;
 }
 
 double CKwMaterial::GetValue(const QString& key) const

@@ -51,6 +51,8 @@ QString CKwTable::GetTableTypeName(TableType type)
         return QStringLiteral("Frequency Table");
     case StressStrainCurve:
         return QStringLiteral("Stress-Strain Curve");
+    case SNCurve:
+        return QStringLiteral("S-N Curve");
     case General:
         break;
     }
@@ -67,6 +69,7 @@ int CKwTable::DefaultXUnitType(TableType type)
     case FrequencyTable:
         return KwUnitKind::Frequency;
     case StressStrainCurve:
+    case SNCurve: // cycles
     case General:
         break;
     }
@@ -75,7 +78,8 @@ int CKwTable::DefaultXUnitType(TableType type)
 
 int CKwTable::DefaultYUnitType(TableType type)
 {
-    return type == StressStrainCurve ? KwUnitKind::Stress : KwUnitKind::Dimensionless;
+    return type == StressStrainCurve || type == SNCurve ? KwUnitKind::Stress
+                                                        : KwUnitKind::Dimensionless;
 }
 
 void CKwTable::SetFunctions(CKwFunction* x, CKwFunction* y)

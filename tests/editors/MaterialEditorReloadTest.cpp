@@ -7,7 +7,7 @@
 #include "CKwFEModel.h"
 #include "CKwMFCUIMaterial.h"
 #include "CKwMaterial.h"
-#include "CKwMaterialChooserDlg.h"
+#include "CKwMaterialBrowserDlg.h"
 #include "CKwXMLUtils.h"
 #include "KwControls.h"
 #include "KwMaterialEditorSupport.h"
@@ -177,7 +177,8 @@ TEST_F(MaterialReload, aLibraryAsksWhichMaterialAndCancelChangesNothing)
     EXPECT_EQ(offered, 0);
     EXPECT_EQ(d->GetEditObject()->GetName(), "PTFE");
 
-    // Without a picker the chooser opens: the search narrows it, OK takes the chosen row.
+    // Without a picker the library browser opens on the file: the search narrows it, OK takes
+    // the chosen row.
     const auto chooser = [](const QString& folder, const QString&, const QString&) {
         return QDir(folder).filePath("Engineering materials.kwimat");
     };
@@ -185,76 +186,22 @@ TEST_F(MaterialReload, aLibraryAsksWhichMaterialAndCancelChangesNothing)
     const auto rec = kwtest::AnswerModals(
         [&] { loaded = KwLoadMaterialFromDB(d, d, false, chooser); }, QMessageBox::Ok,
         [](QWidget* w) {
-            auto* c = qobject_cast<CKwMaterialChooserDlg*>(w);
+            auto* c = qobject_cast<CKwMaterialBrowserDlg*>(w);
             ASSERT_NE(c, nullptr);
+            EXPECT_EQ(c->GetModel()->TotalCount(), 42);
             c->SetSearchText("nitinol");
             KwControl<QPushButton>(c, 1)->click();
         });
-    EXPECT_EQ(rec.dialogTitles, QStringList{"Choose a Material"});
+    EXPECT_EQ(rec.dialogTitles, QStringList{"Material Library"});
     EXPECT_TRUE(loaded);
     EXPECT_EQ(d->GetEditObject()->GetMaterialType(), CKwMaterial::Nitinol);
-    // The chooser rejected (Cancel, Escape) loads nothing.
+    // The browser rejected (Cancel, Escape) loads nothing.
     const auto declined = kwtest::AnswerModals(
         [&] { loaded = KwLoadMaterialFromDB(d, d, false, chooser); });
     EXPECT_EQ(declined.dialogTitles.size(), 1);
     EXPECT_FALSE(loaded);
     EXPECT_EQ(d->GetEditObject()->GetMaterialType(), CKwMaterial::Nitinol);
     qunsetenv("KW_DATA_DIR");
-}
-
-TEST_F(MaterialReload, theChooserSearchesNamesAndTypesInTheCurrentLanguage)
-{
-    const QList<KwMaterialEntry> entries = {
-        {"AISI 1020 Steel", CKwMaterial::Isotropic},
-        {"Natural Rubber", CKwMaterial::Hyperelastic},
-        {"Stainless Steel 304", CKwMaterial::Isotropic},
-        {"Carbon/Epoxy", CKwMaterial::Orthotropic3D},
-    };
-    struct Case
-    {
-        const char* search;
-        int shown;
-        int chosen; // the file position of the first row left
-    };
-    const Case cases[] = {
-        {"", 4, 0},          {"steel", 2, 0},   {"  STAINLESS ", 1, 2},
-        {"hyperelastic", 1, 1}, {"3d", 1, 3},   {"no such", 0, -1},
-    };
-    CKwMaterialChooserDlg dlg(entries, "library.kwimat");
-    dlg.show();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.search);
-        dlg.SetSearchText(QString::fromLatin1(c.search));
-        EXPECT_EQ(dlg.ShownCount(), c.shown);
-        EXPECT_EQ(dlg.GetChosen(), c.chosen);
-        EXPECT_EQ(KwControl<QPushButton>(&dlg, 1)->isEnabled(), c.shown > 0);
-    }
-    dlg.SetSearchText("steel");
-    ASSERT_TRUE(dlg.ChooseShownRow(1));
-    EXPECT_EQ(dlg.GetChosen(), 2);
-    EXPECT_FALSE(dlg.ChooseShownRow(2));
-    // Down and up in the search line move through the rows that are left.
-    dlg.SetSearchText("");
-    dlg.ChooseShownRow(0);
-    QWidget* search = dlg.findChild<QLineEdit*>();
-    ASSERT_NE(search, nullptr);
-    QTest::keyClick(search, Qt::Key_Down);
-    QTest::keyClick(search, Qt::Key_Down);
-    EXPECT_EQ(dlg.GetChosen(), 2);
-    QTest::keyClick(search, Qt::Key_Up);
-    EXPECT_EQ(dlg.GetChosen(), 1);
-
-    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("de"));
-    dlg.SetTextToCurrentLang();
-    EXPECT_EQ(dlg.windowTitle(), "Werkstoff auswählen");
-    EXPECT_EQ(dlg.GetList()->model()->headerData(1, Qt::Horizontal).toString(), "Typ");
-    dlg.SetSearchText("orthotrop");
-    EXPECT_EQ(dlg.ShownCount(), 1);
-    ASSERT_TRUE(CKwXMLUtils::SetCurrentLanguage("qps"));
-    dlg.SetTextToCurrentLang();
-    const QStringList bad = kwtest::UntranslatedCaptions(&dlg);
-    CKwXMLUtils::SetCurrentLanguage("en");
-    EXPECT_TRUE(bad.isEmpty()) << bad.join(", ").toStdString();
 }
 
 // Only the rows the type shows are read on OK: a text that is no number in a row the type

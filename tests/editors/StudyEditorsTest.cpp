@@ -17,6 +17,7 @@
 #include "CKwPhysicalProperty.h"
 #include "CKwUIEntity.h"
 #include "CKwXMLUtils.h"
+#include "KW_UOM.h"
 #include "KwControls.h"
 #include "KwLangText.h"
 #include "KwTestSupport.h"
@@ -444,12 +445,18 @@ TEST_F(StudyEditors, fatigueHistoryBlocksAreCheckedRowByRow)
 TEST_F(StudyEditors, fatigueSetupListsWhichMaterialsBringACurve)
 {
     host.model->m_materials.first()->m_fatigueOn = true;
+    host.model->m_materials[2]->m_fatigueOn = true; // on, but no S-N curve
     CKwMFCDialog* d = open(host, 56, nullptr);
     ASSERT_NE(d, nullptr);
     auto* curves = KwControl<QTreeWidget>(d, F::IdCurves);
     ASSERT_EQ(curves->topLevelItemCount(), host.model->m_materials.size());
-    EXPECT_EQ(curves->topLevelItem(0)->text(1), "From material");
+    // The sample steel brings its S-N curve: its points and endurance limit in the units shown.
+    EXPECT_EQ(curves->topLevelItem(0)->text(1),
+              QStringLiteral("S-N curve, 4 points, endurance limit %1")
+                  .arg(host.units->GetDisplayValue(2.1e8, KwUnitKind::Stress)) +
+                  QLatin1Char(' ') + host.units->GetUnits(KwUnitKind::Stress));
     EXPECT_EQ(curves->topLevelItem(1)->text(1), "None");
+    EXPECT_EQ(curves->topLevelItem(2)->text(1), "From material");
 }
 
 // Open and OK on values with more digits than a field shows: the setup keeps them exactly.

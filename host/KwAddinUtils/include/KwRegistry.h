@@ -31,3 +31,6 @@ KWADDINUTILS_EXPORT bool KwFlushRegistry();
 // restores the platform default location.
 KWADDINUTILS_EXPORT void KwSetRegistryFile(const QString& path);
 KWADDINUTILS_EXPORT QString KwRegistryFile();
+// Removes every entry of a section; returns how many there were.
+KWADDINUTILS_EXPORT int KwRemoveRegistrySection(const QString& section,
+                                                const QString& subkey = QString());

@@ -5,6 +5,7 @@
 // Unset values hold MissingDouble. The type decides which values the material uses.
 #include "CKwFEBase.h"
 #include "KwMaterialKeys.h"
+#include "KwNumbers.h"
 
 #include <QMap>
 #include <QString>
@@ -103,6 +104,12 @@ public:
     // The stress-strain curve holds true values (converted or typed so) rather than
     // engineering ones; the solver's plastic curve is made from it accordingly.
     bool m_stressStrainTrue = false;
+    // Fatigue data: the S-N curve (x the cycles to failure, strictly increasing; y the stress
+    // amplitude, internal), the endurance limit (the amplitude the material lasts for ever
+    // below; MissingDouble when not known) and where the curve comes from (free text).
+    KwMaterialCurve m_snCurve;
+    double m_enduranceLimit = MissingDouble;
+    QString m_snSource;
 
 private:
     int m_type = Isotropic;

@@ -16,6 +16,7 @@ public:
         TemperatureTable = 2,
         FrequencyTable = 3,
         StressStrainCurve = 4,
+        SNCurve = 5, // fatigue: stress amplitude against the cycles to failure
     };
 
     // Both functions are created empty with the unit types the type implies.
