@@ -100,7 +100,8 @@ bool CKwMaterial::operator==(const CKwMaterial& o) const
            m_failureTheory == o.m_failureTheory && m_fatigueOn == o.m_fatigueOn &&
            m_ppfaOn == o.m_ppfaOn && m_description == o.m_description &&
            m_category == o.m_category && m_snCurve == o.m_snCurve &&
-           m_enduranceLimit == o.m_enduranceLimit && m_snSource == o.m_snSource;
+           m_enduranceLimit == o.m_enduranceLimit && m_snSource == o.m_snSource &&
+           m_stressStrainTrue == o.m_stressStrainTrue;
 }
 
 double CKwMaterial::GetValue(const QString& key) const

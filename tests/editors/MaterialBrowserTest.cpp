@@ -90,10 +90,10 @@ TEST_F(MaterialBrowser, filtersByTypeCategoryNameAndRangeTogether)
     };
     const Case cases[] = {
         {"nothing", {}, {"Steel A", "Steel B", "Aluminium 6061", "Rubber", "Glass/Epoxy", "Brass"}},
-        {"type", {CKwMaterial::Isotropic}, {"Steel A", "Steel B", "Aluminium 6061", "Brass"}},
-        {"category", {CKwMaterial::Isotropic, "Steels"}, {"Steel A", "Steel B"}},
-        {"name any case, blanks", {-1, {}, "  sTeEl "}, {"Steel A", "Steel B"}},
-        {"name inside", {-1, {}, "/epo"}, {"Glass/Epoxy"}},
+        {"type", {CKwMaterial::Isotropic, {}, {}, -1, nan, nan}, {"Steel A", "Steel B", "Aluminium 6061", "Brass"}},
+        {"category", {CKwMaterial::Isotropic, "Steels", {}, -1, nan, nan}, {"Steel A", "Steel B"}},
+        {"name any case, blanks", {-1, {}, "  sTeEl ", -1, nan, nan}, {"Steel A", "Steel B"}},
+        {"name inside", {-1, {}, "/epo", -1, nan, nan}, {"Glass/Epoxy"}},
         {"range both sides", {-1, {}, {}, K::EX, 100e9, 205e9}, {"Steel A", "Brass"}},
         {"range bounds count", {-1, {}, {}, K::EX, 200e9, 210e9}, {"Steel A", "Steel B"}},
         {"range open above", {-1, {}, {}, K::DENS, 7800, nan}, {"Steel A", "Steel B", "Brass"}},
@@ -101,7 +101,7 @@ TEST_F(MaterialBrowser, filtersByTypeCategoryNameAndRangeTogether)
         {"range without bounds", {-1, {}, {}, K::DENS, nan, nan},
          {"Steel A", "Steel B", "Aluminium 6061", "Rubber", "Glass/Epoxy", "Brass"}},
         {"all together", {CKwMaterial::Isotropic, "Steels", "b", K::EX, 205e9, nan}, {"Steel B"}},
-        {"category of another type", {CKwMaterial::Hyperelastic, "Steels"}, {}},
+        {"category of another type", {CKwMaterial::Hyperelastic, "Steels", {}, -1, nan, nan}, {}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);

@@ -63,8 +63,9 @@ TEST(SNCurve, rulesNameTheFirstProblemAndItsRow)
         const D::Check check = D::CheckCurve(c.cycles, c.stress, c.limit);
         EXPECT_EQ(check.problem, c.problem);
         EXPECT_EQ(check.row, c.row);
-        if (c.problem != D::NoProblem)
+        if (c.problem != D::NoProblem) {
             EXPECT_FALSE(D::ProblemText(check).isEmpty());
+        }
     }
     EXPECT_EQ(D::ProblemText({D::CyclesNotIncreasing, 2}),
               "Row 3: the cycles must increase from row to row (Sort orders them).");
