@@ -1,0 +1,143 @@
+#include "KwRenderer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+void KwRaster::Resize(int width, int height, bool withColour)
+{
+    m_w = std::max(1, width);
+    m_h = std::max(1, height);
+    const std::size_t n = std::size_t(m_w) * std::size_t(m_h);
+    m_depth.resize(n);
+    m_ids.resize(n);
+    if (withColour && (m_image.width() != m_w || m_image.height() != m_h))
+        m_image = QImage(m_w, m_h, QImage::Format_RGB32);
+    if (!withColour)
+        m_image = QImage();
+    m_writeColour = withColour;
+}
+
+void KwRaster::Clear(QRgb top, QRgb bottom)
+{
+    std::fill(m_depth.begin(), m_depth.end(), std::numeric_limits<float>::infinity());
+    std::fill(m_ids.begin(), m_ids.end(), 0u);
+    if (m_image.isNull())
+        return;
+    for (int y = 0; y < m_h; ++y) {
+        const float t = m_h > 1 ? float(y) / float(m_h - 1) : 0.f;
+        const QRgb c = qRgb(int(qRed(top) + t * (qRed(bottom) - qRed(top))),
+                            int(qGreen(top) + t * (qGreen(bottom) - qGreen(top))),
+                            int(qBlue(top) + t * (qBlue(bottom) - qBlue(top))));
+        auto* line = reinterpret_cast<QRgb*>(m_image.scanLine(y));
+        std::fill(line, line + m_w, c);
+    }
+}
+
+inline void KwRaster::plot(int x, int y, float z, QRgb colour, uint32_t id)
+{
+    const std::size_t i = std::size_t(y) * std::size_t(m_w) + std::size_t(x);
+    if (m_depthTest && z > m_depth[i])
+        return;
+    if (m_depthWrite)
+        m_depth[i] = z;
+    if (m_writeIds)
+        m_ids[i] = id;
+    if (m_writeColour)
+        reinterpret_cast<QRgb*>(m_image.scanLine(y))[x] = colour;
+}
+
+void KwRaster::FillTriangle(const KwRasterVertex& a, const KwRasterVertex& b,
+                            const KwRasterVertex& c, uint32_t id)
+{
+    const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+    if (!(std::fabs(area) > 1e-12f))
+        return;
+    const int x0 = std::max(0, int(std::floor(std::min({a.x, b.x, c.x}))));
+    const int x1 = std::min(m_w - 1, int(std::ceil(std::max({a.x, b.x, c.x}))));
+    const int y0 = std::max(0, int(std::floor(std::min({a.y, b.y, c.y}))));
+    const int y1 = std::min(m_h - 1, int(std::ceil(std::max({a.y, b.y, c.y}))));
+    if (x0 > x1 || y0 > y1)
+        return;
+    const float inv = 1.f / area;
+    // Barycentric weights of a, b and c as linear functions of the pixel centre.
+    auto edge = [](const KwRasterVertex& p, const KwRasterVertex& q, float px, float py) {
+        return (q.x - p.x) * (py - p.y) - (q.y - p.y) * (px - p.x);
+    };
+    const float dwa = -(c.y - b.y) * inv, dwb = -(a.y - c.y) * inv, dwc = -(b.y - a.y) * inv;
+    const bool table = m_shading == ShadeTable && !m_table.empty();
+    const int n = int(m_table.size());
+    const float eps = -1e-5f;
+    for (int y = y0; y <= y1; ++y) {
+        const float py = float(y) + 0.5f, px = float(x0) + 0.5f;
+        float wa = edge(b, c, px, py) * inv;
+        float wb = edge(c, a, px, py) * inv;
+        float wc = edge(a, b, px, py) * inv;
+        for (int x = x0; x <= x1; ++x, wa += dwa, wb += dwb, wc += dwc) {
+            if (wa < eps || wb < eps || wc < eps)
+                continue;
+            const float z = wa * a.z + wb * b.z + wc * c.z;
+            if (m_clip && wa * a.clip + wb * b.clip + wc * c.clip > 0)
+                continue;
+            QRgb colour = 0;
+            if (m_writeColour) {
+                if (table) {
+                    const float t = wa * a.a[0] + wb * b.a[0] + wc * c.a[0];
+                    const float light = wa * a.a[1] + wb * b.a[1] + wc * c.a[1];
+                    const QRgb base = t < 0 ? m_noValue
+                                            : m_table[std::size_t(std::clamp(int(t * float(n)), 0, n - 1))];
+                    colour = qRgb(std::min(255, int(float(qRed(base)) * light)),
+                                  std::min(255, int(float(qGreen(base)) * light)),
+                                  std::min(255, int(float(qBlue(base)) * light)));
+                } else {
+                    colour = qRgb(std::clamp(int(wa * a.a[0] + wb * b.a[0] + wc * c.a[0]), 0, 255),
+                                  std::clamp(int(wa * a.a[1] + wb * b.a[1] + wc * c.a[1]), 0, 255),
+                                  std::clamp(int(wa * a.a[2] + wb * b.a[2] + wc * c.a[2]), 0, 255));
+                }
+            }
+            plot(x, y, z, colour, id);
+        }
+    }
+}
+
+void KwRaster::DrawLine(const KwRasterVertex& a, const KwRasterVertex& b, QRgb colour,
+                        float width, float bias, uint32_t id)
+{
+    const float dx = b.x - a.x, dy = b.y - a.y;
+    if (!std::isfinite(dx) || !std::isfinite(dy))
+        return;
+    const int steps = std::max(1, int(std::ceil(std::max(std::fabs(dx), std::fabs(dy)))));
+    if (steps > 4 * (m_w + m_h)) { // far off screen: walk only the part that can be seen
+        const float len = std::sqrt(dx * dx + dy * dy);
+        if (len > 1e7f)
+            return;
+    }
+    const int half = width > 1.5f ? int(width) / 2 : 0;
+    const int extent = width > 1.5f ? int(std::lround(width)) : 1;
+    for (int i = 0; i <= steps; ++i) {
+        const float t = float(i) / float(steps);
+        if (m_clip && a.clip + t * (b.clip - a.clip) > 0)
+            continue;
+        const int px = int(std::floor(a.x + t * dx));
+        const int py = int(std::floor(a.y + t * dy));
+        const float z = a.z + t * (b.z - a.z) - bias;
+        for (int oy = 0; oy < extent; ++oy)
+            for (int ox = 0; ox < extent; ++ox) {
+                const int x = px - half + ox, y = py - half + oy;
+                if (Inside(x, y))
+                    plot(x, y, z, colour, id);
+            }
+    }
+}
+
+void KwRaster::DrawDot(float x, float y, float z, float radius, QRgb colour, float bias,
+                       uint32_t id)
+{
+    const int r = int(std::ceil(radius));
+    const int cx = int(std::floor(x)), cy = int(std::floor(y));
+    const float r2 = radius * radius;
+    for (int oy = -r; oy <= r; ++oy)
+        for (int ox = -r; ox <= r; ++ox)
+            if (float(ox * ox + oy * oy) <= r2 && Inside(cx + ox, cy + oy))
+                plot(cx + ox, cy + oy, z - bias, colour, id);
+}
