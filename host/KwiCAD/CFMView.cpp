@@ -33,6 +33,7 @@ struct KwViewState
     KwViewPainter painter;
     KwViewCamera camera;
     bool autoFit = true;
+    bool fitPending = true;
     bool showMeshEdges = true;
     bool smooth = false;
     // Bumped by everything that moves what is drawn, other than the camera.
@@ -366,7 +367,7 @@ void CFMView::DropMeshCaches()
 {
     m_view3d->painter.scene = KwViewScene();
     m_view3d->pickValid = false;
-    m_view3d->autoFit = true;
+    m_view3d->autoFit = m_view3d->fitPending = true;
     ++m_view3d->stamp;
     update();
 }
@@ -381,22 +382,22 @@ static bool prepare(const CKwFEModel* model, const QSize& size, KwViewState& v)
     if (!scene.Matches(model->m_mesh)) {
         scene.Build(*model->m_mesh);
         v.pickValid = false;
-        v.autoFit = true;
+        v.autoFit = v.fitPending = true;
     }
-    if (v.camera.Width() != size.width() || v.camera.Height() != size.height())
+    if (v.camera.Width() != size.width() || v.camera.Height() != size.height()) {
         v.camera.SetViewport(size.width(), size.height());
-    if (v.autoFit) {
+        v.fitPending = v.fitPending || v.autoFit;
+    }
+    if (v.fitPending) {
         v.camera.Fit(scene.lo, scene.hi);
-        v.autoFit = true;
+        v.fitPending = false;
     }
     return true;
 }
 
 void CFMView::FitAll()
 {
-    m_view3d->autoFit = true;
-    if (prepare(m_model, size(), *m_view3d))
-        m_view3d->camera.Fit(m_view3d->painter.scene.lo, m_view3d->painter.scene.hi);
+    m_view3d->autoFit = m_view3d->fitPending = true;
     update();
 }
 

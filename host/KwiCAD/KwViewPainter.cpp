@@ -48,9 +48,9 @@ float lightOf(const KwViewCamera& cam, double nx, double ny, double nz)
     const double l = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
     if (!(l > 0))
         return 0.8f;
-    static const double L[3] = {-0.32, 0.42, 0.85};
+    static const double L[3] = {-0.2 / 0.99745, 0.3 / 0.99745, 0.93 / 0.99745};
     const double d = std::fabs(v.x * L[0] + v.y * L[1] + v.z * L[2]) / l;
-    return float(0.38 + 0.62 * d);
+    return float(0.45 + 0.55 * d);
 }
 
 QRgb mapColour(KwResultDisplay::ColorMap map, double t)
@@ -208,7 +208,7 @@ void KwViewPainter::drawSurfaces(const KwViewFrame& f, const KwViewCamera& cam, 
         r.SetShading(KwRaster::ShadeTable);
         r.SetColourTable(KwResultColours(*res));
     }
-    const float shellLift = float(0.3 * LineBias(cam) / ss);
+    const float shellLift = float(0.3 * (LineBias(cam) + 3.0 * (ss - 1) / cam.Scale()));
     const bool showNormals = f.direction && f.direction->showNormals;
     const QRgb front = showNormals ? f.direction->frontColor.rgb() : kShellFront;
     const QRgb back = showNormals ? f.direction->backColor.rgb() : kShellBack;
@@ -293,7 +293,8 @@ void KwViewPainter::drawLinesAndMarks(const KwViewFrame& f, const KwViewCamera& 
                                       KwRaster& r, float ss)
 {
     const CKwMeshModel& mesh = *scene.mesh;
-    const double bias = LineBias(cam) / ss; // the camera is already scaled by ss
+    // The camera is scaled by ss: three of the view's pixels are 3 ss of its own.
+    const double bias = LineBias(cam) + 3.0 * (ss - 1) / cam.Scale();
     const KwResultDisplay* res = f.result && f.result->active ? f.result : nullptr;
     const bool meshEdges = f.showMeshEdges && (!res || res->showMeshEdges);
     auto line = [&](int a, int b, QRgb c, float w) {

@@ -2,6 +2,7 @@
 // Draws a frame of the model view (the picture and the pick buffers) from the cached scene,
 // the camera and what the view is asked to show.
 #include "KwRenderer.h"
+#include "KwResultLegend.h"
 #include "KwViewCamera.h"
 #include "KwViewDisplay.h"
 #include "KwViewScene.h"
@@ -74,10 +75,3 @@ private:
     void paintOverlay(const KwViewFrame& frame, const KwViewCamera& camera, QPainter& p);
     void paintSymbols(const KwViewFrame& frame, const KwViewCamera& camera, QPainter& p, int ss);
 };
-
-// The value range a result display's colours span (its fixed range, else the finite values'
-// minimum and maximum); false when there is nothing to colour.
-bool KwResultRange(const KwResultDisplay& display, double* lo, double* hi);
-// The colours of a display's legend, lowest band first: `bands` colours for a banded contour,
-// a fine ramp for a smooth one.
-std::vector<QRgb> KwResultColours(const KwResultDisplay& display);
