@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 void KwRaster::Resize(int width, int height, bool withColour)
 {
@@ -10,7 +11,8 @@ void KwRaster::Resize(int width, int height, bool withColour)
     m_h = std::max(1, height);
     const std::size_t n = std::size_t(m_w) * std::size_t(m_h);
     m_depth.resize(n);
-    m_ids.resize(n);
+    // A picture needs no ids; a pick buffer no colour.
+    m_ids.assign(withColour ? 0 : n, 0u);
     if (withColour && (m_image.width() != m_w || m_image.height() != m_h))
         m_image = QImage(m_w, m_h, QImage::Format_RGB32);
     if (!withColour)
@@ -22,8 +24,14 @@ void KwRaster::Clear(QRgb top, QRgb bottom)
 {
     std::fill(m_depth.begin(), m_depth.end(), std::numeric_limits<float>::infinity());
     std::fill(m_ids.begin(), m_ids.end(), 0u);
-    if (m_image.isNull())
+    m_writeIds = m_writeIds && !m_ids.empty();
+    m_bits = nullptr;
+    if (m_image.isNull()) {
+        m_writeColour = false;
         return;
+    }
+    m_bits = reinterpret_cast<QRgb*>(m_image.bits());
+    m_stride = int(m_image.bytesPerLine() / 4);
     for (int y = 0; y < m_h; ++y) {
         const float t = m_h > 1 ? float(y) / float(m_h - 1) : 0.f;
         const QRgb c = qRgb(int(qRed(top) + t * (qRed(bottom) - qRed(top))),
@@ -44,7 +52,7 @@ inline void KwRaster::plot(int x, int y, float z, QRgb colour, uint32_t id)
     if (m_writeIds)
         m_ids[i] = id;
     if (m_writeColour)
-        reinterpret_cast<QRgb*>(m_image.scanLine(y))[x] = colour;
+        m_bits[std::size_t(y) * std::size_t(m_stride) + std::size_t(x)] = colour;
 }
 
 void KwRaster::FillTriangle(const KwRasterVertex& a, const KwRasterVertex& b,
@@ -68,19 +76,43 @@ void KwRaster::FillTriangle(const KwRasterVertex& a, const KwRasterVertex& b,
     const bool table = m_shading == ShadeTable && !m_table.empty();
     const int n = int(m_table.size());
     const float eps = -1e-5f;
+    // One colour over the whole triangle (flat light, no table): worked out once.
+    const bool flat = !table && a.a[0] == b.a[0] && a.a[0] == c.a[0] && a.a[1] == b.a[1] &&
+                      a.a[1] == c.a[1] && a.a[2] == b.a[2] && a.a[2] == c.a[2];
+    const QRgb flatColour = qRgb(std::clamp(int(a.a[0]), 0, 255), std::clamp(int(a.a[1]), 0, 255),
+                                 std::clamp(int(a.a[2]), 0, 255));
     for (int y = y0; y <= y1; ++y) {
         const float py = float(y) + 0.5f, px = float(x0) + 0.5f;
         float wa = edge(b, c, px, py) * inv;
         float wb = edge(c, a, px, py) * inv;
         float wc = edge(a, b, px, py) * inv;
-        for (int x = x0; x <= x1; ++x, wa += dwa, wb += dwb, wc += dwc) {
+        // The span of the row inside all three edges, from the weights' slopes.
+        float lo = 0, hi = float(x1 - x0);
+        bool empty = false;
+        for (const auto [w, dw] : {std::pair{wa, dwa}, std::pair{wb, dwb}, std::pair{wc, dwc}}) {
+            if (dw > 0)
+                lo = std::max(lo, (eps - w) / dw);
+            else if (dw < 0)
+                hi = std::min(hi, (eps - w) / dw);
+            else if (w < eps)
+                empty = true;
+        }
+        if (empty || lo > hi)
+            continue;
+        // One pixel of slack either side; the test below decides.
+        const int sx0 = x0 + std::max(0, int(std::floor(lo)) - 1);
+        const int sx1 = std::min(x1, x0 + int(std::ceil(hi)) + 1);
+        wa += dwa * float(sx0 - x0);
+        wb += dwb * float(sx0 - x0);
+        wc += dwc * float(sx0 - x0);
+        for (int x = sx0; x <= sx1; ++x, wa += dwa, wb += dwb, wc += dwc) {
             if (wa < eps || wb < eps || wc < eps)
                 continue;
             const float z = wa * a.z + wb * b.z + wc * c.z;
             if (m_clip && wa * a.clip + wb * b.clip + wc * c.clip > 0)
                 continue;
-            QRgb colour = 0;
-            if (m_writeColour) {
+            QRgb colour = flatColour;
+            if (m_writeColour && !flat) {
                 if (table) {
                     const float t = wa * a.a[0] + wb * b.a[0] + wc * c.a[0];
                     const float light = wa * a.a[1] + wb * b.a[1] + wc * c.a[1];
@@ -140,4 +172,25 @@ void KwRaster::DrawDot(float x, float y, float z, float radius, QRgb colour, flo
         for (int ox = -r; ox <= r; ++ox)
             if (float(ox * ox + oy * oy) <= r2 && Inside(cx + ox, cy + oy))
                 plot(cx + ox, cy + oy, z - bias, colour, id);
+}
+
+QImage KwRaster::Halved() const
+{
+    const int w = m_w / 2, h = m_h / 2;
+    QImage out(std::max(1, w), std::max(1, h), QImage::Format_RGB32);
+    if (m_image.isNull() || w < 1 || h < 1)
+        return out;
+    for (int y = 0; y < h; ++y) {
+        const auto* a = reinterpret_cast<const QRgb*>(m_image.constScanLine(2 * y));
+        const auto* b = reinterpret_cast<const QRgb*>(m_image.constScanLine(2 * y + 1));
+        auto* o = reinterpret_cast<QRgb*>(out.scanLine(y));
+        for (int x = 0; x < w; ++x) {
+            const QRgb p = a[2 * x], q = a[2 * x + 1], r = b[2 * x], t = b[2 * x + 1];
+            // Red and blue together, green apart: four pixels summed without overflow.
+            const uint32_t rb = (p & 0xff00ffu) + (q & 0xff00ffu) + (r & 0xff00ffu) + (t & 0xff00ffu);
+            const uint32_t g = (p & 0xff00u) + (q & 0xff00u) + (r & 0xff00u) + (t & 0xff00u);
+            o[x] = 0xff000000u | ((rb >> 2) & 0xff00ffu) | ((g >> 2) & 0xff00u);
+        }
+    }
+    return out;
 }

@@ -694,8 +694,8 @@ void KwViewPainter::RenderPick(const KwViewFrame& f, const KwViewCamera& cam)
     positions(f);
     project(f, cam);
     pick.Resize(cam.Width(), cam.Height(), false);
-    pick.Clear(0, 0);
     pick.SetWriteIds(true);
+    pick.Clear(0, 0);
     drawSurfaces(f, cam, pick, true, 1);
     const float bias = float(LineBias(cam));
     if (!f.membersHidden)
@@ -737,11 +737,12 @@ QImage KwViewPainter::Render(const KwViewFrame& f, const KwViewCamera& camera, i
     positions(f);
     project(f, scaled);
     picture.Resize(scaled.Width(), scaled.Height(), true);
-    picture.Clear(kBackTop, kBackBottom);
     picture.SetWriteIds(false);
+    picture.Clear(kBackTop, kBackBottom);
     drawSurfaces(f, scaled, picture, false, float(ss));
     drawLinesAndMarks(f, scaled, picture, float(ss));
-    QImage image = ss == 1 ? picture.Image().copy()
+    QImage image = ss == 2 ? picture.Halved()
+                 : ss == 1 ? picture.Image().copy()
                            : picture.Image().scaled(camera.Width(), camera.Height(),
                                                     Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     QPainter p(&image);

@@ -41,6 +41,7 @@ public:
     void SetNoValueColour(QRgb c) { m_noValue = c; }
     void SetClipping(bool on) { m_clip = on; }
     // Ids written with each primitive (0 means nothing); colour is not touched while off.
+    // Drawing starts with Clear.
     void SetWriteColour(bool on) { m_writeColour = on; }
     void SetWriteIds(bool on) { m_writeIds = on; }
     void SetDepthTest(bool on) { m_depthTest = on; }
@@ -63,6 +64,9 @@ public:
         return (b.x - a.x) * (a.y - c.y) - (a.y - b.y) * (c.x - a.x);
     }
 
+    // The picture at half the size, each pixel the mean of four (smooths a picture drawn at
+    // twice the size).
+    QImage Halved() const;
     QImage& Image() { return m_image; }
     const QImage& Image() const { return m_image; }
     float DepthAt(int x, int y) const { return m_depth[std::size_t(y) * std::size_t(m_w) + std::size_t(x)]; }
@@ -74,6 +78,8 @@ private:
 
     int m_w = 0, m_h = 0;
     QImage m_image;
+    QRgb* m_bits = nullptr; // the image's pixels while drawing (set by Clear)
+    int m_stride = 0;
     std::vector<float> m_depth;
     std::vector<uint32_t> m_ids;
     std::vector<QRgb> m_table;
