@@ -270,6 +270,51 @@ TEST(ViewPicking, aSectionRemovesWhatLiesBeyondItsPlane)
     EXPECT_GE(f.view.ScreenPointOf(f.model->FindGeometry(CKwUIEntity::Face, 3)).x(), 0);
 }
 
+TEST(ViewPicking, hiddenSolidsLeaveTheirFacesUnpickedAndTheShellsPickable)
+{
+    ViewFixture f;
+    const unsigned kFace = CKwUIEntity::FilterBitOf(CKwUIEntity::Face);
+    const unsigned kElem = CKwUIEntity::FilterBitOf(CKwUIEntity::Element);
+    CKwUIEntity* front = f.model->FindGeometry(CKwUIEntity::Face, 3);
+    const QPointF at = f.view.ScreenPointOf(front);
+    ASSERT_GE(at.x(), 0);
+    CKwUIEntity* cover = f.model->m_mesh->ElementEntity(1001); // a shell on the top face
+    const QPointF onCover = f.view.ScreenPointOf(cover);
+    ASSERT_GE(onCover.x(), 0);
+    f.view.HideBodies(CFMView::BodySolids, 1);
+    f.filter(kFace);
+    EXPECT_EQ(f.view.EntityAt(at), nullptr);
+    EXPECT_LT(f.view.ScreenPointOf(front).x(), 0);
+    f.filter(kElem);
+    EXPECT_EQ(f.view.EntityAt(f.view.ScreenPointOf(cover)), cover);
+    f.view.HideBodies(CFMView::BodySolids, 0);
+    f.filter(kFace);
+    EXPECT_EQ(f.view.EntityAt(at), front);
+}
+
+TEST(ViewRender, shellsShowTheirFrontColourWhileNormalsAreShown)
+{
+    ViewFixture f;
+    CKwUIEntity* cover = f.model->m_mesh->ElementEntity(1001); // normal up: its front is seen
+    const QPointF at = f.view.ScreenPointOf(cover);
+    ASSERT_GE(at.x(), 0);
+    KwDirectionDisplay d;
+    d.showNormals = true;
+    d.showNormalVectors = false;
+    d.frontColor = QColor(0, 200, 0);
+    d.backColor = QColor(200, 0, 200);
+    f.view.SetDirectionDisplay(d);
+    const QColor seen(f.view.RenderFrame().pixel(at.toPoint()));
+    EXPECT_NEAR(seen.hsvHue(), 120, 8);
+    // Seen from below, the same shell shows its back colour (the solid hidden).
+    f.view.HideBodies(CFMView::BodySolids, 1);
+    f.view.SetStandardView(KwViewCamera::Bottom);
+    const QPointF below = f.view.ScreenPointOf(cover);
+    ASSERT_GE(below.x(), 0);
+    const QColor back(f.view.RenderFrame().pixel(below.toPoint()));
+    EXPECT_NEAR(back.hsvHue(), 300, 8);
+}
+
 TEST(ResultLegend, rangeFollowsTheValuesOrTheFixedRange)
 {
     std::unique_ptr<CKwFEModel> model(CKwFEModel::CreateSampleModel());
