@@ -303,10 +303,13 @@ void KwViewPainter::drawLinesAndMarks(const KwViewFrame& f, const KwViewCamera& 
     if (meshEdges && !f.solidsHidden)
         for (const auto& e : scene.meshEdges)
             line(e[0], e[1], kMeshEdge, ss);
-    const auto& features = f.solidsHidden ? scene.featureEdges : scene.featureEdges;
-    for (const auto& e : features) {
-        // Solid outlines stay, dimmed, while the solids are hidden.
-        r.DrawLine(vertex(e[0]), vertex(e[1]), f.solidsHidden ? kOutline : kFeatureEdge,
+    // Feature edges of the solids come first in the list; while the solids are hidden their
+    // outline stays, dimmed.
+    const std::size_t solidFeatures = scene.solidFeatureEdges.size();
+    for (std::size_t i = 0; i < scene.featureEdges.size(); ++i) {
+        const auto& e = scene.featureEdges[i];
+        const bool ofSolid = i < solidFeatures;
+        r.DrawLine(vertex(e[0]), vertex(e[1]), ofSolid && f.solidsHidden ? kOutline : kFeatureEdge,
                    1.5f * ss, float(bias));
     }
     if (!f.membersHidden)
@@ -549,7 +552,6 @@ void KwViewPainter::paintOverlay(const KwViewFrame& f, const KwViewCamera& cam, 
     const CKwMeshModel& mesh = *scene.mesh;
     if (f.direction && ((f.direction->showNormals && f.direction->showNormalVectors) ||
                         f.direction->showBeamDirections)) {
-        const double scale = cam.Scale();
         auto arrow = [&](QPointF a, QPointF b, const QColor& c) {
             p.setPen(QPen(c, 1.6));
             p.drawLine(a, b);
@@ -612,7 +614,6 @@ void KwViewPainter::paintOverlay(const KwViewFrame& f, const KwViewCamera& cam, 
                 const double len = std::max(12.0, 0.35 * l * f.direction->arrowSize);
                 arrow(mid - d / l * len / 2, mid + d / l * len / 2, f.direction->arrowColor);
             }
-        (void)scale;
     }
 
     // Axis triad in the lower left corner.
