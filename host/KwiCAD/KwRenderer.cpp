@@ -59,12 +59,16 @@ void KwRaster::FillTriangle(const KwRasterVertex& a, const KwRasterVertex& b,
                             const KwRasterVertex& c, uint32_t id)
 {
     const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-    if (!(std::fabs(area) > 1e-12f))
+    if (!(std::fabs(area) > 1e-12f) || !std::isfinite(area))
         return;
-    const int x0 = std::max(0, int(std::floor(std::min({a.x, b.x, c.x}))));
-    const int x1 = std::min(m_w - 1, int(std::ceil(std::max({a.x, b.x, c.x}))));
-    const int y0 = std::max(0, int(std::floor(std::min({a.y, b.y, c.y}))));
-    const int y1 = std::min(m_h - 1, int(std::ceil(std::max({a.y, b.y, c.y}))));
+    // The box on screen, clamped before it becomes whole pixels.
+    auto pixel = [](float v, int limit) {
+        return int(std::clamp(v, -1.f, float(limit)));
+    };
+    const int x0 = std::max(0, pixel(std::floor(std::min({a.x, b.x, c.x})), m_w));
+    const int x1 = std::min(m_w - 1, pixel(std::ceil(std::max({a.x, b.x, c.x})), m_w));
+    const int y0 = std::max(0, pixel(std::floor(std::min({a.y, b.y, c.y})), m_h));
+    const int y1 = std::min(m_h - 1, pixel(std::ceil(std::max({a.y, b.y, c.y})), m_h));
     if (x0 > x1 || y0 > y1)
         return;
     const float inv = 1.f / area;
@@ -89,7 +93,7 @@ void KwRaster::FillTriangle(const KwRasterVertex& a, const KwRasterVertex& b,
         // The span of the row inside all three edges, from the weights' slopes.
         float lo = 0, hi = float(x1 - x0);
         bool empty = false;
-        for (const auto [w, dw] : {std::pair{wa, dwa}, std::pair{wb, dwb}, std::pair{wc, dwc}}) {
+        for (const auto& [w, dw] : {std::pair{wa, dwa}, std::pair{wb, dwb}, std::pair{wc, dwc}}) {
             if (dw > 0)
                 lo = std::max(lo, (eps - w) / dw);
             else if (dw < 0)
@@ -136,18 +140,30 @@ void KwRaster::DrawLine(const KwRasterVertex& a, const KwRasterVertex& b, QRgb c
                         float width, float bias, uint32_t id)
 {
     const float dx = b.x - a.x, dy = b.y - a.y;
-    if (!std::isfinite(dx) || !std::isfinite(dy))
+    if (!std::isfinite(dx) || !std::isfinite(dy) || !std::isfinite(a.x) || !std::isfinite(a.y))
         return;
-    const int steps = std::max(1, int(std::ceil(std::max(std::fabs(dx), std::fabs(dy)))));
-    if (steps > 4 * (m_w + m_h)) { // far off screen: walk only the part that can be seen
-        const float len = std::sqrt(dx * dx + dy * dy);
-        if (len > 1e7f)
-            return;
-    }
+    // Only the part of the line on the raster (with a margin for its width) is walked.
+    const float margin = width + 2;
+    float t0 = 0, t1 = 1;
+    auto clipTo = [&](float p, float q) { // p t <= q
+        if (p == 0)
+            return q >= 0;
+        const float t = q / p;
+        if (p < 0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+        return t0 <= t1;
+    };
+    if (!clipTo(-dx, a.x + margin) || !clipTo(dx, float(m_w) + margin - a.x) ||
+        !clipTo(-dy, a.y + margin) || !clipTo(dy, float(m_h) + margin - a.y))
+        return;
+    const float length = (t1 - t0) * std::max(std::fabs(dx), std::fabs(dy));
+    const int steps = std::max(1, int(std::ceil(std::min(length, 1e6f))));
     const int half = width > 1.5f ? int(width) / 2 : 0;
-    const int extent = width > 1.5f ? int(std::lround(width)) : 1;
+    const int extent = width > 1.5f ? int(std::lround(std::min(width, 64.f))) : 1;
     for (int i = 0; i <= steps; ++i) {
-        const float t = float(i) / float(steps);
+        const float t = t0 + (t1 - t0) * float(i) / float(steps);
         if (m_clip && a.clip + t * (b.clip - a.clip) > 0)
             continue;
         const int px = int(std::floor(a.x + t * dx));
@@ -165,6 +181,9 @@ void KwRaster::DrawLine(const KwRasterVertex& a, const KwRasterVertex& b, QRgb c
 void KwRaster::DrawDot(float x, float y, float z, float radius, QRgb colour, float bias,
                        uint32_t id)
 {
+    if (!std::isfinite(x) || !std::isfinite(y) || !(radius >= 0) || radius > 256 ||
+        x < -radius - 1 || y < -radius - 1 || x > float(m_w) + radius || y > float(m_h) + radius)
+        return;
     const int r = int(std::ceil(radius));
     const int cx = int(std::floor(x)), cy = int(std::floor(y));
     const float r2 = radius * radius;

@@ -150,14 +150,16 @@ void KwViewPainter::project(const KwViewFrame& f, const KwViewCamera& cam)
     sy.resize(count);
     sz.resize(count);
     clip.resize(count);
-    const bool section = f.result && f.result->active && f.result->sectionOn;
+    bool section = f.result && f.result->active && f.result->sectionOn;
     double nrm[3] = {0, 0, 0}, p0[3] = {0, 0, 0};
     if (section) {
         const double* n = f.result->sectionNormal;
         const double l = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
-        for (int k = 0; k < 3; ++k) {
-            nrm[k] = l > 0 ? n[k] / l : (k == 0 ? 1 : 0);
-            p0[k] = f.result->sectionPoint[k];
+        // A plane without a direction cuts nothing.
+        section = l > 0 && std::isfinite(l);
+        for (int k = 0; k < 3 && section; ++k) {
+            nrm[k] = n[k] / l;
+            p0[k] = std::isfinite(f.result->sectionPoint[k]) ? f.result->sectionPoint[k] : 0.0;
         }
     }
     for (int n : scene.surfaceNodes) {
