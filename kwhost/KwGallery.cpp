@@ -20,6 +20,9 @@
 #include "KwMFCUIEntry.h"
 #include "CKwDefineRangeDlg.h"
 #include "KwQualitySamples.h"
+#include "CKwMeshModel.h"
+#include "CKwUIEntity.h"
+#include "KwViewCamera.h"
 #include "CKwMFCUIHighlightNodeElem.h"
 #include "CKwAnalysis.h"
 #include "CKwMFCUIPlot.h"
@@ -390,6 +393,53 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
             closeDialog(d);
             QApplication::processEvents();
         }
+    }
+
+    // The model view: the sample shaded with its mesh edges, a picked set, a contour with its
+    // legend and a deformed shape. The result pictures show a display the gallery fills
+    // itself: the bending line of a cantilever clamped at x = 0 (the sample's constrained
+    // face), as the plot editor would hand over a solved displacement.
+    if (CFMView* view = host->View(); view && host->Model() && host->Model()->m_mesh) {
+        auto save = [&](const char* file) {
+            QApplication::processEvents();
+            const QString v = QDir(directory).filePath(QString::fromLatin1(file));
+            view->RenderFrame().save(v);
+            result.written << v;
+        };
+        view->SetStandardView(KwViewCamera::Isometric);
+        save("view-shaded.png");
+        CKwFEModel* model = host->Model();
+        view->SetHighlightedEntities({model->FindGeometry(CKwUIEntity::Face, 2),
+                                      model->FindGeometry(CKwUIEntity::Edge, 5)});
+        view->SetHighlightedMesh(CFMView::HighlightElements, {3002, 3005});
+        save("view-highlight.png");
+        view->SetHighlightedEntities({});
+        view->ClearMeshHighlight();
+        const CKwMeshModel& mesh = *model->m_mesh;
+        double length = 0;
+        for (const auto& n : mesh.Nodes())
+            length = std::max(length, n.x);
+        KwResultDisplay display;
+        display.active = true;
+        display.title = QStringLiteral("Displacement Z");
+        display.unitLabel = QStringLiteral("mm");
+        display.contour = KwResultDisplay::ContourBanded;
+        display.bands = 9;
+        for (const auto& n : mesh.Nodes()) {
+            const double s = length > 0 ? n.x / length : 0;
+            const double uz = -0.004 * s * s * (3 - s) / 2; // m
+            display.nodalValues.push_back(float(uz * 1000));
+            display.displacement.insert(display.displacement.end(), {0.f, 0.f, float(uz)});
+        }
+        view->SetResultDisplay(display);
+        save("view-contour.png");
+        display.deformScale = 2.0;
+        display.showMeshEdges = false;
+        display.contour = KwResultDisplay::ContourSmooth;
+        view->SetResultDisplay(display);
+        save("view-deformed.png");
+        view->ClearResultDisplay(nullptr);
+        QApplication::processEvents();
     }
 
     // The failed-elements window of a quality check on the sample mesh, opened as the Mesh

@@ -254,6 +254,40 @@ void KwHostWindow::buildMenus()
     caption(mesh->addAction(QString(), this, [this] { m_view->ClearMeshHighlight(); }),
             "MenuClearHighlight", "Clear highlight");
 
+    // The model view: standard views (the view's own keys shown beside them), fit, drawing.
+    QMenu* viewMenu = menuBar()->addMenu(QString());
+    caption(viewMenu->menuAction(), "MenuView", "&View");
+    caption(viewMenu->addAction(QString(), m_view, &CFMView::FitAll), "MenuViewFit",
+            "Fit all\tF");
+    const struct
+    {
+        KwViewCamera::StandardView view;
+        const char* key;
+        const char* english;
+    } standardViews[] = {{KwViewCamera::Isometric, "MenuViewIsometric", "Isometric\t0"},
+                         {KwViewCamera::Front, "MenuViewFront", "Front\t1"},
+                         {KwViewCamera::Back, "MenuViewBack", "Back\t2"},
+                         {KwViewCamera::Left, "MenuViewLeft", "Left\t3"},
+                         {KwViewCamera::Right, "MenuViewRight", "Right\t4"},
+                         {KwViewCamera::Top, "MenuViewTop", "Top\t5"},
+                         {KwViewCamera::Bottom, "MenuViewBottom", "Bottom\t6"}};
+    for (const auto& sv : standardViews) {
+        const int v = sv.view;
+        caption(viewMenu->addAction(QString(), this, [this, v] { m_view->SetStandardView(v); }),
+                sv.key, sv.english);
+    }
+    viewMenu->addSeparator();
+    QAction* meshEdges = viewMenu->addAction(QString());
+    caption(meshEdges, "MenuViewMeshEdges", "Show element edges");
+    meshEdges->setCheckable(true);
+    meshEdges->setChecked(m_view->GetShowMeshEdges());
+    connect(meshEdges, &QAction::toggled, m_view, &CFMView::SetShowMeshEdges);
+    QAction* smooth = viewMenu->addAction(QString());
+    caption(smooth, "MenuViewSmooth", "Smooth shading");
+    smooth->setCheckable(true);
+    smooth->setChecked(m_view->GetSmoothShading());
+    connect(smooth, &QAction::toggled, m_view, &CFMView::SetSmoothShading);
+
     QMenu* options = menuBar()->addMenu(QString());
     caption(options->menuAction(), "MenuOptions", "&Options");
     QMenu* lang = options->addMenu(QString());

@@ -9,7 +9,9 @@
 #include "CKwUIEntity.h"
 #include "KW_UOM.h"
 #include "KwNumbers.h"
+#include "KwViewPainter.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QCoreApplication>
@@ -20,16 +22,58 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QTimer>
+#include <QWheelEvent>
 #include <QToolButton>
 #include <span>
 
+// What the view keeps between frames: the camera, the scene worked out of the mesh, the pick
+// buffers (valid while `pickKey` matches), the drag in progress and the animation.
+struct KwViewState
+{
+    KwViewPainter painter;
+    KwViewCamera camera;
+    bool autoFit = true;
+    bool fitPending = true;
+    bool showMeshEdges = true;
+    bool smooth = false;
+    // Bumped by everything that moves what is drawn, other than the camera.
+    unsigned stamp = 1;
+    struct PickKey
+    {
+        unsigned camera = 0, stamp = 0;
+        bool operator==(const PickKey&) const = default;
+    } pickKey;
+    bool pickValid = false;
+    // Mouse: where a press started, the last position, whether it became a drag.
+    QPointF pressAt, lastAt;
+    Qt::MouseButton pressButton = Qt::NoButton;
+    Qt::KeyboardModifiers pressModifiers;
+    bool dragging = false;
+    QTimer timer;
+    int frame = 0;
+};
+
 CFMView::CFMView(CKwFEModel* model, QWidget* parent)
     : QWidget(parent), m_model(model), m_frame(std::make_unique<CKwFrameWnd>()),
-      m_selection(std::make_unique<CKwSelectionHandler>())
+      m_selection(std::make_unique<CKwSelectionHandler>()),
+      m_view3d(std::make_unique<KwViewState>())
 {
     setMinimumSize(320, 240);
     setFocusPolicy(Qt::ClickFocus);
-    setAutoFillBackground(true);
+    // The view paints every pixel itself.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    m_view3d->timer.setParent(this);
+    connect(&m_view3d->timer, &QTimer::timeout, this, [this] {
+        KwViewState& v = *m_view3d;
+        const int frames = std::max(2, m_resultDisplay.frameCount);
+        v.frame = (v.frame + 1) % frames;
+        if (v.frame == 0 && !m_resultDisplay.loop)
+            v.timer.stop();
+        ++v.stamp;
+        update();
+    });
+    // A new mesh: everything worked out of the old one goes.
+    connect(this, &CFMView::meshReplaced, this, &CFMView::DropMeshCaches);
 }
 
 CFMView::~CFMView()
@@ -46,7 +90,7 @@ CFMView::~CFMView()
 void CFMView::SetModel(CKwFEModel* model)
 {
     m_model = model;
-    update();
+    DropMeshCaches();
 }
 
 void CFMView::AddOpenDialog(QWidget* dialog)
@@ -134,6 +178,9 @@ void CFMView::ClearResultDisplay(CKwAnalysis* analysis)
     ++m_clearCount;
     m_lastCleared = analysis;
     m_resultDisplay.active = false;
+    m_view3d->timer.stop();
+    m_view3d->frame = 0;
+    ++m_view3d->stamp;
     update();
 }
 
@@ -238,327 +285,431 @@ bool CFMView::IsValidNumberString(const QString& text, int unitType)
 
 namespace {
 
-// The block part as the view draws it: its eight corners on screen and their depth along the
-// viewing direction (smaller is nearer).
-struct BlockOnScreen
-{
-    bool valid = false;
-    QPointF corner[8];
-    double depth[8] = {};
-    double scale = 1;
-    QPointF offset;
-};
-
-// Corner order of a hexahedron: bottom ring 0-3, top ring 4-7.
-const int kBlockEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
-                                {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
-// Bottom, Top, Front, Back, Left, Right, as the sample model numbers its faces.
-const int kBlockFaces[6][4] = {{0, 1, 2, 3}, {4, 5, 6, 7}, {0, 1, 5, 4},
-                               {3, 2, 6, 7}, {0, 3, 7, 4}, {1, 2, 6, 5}};
-// Faces turned towards the viewer: top, front and left.
-const bool kFaceVisible[6] = {false, true, true, false, true, false};
-
-QPointF project(double x, double y, double z) { return QPointF(x - 0.6 * y, -z - 0.35 * y); }
-double depthOf(double x, double y, double z) { return 0.6 * x + y - 0.35 * z; }
-
-BlockOnScreen blockOnScreen(const CKwFEModel* model, QSize size)
-{
-    BlockOnScreen b;
-    if (!model || !model->m_mesh || model->m_mesh->Nodes().empty())
-        return b;
-    const CKwMeshModel& mesh = *model->m_mesh;
-    // The part is the box of the solid elements; shells and beams may stand out of it, and
-    // the view fits all of them.
-    double lo[3] = {1e300, 1e300, 1e300}, hi[3] = {-1e300, -1e300, -1e300};
-    auto grow = [&](const CKwMeshModel::Node& n) {
-        const double c[3] = {n.x, n.y, n.z};
-        for (int k = 0; k < 3; ++k) {
-            lo[k] = qMin(lo[k], c[k]);
-            hi[k] = qMax(hi[k], c[k]);
-        }
-    };
-    for (std::size_t e = 0; e < mesh.ElementCount(); ++e)
-        if (mesh.ElementType(e) == CKwMeshModel::Tet4 || mesh.ElementType(e) == CKwMeshModel::Hex8)
-            for (int i : mesh.ElementNodes(e))
-                grow(mesh.Nodes()[static_cast<std::size_t>(i)]);
-    if (lo[0] > hi[0])
-        for (const auto& n : mesh.Nodes())
-            grow(n);
-    double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
-    for (const auto& n : mesh.Nodes()) {
-        const QPointF q = project(n.x, n.y, n.z);
-        minX = qMin(minX, q.x());
-        maxX = qMax(maxX, q.x());
-        minY = qMin(minY, q.y());
-        maxY = qMax(maxY, q.y());
-    }
-    const double w = qMax(1e-9, maxX - minX);
-    const double h = qMax(1e-9, maxY - minY);
-    b.scale = 0.75 * qMin(size.width() / w, size.height() / h);
-    b.offset = QPointF((size.width() - b.scale * w) / 2 - b.scale * minX,
-                       (size.height() - b.scale * h) / 2 - b.scale * minY);
-    for (int i = 0; i < 8; ++i) {
-        const double x = (i == 1 || i == 2 || i == 5 || i == 6) ? hi[0] : lo[0];
-        const double y = (i == 2 || i == 3 || i == 6 || i == 7) ? hi[1] : lo[1];
-        const double z = i >= 4 ? hi[2] : lo[2];
-        b.corner[i] = b.offset + b.scale * project(x, y, z);
-        b.depth[i] = depthOf(x, y, z);
-    }
-    b.valid = true;
-    return b;
-}
-
-QPolygonF facePolygon(const BlockOnScreen& b, int face)
-{
-    QPolygonF poly;
-    for (int c : kBlockFaces[face])
-        poly << b.corner[c];
-    return poly;
-}
-
-double distanceToSegment(QPointF p, QPointF a, QPointF c)
-{
-    const QPointF d = c - a;
-    const double len2 = d.x() * d.x() + d.y() * d.y();
-    double t = len2 > 0 ? ((p.x() - a.x()) * d.x() + (p.y() - a.y()) * d.y()) / len2 : 0;
-    t = qBound(0.0, t, 1.0);
-    const QPointF q = a + t * d - p;
-    return std::sqrt(q.x() * q.x() + q.y() * q.y());
-}
-
-// Faces of an element as node positions in its connectivity (up to six faces of up to four
-// nodes); beams have none.
-struct ElementFaces
-{
-    int count = 0;
-    int size[6] = {};
-    int node[6][4] = {};
-};
-
-ElementFaces facesOf(int type)
-{
-    ElementFaces f;
-    auto add = [&f](std::initializer_list<int> nodes) {
-        int k = 0;
-        for (int n : nodes)
-            f.node[f.count][k++] = n;
-        f.size[f.count++] = k;
-    };
-    switch (type) {
-    case CKwMeshModel::Tri3: add({0, 1, 2}); break;
-    case CKwMeshModel::Quad4: add({0, 1, 2, 3}); break;
-    case CKwMeshModel::Tet4: add({0, 1, 2}); add({0, 1, 3}); add({1, 2, 3}); add({0, 2, 3}); break;
-    case CKwMeshModel::Hex8:
-        for (const auto& face : kBlockFaces)
-            add({face[0], face[1], face[2], face[3]});
-        break;
-    default: break;
-    }
-    return f;
-}
-
-// Element edges as pairs of positions in the connectivity.
-std::span<const int> edgesOf(int type)
-{
-    static const int beam[] = {0, 1};
-    static const int tri[] = {0, 1, 1, 2, 2, 0};
-    static const int quad[] = {0, 1, 1, 2, 2, 3, 3, 0};
-    static const int tet[] = {0, 1, 1, 2, 2, 0, 0, 3, 1, 3, 2, 3};
-    static const int hex[] = {0, 1, 1, 2, 2, 3, 3, 0, 4, 5, 5, 6, 6, 7, 7, 4, 0, 4, 1, 5, 2, 6, 3, 7};
-    switch (type) {
-    case CKwMeshModel::Beam2: return beam;
-    case CKwMeshModel::Tri3: return tri;
-    case CKwMeshModel::Quad4: return quad;
-    case CKwMeshModel::Tet4: return tet;
-    case CKwMeshModel::Hex8: return hex;
-    }
-    return {};
-}
-
 const unsigned kNodeBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Node);
 const unsigned kElementBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Element);
+const unsigned kVertexBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Vertex);
+const unsigned kEdgeBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Edge);
+const unsigned kFaceBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Face);
+const unsigned kBodyBit = CKwUIEntity::FilterBitOf(CKwUIEntity::Body);
 
-bool isSolid(int type) { return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8; }
+// Pick radii in pixels: vertices and nodes are small targets, edges thin ones.
+constexpr double kVertexRadius = 7.0;
+constexpr double kNodeRadius = 6.0;
+constexpr int kEdgeRadius = 4;
 
-// Every node of the mesh where the view draws it, with its depth.
-void projectNodes(const CKwMeshModel& mesh, const BlockOnScreen& b, std::vector<QPointF>* pos,
-                  std::vector<double>* depth)
+const QPointF kNowhere(-1, -1);
+
+// The pixel of a set that lies deepest inside it (farthest from any pixel outside), as a
+// point to click: a chamfer distance over the set's bounding box.
+template <class InSet>
+QPointF deepestPixel(int width, int height, InSet inSet)
 {
-    pos->resize(mesh.Nodes().size());
-    depth->resize(mesh.Nodes().size());
-    for (std::size_t i = 0; i < mesh.Nodes().size(); ++i) {
-        const auto& n = mesh.Nodes()[i];
-        (*pos)[i] = b.offset + b.scale * project(n.x, n.y, n.z);
-        (*depth)[i] = depthOf(n.x, n.y, n.z);
-    }
+    int x0 = width, y0 = height, x1 = -1, y1 = -1;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            if (inSet(x, y)) {
+                x0 = std::min(x0, x);
+                x1 = std::max(x1, x);
+                y0 = std::min(y0, y);
+                y1 = std::max(y1, y);
+            }
+    if (x1 < 0)
+        return kNowhere;
+    const int w = x1 - x0 + 3, h = y1 - y0 + 3; // a frame of outside pixels around the box
+    std::vector<int> d(std::size_t(w) * std::size_t(h), 0);
+    auto at = [&](int x, int y) -> int& { return d[std::size_t(y) * std::size_t(w) + std::size_t(x)]; };
+    for (int y = 1; y < h - 1; ++y)
+        for (int x = 1; x < w - 1; ++x)
+            at(x, y) = inSet(x0 + x - 1, y0 + y - 1) ? 1 << 20 : 0;
+    for (int y = 1; y < h - 1; ++y)
+        for (int x = 1; x < w - 1; ++x)
+            if (at(x, y))
+                at(x, y) = std::min({at(x, y), at(x - 1, y) + 3, at(x, y - 1) + 3,
+                                     at(x - 1, y - 1) + 4, at(x + 1, y - 1) + 4});
+    int best = 0, bx = -1, by = -1;
+    for (int y = h - 2; y >= 1; --y)
+        for (int x = w - 2; x >= 1; --x)
+            if (at(x, y)) {
+                at(x, y) = std::min({at(x, y), at(x + 1, y) + 3, at(x, y + 1) + 3,
+                                     at(x + 1, y + 1) + 4, at(x - 1, y + 1) + 4});
+                if (at(x, y) >= best) {
+                    best = at(x, y);
+                    bx = x;
+                    by = y;
+                }
+            }
+    return bx < 0 ? kNowhere : QPointF(x0 + bx - 1 + 0.5, y0 + by - 1 + 0.5);
 }
 
 } // namespace
 
-void CFMView::HideBodies(unsigned bodyTypes, int hide)
+KwViewCamera& CFMView::Camera() { return m_view3d->camera; }
+const KwViewCamera& CFMView::Camera() const { return m_view3d->camera; }
+
+bool CFMView::GetShowMeshEdges() const { return m_view3d->showMeshEdges; }
+void CFMView::SetShowMeshEdges(bool on)
 {
-    if (hide)
-        m_hiddenBodies |= bodyTypes;
-    else
-        m_hiddenBodies &= ~bodyTypes;
+    m_view3d->showMeshEdges = on;
     update();
 }
 
-void CFMView::SetHighlightedEntities(const QList<CKwUIEntity*>& entities)
+bool CFMView::GetSmoothShading() const { return m_view3d->smooth; }
+void CFMView::SetSmoothShading(bool on)
 {
-    m_highlighted = entities;
+    m_view3d->smooth = on;
     update();
+}
+
+int CFMView::GetAnimationFrame() const { return m_view3d->timer.isActive() ? m_view3d->frame : 0; }
+bool CFMView::IsAnimating() const { return m_view3d->timer.isActive(); }
+
+void CFMView::DropMeshCaches()
+{
+    m_view3d->painter.scene = KwViewScene();
+    m_view3d->pickValid = false;
+    m_view3d->autoFit = m_view3d->fitPending = true;
+    ++m_view3d->stamp;
+    update();
+}
+
+// The scene of the current mesh and a camera that suits the view's size; false without a
+// mesh to draw.
+static bool prepare(const CKwFEModel* model, const QSize& size, KwViewState& v)
+{
+    if (!model || !model->m_mesh || model->m_mesh->Nodes().empty())
+        return false;
+    KwViewScene& scene = v.painter.scene;
+    if (!scene.Matches(model->m_mesh)) {
+        scene.Build(*model->m_mesh);
+        v.pickValid = false;
+        v.autoFit = v.fitPending = true;
+    }
+    if (v.camera.Width() != size.width() || v.camera.Height() != size.height()) {
+        v.camera.SetViewport(size.width(), size.height());
+        v.fitPending = v.fitPending || v.autoFit;
+    }
+    if (v.fitPending) {
+        v.camera.Fit(scene.lo, scene.hi);
+        v.fitPending = false;
+    }
+    return true;
+}
+
+void CFMView::FitAll()
+{
+    m_view3d->autoFit = m_view3d->fitPending = true;
+    update();
+}
+
+void CFMView::SetStandardView(int view)
+{
+    m_view3d->camera.SetStandardView(KwViewCamera::StandardView(
+        std::clamp(view, int(KwViewCamera::Front), int(KwViewCamera::Isometric))));
+    FitAll();
+}
+
+// Everything a frame draws besides the camera, from the view's state.
+static KwViewFrame frameOf(const CFMView& view, const KwViewState& v)
+{
+    KwViewFrame f;
+    const CKwFEModel* model = view.GetModel();
+    const KwViewScene& scene = v.painter.scene;
+    const CKwMeshModel& mesh = *model->m_mesh;
+    f.model = model;
+    f.result = &view.GetResultDisplay();
+    f.direction = &view.GetDirectionDisplay();
+    f.showMeshEdges = v.showMeshEdges;
+    f.smooth = v.smooth;
+    f.solidsHidden = view.AreBodiesHidden(CFMView::BodySolids);
+    f.membersHidden = view.AreBodiesHidden(CFMView::BodyStructuralMembers);
+    f.showNodes = (view.GetSelectionHandler()->GetFilter() & kNodeBit) != 0;
+    const KwResultDisplay& r = view.GetResultDisplay();
+    f.showSymbols = !r.active || r.showLoadsAndConstraints;
+    if (r.active && !r.displacement.empty()) {
+        f.deformFactor = r.deformScale;
+        if (v.timer.isActive())
+            f.deformFactor *= std::sin(M_PI * v.frame / std::max(2, r.frameCount));
+    }
+    auto mark = [](std::vector<char>& set, std::size_t size, int index) {
+        if (index < 0)
+            return;
+        if (set.empty())
+            set.assign(size, 0);
+        set[std::size_t(index)] = 1;
+    };
+    for (int id : view.GetHighlightedMesh(CFMView::HighlightElements))
+        mark(f.markedElements, mesh.ElementCount(), mesh.ElementIndex(id));
+    for (int id : view.GetHighlightedMesh(CFMView::HighlightNodes))
+        mark(f.markedNodes, mesh.Nodes().size(), mesh.NodeIndex(id));
+    const auto& geometry = mesh.GeometryMeshes();
+    auto indexOf = [&](const std::vector<int>& list, int id) {
+        for (std::size_t i = 0; i < list.size(); ++i)
+            if (geometry[std::size_t(list[i])].id == id)
+                return int(i);
+        return -1;
+    };
+    for (const CKwUIEntity* e : view.GetHighlightedEntities()) {
+        if (!e)
+            continue;
+        switch (e->GetKind()) {
+        case CKwUIEntity::Face:
+            mark(f.pickedFaces, scene.faceGeometry.size(), indexOf(scene.faceGeometry, e->GetID()));
+            break;
+        case CKwUIEntity::Edge:
+            mark(f.pickedEdges, scene.edgeGeometry.size(), indexOf(scene.edgeGeometry, e->GetID()));
+            break;
+        case CKwUIEntity::Vertex:
+            for (std::size_t i = 0; i < scene.vertices.size(); ++i)
+                if (geometry[std::size_t(scene.vertices[i].geometry)].id == e->GetID())
+                    mark(f.pickedVertices, scene.vertices.size(), int(i));
+            break;
+        case CKwUIEntity::Body: f.pickedBody = true; break;
+        case CKwUIEntity::Node:
+            mark(f.pickedNodes, mesh.Nodes().size(), mesh.NodeIndex(e->GetID()));
+            break;
+        case CKwUIEntity::Element:
+            mark(f.pickedElements, mesh.ElementCount(), mesh.ElementIndex(e->GetID()));
+            break;
+        default: break;
+        }
+    }
+    return f;
+}
+
+QImage CFMView::RenderFrame()
+{
+    KwViewState& v = *m_view3d;
+    const QSize s = size().expandedTo(QSize(1, 1));
+    if (!prepare(m_model, s, v)) {
+        QImage empty(s, QImage::Format_RGB32);
+        empty.fill(QColor(0xe8, 0xee, 0xf5));
+        QPainter p(&empty);
+        p.drawText(empty.rect(), Qt::AlignCenter, tr("No model"));
+        return empty;
+    }
+    // Supersampled for smooth edges while the skin is small enough to stay interactive.
+    const int ss = v.painter.scene.tris.size() < 400000 ? 2 : 1;
+    QImage image = v.painter.Render(frameOf(*this, v), v.camera, ss);
+    if (m_solverRunning) {
+        QPainter p(&image);
+        p.setPen(QColor(0xc0, 0x39, 0x2b));
+        p.drawText(image.rect().adjusted(8, 8, -8, -8), Qt::AlignTop | Qt::AlignRight,
+                   tr("Solver running"));
+    }
+    return image;
+}
+
+void CFMView::paintEvent(QPaintEvent*)
+{
+    // Animation runs while the display asks for it and a deformation is there to animate.
+    const bool wantAnimation = m_resultDisplay.active && m_resultDisplay.animate &&
+                               !m_resultDisplay.displacement.empty() &&
+                               m_resultDisplay.deformScale != 0;
+    if (!wantAnimation && m_view3d->timer.isActive())
+        m_view3d->timer.stop();
+    QPainter p(this);
+    p.drawImage(0, 0, RenderFrame());
+}
+
+// The pick buffers for the current camera and state; false without a model.
+static bool pickBuffers(const CFMView& view, KwViewState& v)
+{
+    if (!prepare(view.GetModel(), view.size().expandedTo(QSize(1, 1)), v))
+        return false;
+    const KwViewState::PickKey key{v.camera.Revision(), v.stamp};
+    if (!v.pickValid || !(v.pickKey == key)) {
+        v.painter.RenderPick(frameOf(view, v), v.camera);
+        v.pickKey = key;
+        v.pickValid = true;
+    }
+    return true;
 }
 
 CKwUIEntity* CFMView::EntityAt(const QPointF& pos) const
 {
-    const BlockOnScreen b = blockOnScreen(m_model, size());
-    if (!b.valid)
+    KwViewState& v = *m_view3d;
+    if (!pickBuffers(*this, v))
         return nullptr;
     const unsigned filter = m_selection->GetFilter();
+    const KwViewPainter& pt = v.painter;
+    const KwViewScene& scene = pt.scene;
+    CKwMeshModel& mesh = *m_model->m_mesh;
+    const auto& geometry = mesh.GeometryMeshes();
     auto admitted = [&](CKwUIEntity::Kind kind, int id) -> CKwUIEntity* {
         CKwUIEntity* e = m_model->FindGeometry(kind, id);
         return e && (e->FilterBit() & filter) ? e : nullptr;
     };
-    // Nearest to the viewer wins among the candidates of one kind.
-    CKwUIEntity* best = nullptr;
-    double bestDepth = 1e300;
-    for (int i = 0; i < 8; ++i) {
-        const QPointF d = b.corner[i] - pos;
-        if (d.x() * d.x() + d.y() * d.y() <= 49.0 && b.depth[i] < bestDepth)
-            if (CKwUIEntity* e = admitted(CKwUIEntity::Vertex, i + 1)) {
-                best = e;
-                bestDepth = b.depth[i];
-            }
+    auto distance2 = [&](int n) {
+        const double dx = pt.sx[std::size_t(n)] - pos.x(), dy = pt.sy[std::size_t(n)] - pos.y();
+        return dx * dx + dy * dy;
+    };
+    // Vertices, then nodes: the nearest visible one within reach.
+    if (filter & kVertexBit) {
+        CKwUIEntity* best = nullptr;
+        double bestD = kVertexRadius * kVertexRadius;
+        for (const auto& vx : scene.vertices) {
+            const double d = distance2(vx.node);
+            if (d <= bestD && pt.NodeVisible(vx.node))
+                if (CKwUIEntity* e = admitted(CKwUIEntity::Vertex, geometry[std::size_t(vx.geometry)].id)) {
+                    best = e;
+                    bestD = d;
+                }
+        }
+        if (best)
+            return best;
     }
-    if (best)
-        return best;
-    CKwMeshModel& mesh = *m_model->m_mesh;
-    std::vector<QPointF> npos;
-    std::vector<double> ndepth;
-    if (filter & (kNodeBit | kElementBit))
-        projectNodes(mesh, b, &npos, &ndepth);
     if (filter & kNodeBit) {
-        int nearest = -1;
-        for (std::size_t i = 0; i < npos.size(); ++i) {
-            const QPointF d = npos[i] - pos;
-            if (d.x() * d.x() + d.y() * d.y() <= 36.0 && ndepth[i] < bestDepth) {
-                nearest = static_cast<int>(i);
-                bestDepth = ndepth[i];
+        int best = -1;
+        double bestD = kNodeRadius * kNodeRadius;
+        for (int n : scene.surfaceNodes) {
+            const double d = distance2(n);
+            if (d <= bestD && pt.NodeVisible(n)) {
+                best = n;
+                bestD = d;
             }
         }
-        if (nearest >= 0)
-            return mesh.NodeEntity(mesh.Nodes()[static_cast<std::size_t>(nearest)].id);
+        if (best >= 0)
+            return mesh.NodeEntity(mesh.Nodes()[std::size_t(best)].id);
     }
-    for (int i = 0; i < 12; ++i) {
-        const int a = kBlockEdges[i][0], c = kBlockEdges[i][1];
-        const double depth = (b.depth[a] + b.depth[c]) / 2;
-        if (distanceToSegment(pos, b.corner[a], b.corner[c]) <= 4.0 && depth < bestDepth)
-            if (CKwUIEntity* e = admitted(CKwUIEntity::Edge, i + 1)) {
-                best = e;
-                bestDepth = depth;
-            }
-    }
-    if (best)
-        return best;
-    if (filter & kElementBit) {
-        // Beams by their line, the others by the faces they show; nearest to the viewer wins.
-        int hit = -1;
-        for (std::size_t e = 0; e < mesh.ElementCount(); ++e) {
-            const int type = mesh.ElementType(e);
-            if ((isSolid(type) && (m_hiddenBodies & BodySolids)) ||
-                (type == CKwMeshModel::Beam2 && (m_hiddenBodies & BodyStructuralMembers)))
-                continue;
-            const auto conn = mesh.ElementNodes(e);
-            double depth = 0;
-            for (int n : conn)
-                depth += ndepth[static_cast<std::size_t>(n)];
-            depth /= static_cast<double>(conn.size());
-            if (depth >= bestDepth)
-                continue;
-            bool inside = false;
-            if (type == CKwMeshModel::Beam2) {
-                inside = distanceToSegment(pos, npos[static_cast<std::size_t>(conn[0])],
-                                           npos[static_cast<std::size_t>(conn[1])]) <= 4.0;
-            } else {
-                const ElementFaces faces = facesOf(type);
-                for (int f = 0; f < faces.count && !inside; ++f) {
-                    QPolygonF poly;
-                    for (int k = 0; k < faces.size[f]; ++k)
-                        poly << npos[static_cast<std::size_t>(conn[faces.node[f][k]])];
-                    inside = poly.containsPoint(pos, Qt::OddEvenFill);
+    const int px = int(std::floor(pos.x())), py = int(std::floor(pos.y()));
+    if (filter & kEdgeBit) {
+        int bestEdge = -1, bestD = kEdgeRadius * kEdgeRadius + 1;
+        for (int dy = -kEdgeRadius; dy <= kEdgeRadius; ++dy)
+            for (int dx = -kEdgeRadius; dx <= kEdgeRadius; ++dx) {
+                if (!pt.pickEdges.Inside(px + dx, py + dy) || dx * dx + dy * dy >= bestD)
+                    continue;
+                const uint32_t id = pt.pickEdges.IdAt(px + dx, py + dy);
+                if (id == 0)
+                    continue;
+                const int g = scene.edgeGeometry[id - 1];
+                if (admitted(CKwUIEntity::Edge, geometry[std::size_t(g)].id)) {
+                    bestEdge = g;
+                    bestD = dx * dx + dy * dy;
                 }
             }
-            if (inside) {
-                hit = static_cast<int>(e);
-                bestDepth = depth;
-            }
-        }
-        if (hit >= 0)
-            return mesh.ElementEntity(mesh.ElementID(static_cast<std::size_t>(hit)));
+        if (bestEdge >= 0)
+            return admitted(CKwUIEntity::Edge, geometry[std::size_t(bestEdge)].id);
     }
-    bool onPart = false;
-    for (int f = 0; f < 6; ++f) {
-        if (!kFaceVisible[f] || !facePolygon(b, f).containsPoint(pos, Qt::OddEvenFill))
-            continue;
-        onPart = true;
-        if (CKwUIEntity* e = admitted(CKwUIEntity::Face, f + 1))
+    if (!pt.pick.Inside(px, py))
+        return nullptr;
+    const uint32_t id = pt.pick.IdAt(px, py);
+    if (id == 0)
+        return nullptr;
+    const bool beam = (id & KwViewPainter::BeamTag) != 0;
+    const std::size_t index = beam ? std::size_t(id & ~KwViewPainter::BeamTag) : std::size_t(id - 1);
+    if (filter & kElementBit) {
+        const int e = beam ? scene.beams[index].element : scene.tris[index].element;
+        return mesh.ElementEntity(mesh.ElementID(std::size_t(e)));
+    }
+    if (beam)
+        return nullptr;
+    const KwViewScene::Tri& tri = scene.tris[index];
+    if ((filter & kFaceBit) && tri.face >= 0)
+        if (CKwUIEntity* e = admitted(CKwUIEntity::Face,
+                                      geometry[std::size_t(scene.faceGeometry[std::size_t(tri.face)])].id))
             return e;
-    }
-    if (onPart)
+    if ((filter & kBodyBit) && tri.solid) {
+        const int body = tri.face >= 0 ? geometry[std::size_t(scene.faceGeometry[std::size_t(tri.face)])].body : 1;
+        if (CKwUIEntity* e = admitted(CKwUIEntity::Body, body))
+            return e;
         for (CKwUIEntity* e : m_model->m_geometry)
             if (e->GetKind() == CKwUIEntity::Body && (e->FilterBit() & filter))
                 return e;
+    }
     return nullptr;
 }
 
 QPointF CFMView::ScreenPointOf(const CKwUIEntity* entity) const
 {
-    const BlockOnScreen b = blockOnScreen(m_model, size());
-    if (!b.valid || !entity)
-        return QPointF(-1, -1);
+    KwViewState& v = *m_view3d;
+    if (!entity || !pickBuffers(*this, v))
+        return kNowhere;
+    const KwViewPainter& pt = v.painter;
+    const KwViewScene& scene = pt.scene;
+    const CKwMeshModel& mesh = *m_model->m_mesh;
+    const auto& geometry = mesh.GeometryMeshes();
     const int id = entity->GetID();
+    const int w = pt.pick.Width(), h = pt.pick.Height();
+    auto nodePoint = [&](int n) {
+        return n >= 0 && pt.NodeVisible(n) ? QPointF(pt.sx[std::size_t(n)], pt.sy[std::size_t(n)])
+                                           : kNowhere;
+    };
+    auto triAt = [&](int x, int y) -> const KwViewScene::Tri* {
+        const uint32_t i = pt.pick.IdAt(x, y);
+        return i == 0 || (i & KwViewPainter::BeamTag) ? nullptr : &scene.tris[i - 1];
+    };
     switch (entity->GetKind()) {
     case CKwUIEntity::Vertex:
-        return id >= 1 && id <= 8 ? b.corner[id - 1] : QPointF(-1, -1);
-    case CKwUIEntity::Edge:
-        return id >= 1 && id <= 12
-                   ? (b.corner[kBlockEdges[id - 1][0]] + b.corner[kBlockEdges[id - 1][1]]) / 2
-                   : QPointF(-1, -1);
+        for (const auto& vx : scene.vertices)
+            if (geometry[std::size_t(vx.geometry)].id == id)
+                return nodePoint(vx.node);
+        return kNowhere;
+    case CKwUIEntity::Node: return nodePoint(mesh.NodeIndex(id));
+    case CKwUIEntity::Edge: {
+        int edge = -1;
+        for (std::size_t i = 0; i < scene.edgeGeometry.size(); ++i)
+            if (geometry[std::size_t(scene.edgeGeometry[i])].id == id)
+                edge = int(i);
+        if (edge < 0)
+            return kNowhere;
+        // The visible pixel of the edge nearest the middle of its visible part.
+        double cx = 0, cy = 0;
+        int count = 0;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                if (pt.pickEdges.IdAt(x, y) == uint32_t(edge) + 1) {
+                    cx += x;
+                    cy += y;
+                    ++count;
+                }
+        if (count == 0)
+            return kNowhere;
+        cx /= count;
+        cy /= count;
+        QPointF best = kNowhere;
+        double bestD = 1e300;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                if (pt.pickEdges.IdAt(x, y) == uint32_t(edge) + 1) {
+                    const double d = (x - cx) * (x - cx) + (y - cy) * (y - cy);
+                    if (d < bestD) {
+                        bestD = d;
+                        best = QPointF(x + 0.5, y + 0.5);
+                    }
+                }
+        return best;
+    }
     case CKwUIEntity::Face: {
-        if (id < 1 || id > 6 || !kFaceVisible[id - 1])
-            return QPointF(-1, -1);
-        QPointF c;
-        for (int k : kBlockFaces[id - 1])
-            c += b.corner[k];
-        // Off the centre diagonal a little, clear of the other faces' edges.
-        return c / 4;
+        int face = -1;
+        for (std::size_t i = 0; i < scene.faceGeometry.size(); ++i)
+            if (geometry[std::size_t(scene.faceGeometry[i])].id == id)
+                face = int(i);
+        if (face < 0)
+            return kNowhere;
+        return deepestPixel(w, h, [&](int x, int y) {
+            const KwViewScene::Tri* t = triAt(x, y);
+            return t && t->face == face;
+        });
     }
-    case CKwUIEntity::Body: {
-        QPointF c;
-        for (int k : kBlockFaces[2])
-            c += b.corner[k];
-        return c / 4;
-    }
-    case CKwUIEntity::Node: {
-        const auto* n = m_model->m_mesh->FindNode(id);
-        return n ? b.offset + b.scale * project(n->x, n->y, n->z) : QPointF(-1, -1);
-    }
+    case CKwUIEntity::Body:
+        return deepestPixel(w, h, [&](int x, int y) {
+            const KwViewScene::Tri* t = triAt(x, y);
+            return t && t->solid;
+        });
     case CKwUIEntity::Element: {
-        const CKwMeshModel& mesh = *m_model->m_mesh;
         const int e = mesh.ElementIndex(id);
         if (e < 0)
-            return QPointF(-1, -1);
-        const auto conn = mesh.ElementNodes(static_cast<std::size_t>(e));
-        QPointF c;
-        for (int i : conn) {
-            const auto& n = mesh.Nodes()[static_cast<std::size_t>(i)];
-            c += b.offset + b.scale * project(n.x, n.y, n.z);
-        }
-        return c / static_cast<double>(conn.size());
+            return kNowhere;
+        return deepestPixel(w, h, [&](int x, int y) {
+            const uint32_t i = pt.pick.IdAt(x, y);
+            if (i == 0)
+                return false;
+            if (i & KwViewPainter::BeamTag)
+                return scene.beams[i & ~KwViewPainter::BeamTag].element == e;
+            return scene.tris[i - 1].element == e;
+        });
     }
-    default:
-        return QPointF(-1, -1);
+    default: return kNowhere;
     }
 }
 
@@ -572,6 +723,22 @@ long CFMView::SendPickEvent(const QList<CKwUIEntity*>& entities, bool drop)
     CKwPickEvent ev(drop ? KwViewEvent::Dropped : KwViewEvent::Picked, entities);
     QCoreApplication::sendEvent(target, &ev);
     return ev.m_result;
+}
+
+void CFMView::HideBodies(unsigned bodyTypes, int hide)
+{
+    if (hide)
+        m_hiddenBodies |= bodyTypes;
+    else
+        m_hiddenBodies &= ~bodyTypes;
+    ++m_view3d->stamp;
+    update();
+}
+
+void CFMView::SetHighlightedEntities(const QList<CKwUIEntity*>& entities)
+{
+    m_highlighted = entities;
+    update();
 }
 
 void CFMView::SetHighlightedMesh(MeshHighlight kind, std::vector<int> ids)
@@ -590,6 +757,20 @@ void CFMView::ClearMeshHighlight()
 void CFMView::SetResultDisplay(const KwResultDisplay& display)
 {
     m_resultDisplay = display;
+    KwViewState& v = *m_view3d;
+    ++v.stamp;
+    const bool animate = display.active && display.animate && !display.displacement.empty() &&
+                         display.deformScale != 0;
+    if (animate) {
+        v.timer.setInterval(1000 / std::clamp(display.framesPerSecond, 1, 60));
+        if (!v.timer.isActive()) {
+            v.frame = 0;
+            v.timer.start();
+        }
+    } else {
+        v.timer.stop();
+        v.frame = 0;
+    }
     update();
 }
 
@@ -602,9 +783,51 @@ void CFMView::SetDirectionDisplay(const KwDirectionDisplay& display)
 void CFMView::mousePressEvent(QMouseEvent* event)
 {
     setFocus(Qt::MouseFocusReason);
+    KwViewState& v = *m_view3d;
+    v.pressAt = v.lastAt = event->position();
+    v.pressButton = event->button();
+    v.pressModifiers = event->modifiers();
+    v.dragging = false;
+    event->accept();
+}
+
+void CFMView::mouseMoveEvent(QMouseEvent* event)
+{
+    KwViewState& v = *m_view3d;
+    const Qt::MouseButtons buttons = event->buttons();
+    if (!(buttons & (Qt::LeftButton | Qt::MiddleButton))) {
+        QWidget::mouseMoveEvent(event);
+        return;
+    }
+    const QPointF d = event->position() - v.lastAt;
+    if (!v.dragging && (event->position() - v.pressAt).manhattanLength() < 4)
+        return;
+    v.dragging = true;
+    v.lastAt = event->position();
+    v.autoFit = false;
+    const bool pan = (buttons & Qt::MiddleButton) || (event->modifiers() & Qt::ShiftModifier);
+    if (pan)
+        v.camera.Pan(d.x(), d.y());
+    else
+        v.camera.Rotate(d.x(), d.y());
+    update();
+    event->accept();
+}
+
+void CFMView::mouseReleaseEvent(QMouseEvent* event)
+{
+    KwViewState& v = *m_view3d;
+    const bool click = !v.dragging && event->button() == v.pressButton;
+    v.dragging = false;
+    v.pressButton = Qt::NoButton;
+    if (!click || event->button() == Qt::MiddleButton) {
+        event->accept();
+        return;
+    }
+    // A click without a drag picks (left) or drops (right, Ctrl+left).
     CKwUIEntity* e = EntityAt(event->position());
     if (!e) {
-        QWidget::mousePressEvent(event);
+        QWidget::mouseReleaseEvent(event);
         return;
     }
     const bool drop = event->button() == Qt::RightButton ||
@@ -613,9 +836,37 @@ void CFMView::mousePressEvent(QMouseEvent* event)
     event->accept();
 }
 
+void CFMView::wheelEvent(QWheelEvent* event)
+{
+    const int steps = event->angleDelta().y();
+    if (steps == 0 || !prepare(m_model, size(), *m_view3d)) {
+        QWidget::wheelEvent(event);
+        return;
+    }
+    m_view3d->autoFit = false;
+    // One notch (120) zooms by a fifth, about the point under the cursor.
+    m_view3d->camera.ZoomAbout(event->position().x(), event->position().y(),
+                               std::pow(1.2, steps / 120.0));
+    update();
+    event->accept();
+}
+
 void CFMView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() != Qt::Key_Escape) {
+    // Standard views: 1 front, 2 back, 3 left, 4 right, 5 top, 6 bottom, 0 isometric; F fits.
+    const int key = event->key();
+    if (key >= Qt::Key_0 && key <= Qt::Key_6 && !(event->modifiers() & Qt::ControlModifier)) {
+        static const KwViewCamera::StandardView views[] = {
+            KwViewCamera::Isometric, KwViewCamera::Front, KwViewCamera::Back, KwViewCamera::Left,
+            KwViewCamera::Right,     KwViewCamera::Top,   KwViewCamera::Bottom};
+        SetStandardView(views[key - Qt::Key_0]);
+        return;
+    }
+    if (key == Qt::Key_F) {
+        FitAll();
+        return;
+    }
+    if (key != Qt::Key_Escape) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -625,129 +876,5 @@ void CFMView::keyPressEvent(QKeyEvent* event)
     if (target) {
         CKwPickEvent ev(KwViewEvent::Reset, {});
         QCoreApplication::sendEvent(target, &ev);
-    }
-}
-
-void CFMView::paintEvent(QPaintEvent*)
-{
-    QPainter p(this);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.fillRect(rect(), QColor(0xf4, 0xf6, 0xf8));
-    QLinearGradient g(0, 0, 0, height());
-    g.setColorAt(0, QColor(0xe8, 0xee, 0xf5));
-    g.setColorAt(1, QColor(0xc9, 0xd6, 0xe3));
-    p.fillRect(rect(), g);
-    const BlockOnScreen b = blockOnScreen(m_model, size());
-    if (!b.valid) {
-        p.drawText(rect(), Qt::AlignCenter, tr("No model"));
-        return;
-    }
-    // Isometric projection of the mesh's element edges: solids thin, shells a little
-    // stronger, beams thick. Hidden solids leave their outline, hidden members nothing.
-    const CKwMeshModel& mesh = *m_model->m_mesh;
-    std::vector<QPointF> npos;
-    std::vector<double> ndepth;
-    projectNodes(mesh, b, &npos, &ndepth);
-    const bool solidsHidden = (m_hiddenBodies & BodySolids) != 0;
-    const bool membersHidden = (m_hiddenBodies & BodyStructuralMembers) != 0;
-    auto shown = [&](int type) {
-        return !(isSolid(type) && solidsHidden) &&
-               !(type == CKwMeshModel::Beam2 && membersHidden);
-    };
-    auto nodeAt = [&](std::span<const int> conn, int k) {
-        return npos[static_cast<std::size_t>(conn[static_cast<std::size_t>(k)])];
-    };
-    const QPen solidPen(QColor(0x2c, 0x3e, 0x50), 1);
-    const QPen shellPen(QColor(0x1a, 0x5a, 0x8a), 1.4);
-    const QPen beamPen(QColor(0x6c, 0x34, 0x83), 3);
-    for (std::size_t e = 0; e < mesh.ElementCount(); ++e) {
-        const int type = mesh.ElementType(e);
-        if (!shown(type))
-            continue;
-        p.setPen(isSolid(type) ? solidPen : type == CKwMeshModel::Beam2 ? beamPen : shellPen);
-        const auto conn = mesh.ElementNodes(e);
-        const auto edges = edgesOf(type);
-        for (std::size_t k = 0; k + 1 < edges.size(); k += 2)
-            p.drawLine(nodeAt(conn, edges[k]), nodeAt(conn, edges[k + 1]));
-    }
-    if (solidsHidden) {
-        p.setPen(QPen(QColor(0x7f, 0x8c, 0x8d), 1, Qt::DashLine));
-        for (const auto& ed : kBlockEdges)
-            p.drawLine(b.corner[ed[0]], b.corner[ed[1]]);
-    }
-    // Nodes are drawn while the active box picks them.
-    if (m_selection->GetFilter() & kNodeBit) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(QColor(0x2c, 0x3e, 0x50));
-        for (const QPointF& q : npos)
-            p.drawEllipse(q, 1.8, 1.8);
-    }
-    // Highlighted elements and nodes (a quality check's failures, a host's set).
-    const QColor mark(0xd3, 0x54, 0x00);
-    if (!m_meshHighlight[1].empty()) {
-        QColor fill = mark;
-        fill.setAlpha(110);
-        for (int id : m_meshHighlight[1]) {
-            const int e = mesh.ElementIndex(id);
-            if (e < 0 || !shown(mesh.ElementType(static_cast<std::size_t>(e))))
-                continue;
-            const int type = mesh.ElementType(static_cast<std::size_t>(e));
-            const auto conn = mesh.ElementNodes(static_cast<std::size_t>(e));
-            if (type == CKwMeshModel::Beam2) {
-                p.setPen(QPen(mark, 5));
-                p.drawLine(nodeAt(conn, 0), nodeAt(conn, 1));
-                continue;
-            }
-            p.setPen(QPen(mark, 1.5));
-            p.setBrush(fill);
-            const ElementFaces faces = facesOf(type);
-            for (int f = 0; f < faces.count; ++f) {
-                QPolygonF poly;
-                for (int k = 0; k < faces.size[f]; ++k)
-                    poly << nodeAt(conn, faces.node[f][k]);
-                p.drawPolygon(poly);
-            }
-        }
-    }
-    if (!m_meshHighlight[0].empty()) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(mark);
-        for (int id : m_meshHighlight[0]) {
-            const int i = mesh.NodeIndex(id);
-            if (i >= 0)
-                p.drawEllipse(npos[static_cast<std::size_t>(i)], 4, 4);
-        }
-    }
-    // The open editor's selection.
-    const QColor pick(0xe6, 0x7e, 0x22);
-    for (const CKwUIEntity* e : std::as_const(m_highlighted)) {
-        const int id = e ? e->GetID() : 0;
-        if (!e)
-            continue;
-        if (e->GetKind() == CKwUIEntity::Face && id >= 1 && id <= 6) {
-            p.setPen(Qt::NoPen);
-            QColor fill = pick;
-            fill.setAlpha(kFaceVisible[id - 1] ? 140 : 60);
-            p.setBrush(fill);
-            p.drawPolygon(facePolygon(b, id - 1));
-        } else if (e->GetKind() == CKwUIEntity::Edge && id >= 1 && id <= 12) {
-            p.setPen(QPen(pick, 4));
-            p.drawLine(b.corner[kBlockEdges[id - 1][0]], b.corner[kBlockEdges[id - 1][1]]);
-        } else if (e->GetKind() == CKwUIEntity::Node || e->GetKind() == CKwUIEntity::Element) {
-            const QPointF at = ScreenPointOf(e);
-            p.setPen(QPen(pick, 2));
-            p.setBrush(Qt::NoBrush);
-            if (at.x() >= 0)
-                p.drawEllipse(at, 6, 6);
-        } else if (e->GetKind() == CKwUIEntity::Vertex && id >= 1 && id <= 8) {
-            p.setPen(Qt::NoPen);
-            p.setBrush(pick);
-            p.drawEllipse(b.corner[id - 1], 5, 5);
-        }
-    }
-    if (m_solverRunning) {
-        p.setPen(QColor(0xc0, 0x39, 0x2b));
-        p.drawText(rect().adjusted(8, 8, -8, -8), Qt::AlignTop | Qt::AlignRight,
-                   tr("Solver running"));
     }
 }

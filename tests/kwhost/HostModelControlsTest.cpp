@@ -72,15 +72,16 @@ TEST_F(HostModelControls, contactPickedIntoBothSidesWithTheMouse)
     ASSERT_NE(d, nullptr);
     click(geo(E::Face, 2));
     focus(d->GetBox(CKwUISurfaceContact::Slave));
-    click(geo(E::Face, 5));
+    // The right side: the one of the two ends in sight from the isometric start.
+    click(geo(E::Face, 6));
     EXPECT_EQ(d->GetBox(CKwUISurfaceContact::Master)->GetEntities(), QList<E*>{geo(E::Face, 2)});
-    EXPECT_EQ(d->GetBox(CKwUISurfaceContact::Slave)->GetEntities(), QList<E*>{geo(E::Face, 5)});
+    EXPECT_EQ(d->GetBox(CKwUISurfaceContact::Slave)->GetEntities(), QList<E*>{geo(E::Face, 6)});
     KwControl<QLineEdit>(d, 273)->setText("Top to side");
     QTest::mouseClick(KwControl<QPushButton>(d, 1), Qt::LeftButton);
     ASSERT_EQ(host.Model()->m_surfaceContacts.size(), 2);
     const CKwSurfaceContact* c = host.Model()->m_surfaceContacts.last();
     EXPECT_EQ(c->m_master, QList<E*>{geo(E::Face, 2)});
-    EXPECT_EQ(c->m_slave, QList<E*>{geo(E::Face, 5)});
+    EXPECT_EQ(c->m_slave, QList<E*>{geo(E::Face, 6)});
     EXPECT_NE(findItem(tree, "Top to side"), nullptr) << "the tree was not refreshed";
 }
 

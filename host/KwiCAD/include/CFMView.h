@@ -1,9 +1,11 @@
 #pragma once
 // The model view of the host: draws the model, keeps the stack of dialogs open on it, the
 // result toolbar and the active plot, shows bubble tips, and knows whether the solver runs.
+#include "KwViewCamera.h"
 #include "KwViewDisplay.h"
 #include "KwiCADExport.h"
 
+#include <QImage>
 #include <QList>
 #include <QPointer>
 #include <QString>
@@ -19,6 +21,7 @@ class CKwSelectionHandler;
 class CKwUIEntity;
 class KW_UOM;
 class QLabel;
+struct KwViewState;
 
 class KWICAD_EXPORT CFMView : public QWidget
 {
@@ -148,6 +151,28 @@ public:
     // The host has put a new mesh into the model.
     void NotifyMeshReplaced() { Q_EMIT meshReplaced(); }
 
+    // --- camera and drawing ---
+    // Looks from a side (KwViewCamera::StandardView) and frames the model.
+    void SetStandardView(int view);
+    // Frames the whole model; the view frames it again when it is resized until the user turns,
+    // pans or zooms.
+    void FitAll();
+    KwViewCamera& Camera();
+    const KwViewCamera& Camera() const;
+    // Element edges over the shaded surfaces (feature edges are always drawn).
+    void SetShowMeshEdges(bool on);
+    bool GetShowMeshEdges() const;
+    // Light interpolated over the nodes instead of one shade per facet.
+    void SetSmoothShading(bool on);
+    bool GetSmoothShading() const;
+    // The picture the view paints at its size (model, marks, legend and triad).
+    QImage RenderFrame();
+    // The frame of a running animation (0 when none runs).
+    int GetAnimationFrame() const;
+    bool IsAnimating() const;
+    // Forgets what was worked out of the mesh (skin, edges, pick buffers): the mesh changed.
+    void DropMeshCaches();
+
 Q_SIGNALS:
     void remeshRequested();
     void meshReplaced();
@@ -159,6 +184,10 @@ protected:
     // Left click picks, right click or Ctrl+click drops; Escape resets the selection.
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    // Left drag turns, middle or Shift+left drag pans, the wheel zooms about the cursor.
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void showBubble(const QString& text, BubbleKind kind);
@@ -189,4 +218,6 @@ private:
     std::vector<int> m_meshHighlight[2];
     KwResultDisplay m_resultDisplay;
     KwDirectionDisplay m_directionDisplay;
+    // Camera, cached scene, pick buffers, drag and animation state.
+    std::unique_ptr<KwViewState> m_view3d;
 };
