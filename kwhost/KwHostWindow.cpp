@@ -40,6 +40,7 @@
 #include "KwMFCUIEntry.h"
 #include "KwRegistry.h"
 #include "KwSolverJob.h"
+#include "KwMesherJob.h"
 #include "KwSolverRun.h"
 
 #include <QActionGroup>
@@ -49,6 +50,7 @@
 #include <QMap>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
@@ -123,8 +125,8 @@ constexpr unsigned kSectionSelectionItem = 1003;
 enum HostAction { ActionMeshQuality = 1, ActionHighlightGroup = 2, ActionCurrentAnalysis = 3 };
 }
 
-KwHostWindow::KwHostWindow(QWidget* parent)
-    : QMainWindow(parent), m_model(CKwFEModel::CreateSampleModel()),
+KwHostWindow::KwHostWindow(QWidget* parent, CKwFEModel* model)
+    : QMainWindow(parent), m_model(model ? model : CKwFEModel::CreateSampleModel()),
       m_units(std::make_unique<KW_UOM>(KW_UOM::MMNS)), m_addin(std::make_unique<CKwiCKAddin>())
 {
     TheApplication = m_addin.get();
@@ -164,6 +166,44 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     resize(1100, 700);
     refreshCaptions();
     statusBar()->showMessage(KwHostText("StatusReady", "Ready"));
+    // The mesh settings' Run asks the view for a new mesh; the mesher answers.
+    m_mesher = new KwMesherJob(m_view, this);
+    connect(m_view, &CFMView::remeshRequested, this, [this] { Remesh(); });
+    connect(m_mesher, &KwMesherJob::finished, this, &KwHostWindow::onMesherFinished);
+}
+
+bool KwHostWindow::Remesh()
+{
+    if (!m_mesher->Start()) {
+        statusBar()->showMessage(m_mesher->Message());
+        showSolverMessage(m_mesher->Message());
+        return false;
+    }
+    if (!m_mesher->IsRunning()) // ended at once (the program could not be started)
+        return false;
+    statusBar()->showMessage(KwHostText("StatusMeshing", "Meshing..."));
+    m_meshProgress = new QProgressDialog(KwHostText("StatusMeshing", "Meshing..."),
+                                         KwHostText("ButtonCancel", "Cancel"), 0, 100, this);
+    m_meshProgress->setAttribute(Qt::WA_DeleteOnClose);
+    m_meshProgress->setWindowTitle(KwHostText("TitleMeshing", "Mesh"));
+    m_meshProgress->setMinimumDuration(300);
+    connect(m_meshProgress, &QProgressDialog::canceled, m_mesher, &KwMesherJob::Cancel);
+    connect(m_mesher, &KwMesherJob::progressChanged, m_meshProgress, &QProgressDialog::setValue);
+    return true;
+}
+
+void KwHostWindow::onMesherFinished(bool ok)
+{
+    if (m_meshProgress) {
+        m_meshProgress->disconnect(m_mesher);
+        m_meshProgress->close();
+        m_meshProgress = nullptr;
+    }
+    statusBar()->showMessage(m_mesher->Message());
+    if (ok)
+        RebuildTree();
+    else
+        showSolverMessage(m_mesher->Message());
 }
 
 KwHostWindow::~KwHostWindow()

@@ -2,6 +2,7 @@
 // The demo host's main window: the sample model in a tree and a view, menus that open every
 // dialog kind as a host would, a language switch, a unit switch and a solver-running switch.
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -16,6 +17,8 @@ class QTreeWidgetItem;
 class QActionGroup;
 class KwSolverJob;
 class KwSolverRun;
+class KwMesherJob;
+class QProgressDialog;
 
 class KwHostWindow : public QMainWindow
 {
@@ -26,7 +29,8 @@ public:
     // language service.
     static constexpr int NameRole = Qt::UserRole + 10;
 
-    explicit KwHostWindow(QWidget* parent = nullptr);
+    // Shows `model` (owned from then on), or the built-in block sample when it is null.
+    explicit KwHostWindow(QWidget* parent = nullptr, CKwFEModel* model = nullptr);
     ~KwHostWindow() override;
 
     CFMView* View() const { return m_view; }
@@ -47,6 +51,12 @@ public:
     // analysis activated in the tree); the model's first at the start.
     CKwAnalysis* CurrentAnalysis() const { return m_current; }
     void SetCurrentAnalysis(CKwAnalysis* analysis);
+
+    // The mesher behind the view's remesh requests.
+    KwMesherJob* MesherJob() const { return m_mesher; }
+    // Remeshes the model with its mesh's settings, with progress and Cancel; false (with a
+    // message) when the run cannot start.
+    bool Remesh();
 
 private:
     void buildMenus();
@@ -72,4 +82,7 @@ private:
     KwSolverJob* m_job = nullptr;
     void showSolverMessage(const QString& text);
     std::vector<std::function<void()>> m_recaption;
+    KwMesherJob* m_mesher = nullptr;
+    QPointer<QProgressDialog> m_meshProgress;
+    void onMesherFinished(bool ok);
 };

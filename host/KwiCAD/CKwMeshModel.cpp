@@ -149,7 +149,8 @@ bool CKwMeshModel::AddElement(int id, int type, std::span<const int> nodeIds)
     const int n = NodesPerElement(type);
     if (n == 0 || static_cast<int>(nodeIds.size()) != n || m_elementIndex.contains(id))
         return false;
-    int idx[8];
+    // The largest family (Hex20) has 20 nodes.
+    int idx[20];
     for (int k = 0; k < n; ++k) {
         idx[k] = NodeIndex(nodeIds[static_cast<std::size_t>(k)]);
         if (idx[k] < 0)
