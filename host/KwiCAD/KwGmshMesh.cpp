@@ -429,23 +429,28 @@ private:
             for (std::size_t i = 0; i < n; ++i) {
                 const int line = m_lex.Line();
                 const int id = int(integer("an element tag", 1, INT_MAX));
-                for (int k = 0; k < ft->nodes; ++k) {
+                for (int k = 0; k < ft->nodes; ++k)
                     file[k] = int(integer("a node tag", 1, INT_MAX));
-                    if (!m_out.mesh.HasNode(file[k]))
-                        fail(line, QStringLiteral("element %1 names node %2, which the file does not have")
-                                       .arg(id)
-                                       .arg(file[k]));
-                }
-                e.nodes.insert(e.nodes.end(), file, file + ft->nodes);
+                // A structural element's nodes are looked up once, when it is taken.
+                if (!carries)
+                    requireNodes(line, id, file, ft->nodes);
+                // A volume's nodes are gathered from its elements once all are read.
+                if (dim != 3)
+                    e.nodes.insert(e.nodes.end(), file, file + ft->nodes);
                 if (ft->ours == 0)
                     continue;
                 const int count = CKwMeshModel::NodesPerElement(ft->ours);
                 for (int k = 0; k < count; ++k)
                     ours[k] = file[ft->order[std::size_t(k)]];
                 if (carries) {
-                    if (!m_out.mesh.AddElement(id, ft->ours, std::span<const int>(ours, std::size_t(count))))
-                        fail(line, QStringLiteral("element %1 is given twice").arg(id));
-                    e.elements.push_back(id);
+                    // Our elements are numbered 1, 2, 3... in the file's order: the file numbers
+                    // its boundary and point elements too, which would leave gaps.
+                    const int ourId = int(m_out.mesh.ElementCount()) + 1;
+                    if (!m_out.mesh.AddElement(ourId, ft->ours, std::span<const int>(ours, std::size_t(count)))) {
+                        requireNodes(line, id, file, ft->nodes);
+                        fail(line, QStringLiteral("element %1 cannot be taken").arg(id));
+                    }
+                    e.elements.push_back(ourId);
                 }
                 if (dim == 1) {
                     e.facets.insert(e.facets.end(), {ours[0], ours[1]});
@@ -461,6 +466,15 @@ private:
         if (seen != total)
             failHere(QStringLiteral("the blocks hold %1 elements, not the %2 announced").arg(seen).arg(total));
         expect("$EndElements");
+    }
+
+    void requireNodes(int line, int id, const int* nodes, int count)
+    {
+        for (int k = 0; k < count; ++k)
+            if (!m_out.mesh.HasNode(nodes[k]))
+                fail(line, QStringLiteral("element %1 names node %2, which the file does not have")
+                               .arg(id)
+                               .arg(nodes[k]));
     }
 
     void skipSection(std::string_view name)
@@ -479,7 +493,9 @@ private:
         return corners;
     }
 
-    // Surface facets on the skin of the solids run outward, as the skin faces do.
+    // Surface facets on solids run outward, as the faces of the solid element under them do.
+    // Only elements with every corner of a face on some boundary surface are looked at, so a
+    // large volume mesh costs one pass over its elements and a lookup per face on the skin.
     void orientSkin()
     {
         struct KeyHash
@@ -492,26 +508,47 @@ private:
                 return h;
             }
         };
-        std::unordered_map<std::array<int, 4>, int, KeyHash> owner;
+        const CKwMeshModel& mesh = m_out.mesh;
+        struct Owner
+        {
+            int entity;
+            bool taken;
+        };
+        std::unordered_map<std::array<int, 4>, Owner, KeyHash> owner;
+        std::vector<char> onBoundary(mesh.Nodes().size(), 0);
         for (std::size_t i = 0; i < m_entities.size(); ++i)
-            if (m_entities[i].dim == 2 && !m_entities[i].elements.size())
-                for (const auto& f : m_entities[i].faces)
-                    owner.emplace(key(f), int(i));
+            if (m_entities[i].dim == 2 && m_entities[i].elements.empty())
+                for (const auto& f : m_entities[i].faces) {
+                    owner.emplace(key(f), Owner{int(i), false});
+                    for (int id : f)
+                        if (id)
+                            onBoundary[std::size_t(mesh.NodeIndex(id))] = 1;
+                }
         if (owner.empty())
             return;
         std::map<int, std::vector<int>> outward;
-        const CKwMeshModel& mesh = m_out.mesh;
-        for (const KwSkinFace& s : KwSolidSkin(mesh)) {
-            std::array<int, 4> ids = {0, 0, 0, 0};
-            for (int k = 0; k < s.corners; ++k)
-                ids[std::size_t(k)] = mesh.Nodes()[std::size_t(s.node[k])].id;
-            const auto it = owner.find(key(ids));
-            if (it == owner.end())
-                continue;
-            std::vector<int>& f = outward[it->second];
-            f.insert(f.end(), {ids[0], ids[1], ids[2]});
-            if (s.corners == 4)
-                f.insert(f.end(), {ids[0], ids[2], ids[3]});
+        for (std::size_t e = 0; e < mesh.ElementCount(); ++e) {
+            const auto corners = KwSolidFaceCorners(mesh.ElementType(e));
+            const auto conn = mesh.ElementNodes(e);
+            for (const std::vector<int>& face : corners) {
+                std::array<int, 4> ids = {0, 0, 0, 0};
+                bool boundary = true;
+                for (std::size_t k = 0; k < face.size() && boundary; ++k) {
+                    const int index = conn[std::size_t(face[k])];
+                    boundary = onBoundary[std::size_t(index)] != 0;
+                    ids[k] = mesh.Nodes()[std::size_t(index)].id;
+                }
+                if (!boundary)
+                    continue;
+                const auto it = owner.find(key(ids));
+                if (it == owner.end() || it->second.taken)
+                    continue;
+                it->second.taken = true;
+                std::vector<int>& f = outward[it->second.entity];
+                f.insert(f.end(), {ids[0], ids[1], ids[2]});
+                if (face.size() == 4)
+                    f.insert(f.end(), {ids[0], ids[2], ids[3]});
+            }
         }
         for (auto& [index, facets] : outward)
             if (facets.size() == m_entities[std::size_t(index)].facets.size())
@@ -548,8 +585,32 @@ private:
         }
     }
 
+    // The nodes of each volume: its own node blocks and the nodes of its elements, marked
+    // once per node rather than collected per element and sorted.
+    void gatherVolumeNodes()
+    {
+        const CKwMeshModel& mesh = m_out.mesh;
+        std::vector<char> mark(mesh.Nodes().size(), 0);
+        for (Entity& e : m_entities) {
+            if (e.dim != 3 || e.elements.empty())
+                continue;
+            std::fill(mark.begin(), mark.end(), 0);
+            for (int id : e.nodes)
+                mark[std::size_t(mesh.NodeIndex(id))] = 1;
+            // Our element ids are their positions plus one.
+            for (int id : e.elements)
+                for (int i : mesh.ElementNodes(std::size_t(id - 1)))
+                    mark[std::size_t(i)] = 1;
+            e.nodes.clear();
+            for (std::size_t i = 0; i < mark.size(); ++i)
+                if (mark[i])
+                    e.nodes.push_back(mesh.Nodes()[i].id);
+        }
+    }
+
     void classify()
     {
+        gatherVolumeNodes();
         orientSkin();
         assignBodies();
         struct Body

@@ -129,8 +129,6 @@ TEST(GmshReader, BadFilesAreRefusedWithTheirLine)
          23, "type 99"},
         {"an element on a missing node",
          nodes4 + "$Elements\n1 1 1 1\n3 1 4 1\n1 1 2 3 5\n$EndElements\n", 24, "node 5"},
-        {"an element twice",
-         nodes4 + "$Elements\n1 2 1 1\n3 1 4 2\n1 1 2 3 4\n1 1 2 4 3\n$EndElements\n", 25, "twice"},
         {"an element short of nodes",
          nodes4 + "$Elements\n1 1 1 1\n3 1 4 1\n1 1 2 3\n$EndElements\n", 25, "node tag"},
         {"elements before nodes", kHead + "$Elements\n0 0 0 0\n$EndElements\n", 4, "before"},

@@ -6,6 +6,7 @@
 // Which elements are structural: the solids of the volumes, the shells of the surfaces that
 // bound no volume (a surface part), the beams of the curves that bound no surface (a line part).
 // Elements on the boundary of a higher entity only describe that boundary (facets, nodes).
+// Nodes keep the file's numbers; the structural elements are numbered 1, 2, 3... in file order.
 //
 // Geometry ids: points, curves and surfaces keep the mesher's tags as vertex, edge and face ids.
 // A body is what a volume, a free surface or a free curve belongs to: its physical group when it
