@@ -288,6 +288,8 @@ void KwHostWindow::buildMenus()
             "MenuCheckMeshQuality", "Check mesh quality (current limits)");
     caption(mesh->addAction(QString(), this, [this] { m_view->ClearMeshHighlight(); }),
             "MenuClearHighlight", "Clear highlight");
+    caption(mesh->addAction(QString(), this, [this] { m_view->RequestRemesh(); }),
+            "MenuRemesh", "Remesh (current settings)");
 
     QMenu* options = menuBar()->addMenu(QString());
     caption(options->menuAction(), "MenuOptions", "&Options");

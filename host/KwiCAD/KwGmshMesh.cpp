@@ -636,6 +636,25 @@ private:
             const Entity& e = *pe;
             if (e.nodes.empty() && !e.described)
                 continue;
+            // An entity no body holds (a stray point) is still pickable, on its own.
+            if (e.body == 0) {
+                if (e.dim < 3) {
+                    CKwMeshModel::GeometryMesh g;
+                    g.kind = e.dim;
+                    g.id = e.tag;
+                    g.body = 0;
+                    g.nodeIds = e.nodes;
+                    sortUnique(g.nodeIds);
+                    classes.push_back(std::move(g));
+                    KwGmshEntity info;
+                    info.kind = e.dim;
+                    info.id = e.tag;
+                    std::copy(std::begin(e.lo), std::end(e.lo), info.lo);
+                    std::copy(std::begin(e.hi), std::end(e.hi), info.hi);
+                    infos.push_back(info);
+                }
+                continue;
+            }
             Body& body = bodies[e.body];
             body.info.kind = CKwUIEntity::Body;
             body.info.id = e.body;
@@ -702,8 +721,11 @@ QString KwGmshEntity::Label() const
     const QString owner = bodyName.isEmpty() ? QStringLiteral("Body %1").arg(body) : bodyName;
     if (kind == CKwUIEntity::Body)
         return owner;
+    const QString name = CKwUIEntity::KindName(static_cast<CKwUIEntity::Kind>(kind));
+    if (body == 0)
+        return QStringLiteral("%1 %2").arg(name).arg(id);
     return QStringLiteral("%1 %2 (%3)")
-        .arg(CKwUIEntity::KindName(static_cast<CKwUIEntity::Kind>(kind)))
+        .arg(name)
         .arg(id)
         .arg(owner);
 }
