@@ -234,10 +234,11 @@ private:
     long long integer(const char* what, long long lo = LLONG_MIN, long long hi = LLONG_MAX)
     {
         long long v = 0;
-        if (m_lex.AtEnd())
-            failAtEnd(QStringLiteral("the file ends where %1 was expected").arg(QLatin1String(what)));
-        if (!m_lex.Integer(v))
+        if (!m_lex.Integer(v)) {
+            if (m_lex.AtEnd())
+                failAtEnd(QStringLiteral("the file ends where %1 was expected").arg(QLatin1String(what)));
             failHere(QStringLiteral("%1 was expected").arg(QLatin1String(what)));
+        }
         if (v < lo || v > hi)
             failHere(QStringLiteral("%1 %2 is out of range").arg(QLatin1String(what)).arg(v));
         return v;
@@ -245,10 +246,11 @@ private:
     double real(const char* what)
     {
         double v = 0;
-        if (m_lex.AtEnd())
-            failAtEnd(QStringLiteral("the file ends where %1 was expected").arg(QLatin1String(what)));
-        if (!m_lex.Real(v))
+        if (!m_lex.Real(v)) {
+            if (m_lex.AtEnd())
+                failAtEnd(QStringLiteral("the file ends where %1 was expected").arg(QLatin1String(what)));
             failHere(QStringLiteral("%1 was expected").arg(QLatin1String(what)));
+        }
         return v;
     }
     // A count the rest of the file must be able to hold: every item takes at least
