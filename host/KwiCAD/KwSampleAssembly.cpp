@@ -335,7 +335,7 @@ CKwFEModel* KwSampleAssembly(QString* why, const QString& program)
     const auto only = [](CKwUIEntity* e) { return e ? QList<CKwUIEntity*>{e} : QList<CKwUIEntity*>{}; };
     for (CKwRestraint* r : m->m_restraints) {
         r->m_entities = only(hole1) + only(hole2);
-        r->SetName(QStringLiteral("Fixed base holes"));
+        r->SetName(QStringLiteral("Base holes"));
     }
     for (CKwLoad* l : m->m_loads) {
         l->m_locationEntity = nullptr;
