@@ -41,6 +41,7 @@
 #include "KwRegistry.h"
 #include "KwDeckPreview.h"
 #include "KwSolverJob.h"
+#include "KwMesherJob.h"
 #include "KwSolverRun.h"
 
 #include <algorithm>
@@ -51,6 +52,7 @@
 #include <QMap>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
@@ -125,8 +127,8 @@ constexpr unsigned kSectionSelectionItem = 1003;
 enum HostAction { ActionMeshQuality = 1, ActionHighlightGroup = 2, ActionCurrentAnalysis = 3 };
 }
 
-KwHostWindow::KwHostWindow(QWidget* parent)
-    : QMainWindow(parent), m_model(CKwFEModel::CreateSampleModel()),
+KwHostWindow::KwHostWindow(QWidget* parent, CKwFEModel* model)
+    : QMainWindow(parent), m_model(model ? model : CKwFEModel::CreateSampleModel()),
       m_units(std::make_unique<KW_UOM>(KW_UOM::MMNS)), m_addin(std::make_unique<CKwiCKAddin>())
 {
     TheApplication = m_addin.get();
@@ -166,6 +168,44 @@ KwHostWindow::KwHostWindow(QWidget* parent)
     resize(1100, 700);
     refreshCaptions();
     statusBar()->showMessage(KwHostText("StatusReady", "Ready"));
+    // The mesh settings' Run asks the view for a new mesh; the mesher answers.
+    m_mesher = new KwMesherJob(m_view, this);
+    connect(m_view, &CFMView::remeshRequested, this, [this] { Remesh(); });
+    connect(m_mesher, &KwMesherJob::finished, this, &KwHostWindow::onMesherFinished);
+}
+
+bool KwHostWindow::Remesh()
+{
+    if (!m_mesher->Start()) {
+        statusBar()->showMessage(m_mesher->Message());
+        showSolverMessage(m_mesher->Message());
+        return false;
+    }
+    if (!m_mesher->IsRunning()) // ended at once (the program could not be started)
+        return false;
+    statusBar()->showMessage(KwHostText("StatusMeshing", "Meshing..."));
+    m_meshProgress = new QProgressDialog(KwHostText("StatusMeshing", "Meshing..."),
+                                         KwHostText("ButtonCancel", "Cancel"), 0, 100, this);
+    m_meshProgress->setAttribute(Qt::WA_DeleteOnClose);
+    m_meshProgress->setWindowTitle(KwHostText("TitleMeshing", "Mesh"));
+    m_meshProgress->setMinimumDuration(300);
+    connect(m_meshProgress, &QProgressDialog::canceled, m_mesher, &KwMesherJob::Cancel);
+    connect(m_mesher, &KwMesherJob::progressChanged, m_meshProgress, &QProgressDialog::setValue);
+    return true;
+}
+
+void KwHostWindow::onMesherFinished(bool ok)
+{
+    if (m_meshProgress) {
+        m_meshProgress->disconnect(m_mesher);
+        m_meshProgress->close();
+        m_meshProgress = nullptr;
+    }
+    statusBar()->showMessage(m_mesher->Message());
+    if (ok)
+        RebuildTree();
+    else
+        showSolverMessage(m_mesher->Message());
 }
 
 KwHostWindow::~KwHostWindow()
@@ -253,6 +293,8 @@ void KwHostWindow::buildMenus()
             "MenuCheckMeshQuality", "Check mesh quality (current limits)");
     caption(mesh->addAction(QString(), this, [this] { m_view->ClearMeshHighlight(); }),
             "MenuClearHighlight", "Clear highlight");
+    caption(mesh->addAction(QString(), this, [this] { m_view->RequestRemesh(); }),
+            "MenuRemesh", "Remesh (current settings)");
 
     // The model view: standard views (the view's own keys shown beside them), fit, drawing.
     QMenu* viewMenu = menuBar()->addMenu(QString());

@@ -2,6 +2,7 @@
 // The demo host's main window: the sample model in a tree and a view, menus that open every
 // dialog kind as a host would, a language switch, a unit switch and a solver-running switch.
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -17,6 +18,8 @@ class QActionGroup;
 class KwSolverJob;
 class KwDeckPreview;
 class KwSolverRun;
+class KwMesherJob;
+class QProgressDialog;
 
 class KwHostWindow : public QMainWindow
 {
@@ -27,7 +30,8 @@ public:
     // language service.
     static constexpr int NameRole = Qt::UserRole + 10;
 
-    explicit KwHostWindow(QWidget* parent = nullptr);
+    // Shows `model` (owned from then on), or the built-in block sample when it is null.
+    explicit KwHostWindow(QWidget* parent = nullptr, CKwFEModel* model = nullptr);
     ~KwHostWindow() override;
 
     CFMView* View() const { return m_view; }
@@ -51,6 +55,12 @@ public:
     // Analysis > Solver Input Preview: what the current analysis's entities become in the
     // solver's input. Null without a current analysis.
     KwDeckPreview* OpenDeckPreview();
+
+    // The mesher behind the view's remesh requests.
+    KwMesherJob* MesherJob() const { return m_mesher; }
+    // Remeshes the model with its mesh's settings, with progress and Cancel; false (with a
+    // message) when the run cannot start.
+    bool Remesh();
 
 private:
     void buildMenus();
@@ -78,4 +88,7 @@ private:
     // After a static run: applied load against reactions, a warning when they differ.
     void showLoadBalance();
     std::vector<std::function<void()>> m_recaption;
+    KwMesherJob* m_mesher = nullptr;
+    QPointer<QProgressDialog> m_meshProgress;
+    void onMesherFinished(bool ok);
 };

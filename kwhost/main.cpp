@@ -3,6 +3,7 @@
 #include "CKwXMLUtils.h"
 #include "KwGallery.h"
 #include "KwHostWindow.h"
+#include "KwSampleAssembly.h"
 #include "KwRegistry.h"
 #include "KwStyleCheck.h"
 
@@ -92,7 +93,12 @@ int main(int argc, char** argv)
         }
     }
 
-    KwHostWindow window;
+    // The sample assembly meshed by the external mesher; without one, the built-in block.
+    QString why;
+    CKwFEModel* assembly = KwSampleAssembly(&why);
+    if (!assembly)
+        std::fprintf(stderr, "kwhost: %s Showing the built-in block model instead.\n", qPrintable(why));
+    KwHostWindow window(nullptr, assembly);
     const bool galleryMode = parser.isSet(gallery) || !haveDisplay;
     if (galleryMode) {
         if (QGuiApplication::platformName() == QLatin1String("offscreen"))

@@ -2,7 +2,7 @@
 # Installs the Debian packages the build needs, when they are missing.
 set -euo pipefail
 packages=(cmake ninja-build g++ qt6-base-dev qt6-svg-dev libgtest-dev
-          libbenchmark-dev fonts-dejavu-core libeigen3-dev calculix-ccx)
+          libbenchmark-dev fonts-dejavu-core libeigen3-dev calculix-ccx gmsh)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
