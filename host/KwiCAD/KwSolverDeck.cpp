@@ -67,8 +67,16 @@ void put(std::string& out, int v)
     out.append(buf, r.ptr);
 }
 
-bool isSolid(int type) { return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8; }
-bool isShell(int type) { return type == CKwMeshModel::Tri3 || type == CKwMeshModel::Quad4; }
+bool isSolid(int type) { return CKwMeshModel::IsSolidType(type); }
+bool isShell(int type) { return CKwMeshModel::IsShellType(type); }
+bool isBeam(int type) { return CKwMeshModel::IsBeamType(type); }
+// The nodal shares of weight and pressure the load balance computes are those of linear
+// tetrahedra, hexahedra, shells and beams.
+bool balanceKnows(int type)
+{
+    return type == CKwMeshModel::Tet4 || type == CKwMeshModel::Hex8 || type == CKwMeshModel::Tri3
+           || type == CKwMeshModel::Quad4 || type == CKwMeshModel::Beam2;
+}
 
 // Faces of the solid elements as positions into the element's node list, in the solver's face
 // numbering (face n is "Pn" of a distributed load).
@@ -77,7 +85,16 @@ const std::vector<std::vector<int>>& solidFaces(int type)
     static const std::vector<std::vector<int>> tet{{0, 1, 2}, {0, 3, 1}, {1, 3, 2}, {2, 3, 0}};
     static const std::vector<std::vector<int>> hex{{0, 1, 2, 3}, {4, 7, 6, 5}, {0, 4, 5, 1},
                                                    {1, 5, 6, 2}, {2, 6, 7, 3}, {3, 7, 4, 0}};
-    return type == CKwMeshModel::Tet4 ? tet : hex;
+    static const std::vector<std::vector<int>> wedge{{0, 1, 2}, {3, 4, 5}, {0, 1, 4, 3},
+                                                     {1, 2, 5, 4}, {2, 0, 3, 5}};
+    static const std::vector<std::vector<int>> none;
+    // Parabolic elements share their corners' faces (corners come first).
+    switch (CKwMeshModel::LinearType(type)) {
+    case CKwMeshModel::Tet4: return tet;
+    case CKwMeshModel::Hex8: return hex;
+    case CKwMeshModel::Wedge6: return wedge;
+    default: return none;
+    }
 }
 
 struct Box
@@ -220,7 +237,7 @@ void choosePieces(Plan& p)
     // Elements of a family without a property cannot go to the solver.
     for (std::size_t e = 0; e < n; ++e) {
         const int t = mesh.ElementType(e);
-        if ((isShell(t) && !p.shell) || (t == CKwMeshModel::Beam2 && !p.beam))
+        if ((isShell(t) && !p.shell) || (isBeam(t) && !p.beam))
             p.keep[e] = 0;
     }
     // Pieces (elements joined through nodes) that hold no constrained node float freely.
@@ -312,9 +329,16 @@ void writeElements(Plan& p)
     struct Family { int type; const char* solverType; const char* set; };
     const Family families[] = {{CKwMeshModel::Hex8, "C3D8I", "ESOLID"},
                                {CKwMeshModel::Tet4, "C3D4", "ESOLID"},
+                               {CKwMeshModel::Wedge6, "C3D6", "ESOLID"},
+                               {CKwMeshModel::Hex20, "C3D20R", "ESOLID"},
+                               {CKwMeshModel::Tet10, "C3D10", "ESOLID"},
+                               {CKwMeshModel::Wedge15, "C3D15", "ESOLID"},
                                {CKwMeshModel::Quad4, "S4", "ESHELL"},
                                {CKwMeshModel::Tri3, "S3", "ESHELL"},
-                               {CKwMeshModel::Beam2, "B32R", "EBEAM"}};
+                               {CKwMeshModel::Quad8, "S8R", "ESHELL"},
+                               {CKwMeshModel::Tri6, "S6", "ESHELL"},
+                               {CKwMeshModel::Beam2, "B32R", "EBEAM"},
+                               {CKwMeshModel::Beam3, "B32R", "EBEAM"}};
     for (const Family& f : families) {
         bool header = false;
         for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e) {
@@ -326,7 +350,11 @@ void writeElements(Plan& p)
             put(p.out, p.mesh.ElementID(e));
             const auto nodes = p.mesh.ElementNodes(e);
             for (std::size_t k = 0; k < nodes.size(); ++k) {
-                const int id = p.mesh.Nodes()[std::size_t(nodes[k])].id;
+                // A parabolic beam keeps its middle node last; the solver wants it between
+                // the ends.
+                static constexpr std::size_t beam3[3] = {0, 2, 1};
+                const std::size_t at = f.type == CKwMeshModel::Beam3 ? beam3[k] : k;
+                const int id = p.mesh.Nodes()[std::size_t(nodes[at])].id;
                 // A beam's middle node sits between its two ends in the solver's order.
                 if (f.type == CKwMeshModel::Beam2 && k == 1) {
                     p.out += ", ";
@@ -744,7 +772,7 @@ bool writeBeamSection(Plan& p)
     // The section's first axis: across the beams, upwards unless a beam runs upwards.
     bool vertical = false;
     for (std::size_t e = 0; e < p.mesh.ElementCount(); ++e)
-        if (p.keep[e] && p.mesh.ElementType(e) == CKwMeshModel::Beam2) {
+        if (p.keep[e] && isBeam(p.mesh.ElementType(e))) {
             const auto n = p.mesh.ElementNodes(e);
             const auto& a = p.mesh.Nodes()[std::size_t(n[0])];
             const auto& c = p.mesh.Nodes()[std::size_t(n[1])];
@@ -771,7 +799,7 @@ bool writeProperties(Plan& p)
             const int t = p.mesh.ElementType(e);
             anySolid = anySolid || isSolid(t);
             anyShell = anyShell || isShell(t);
-            anyBeam = anyBeam || t == CKwMeshModel::Beam2;
+            anyBeam = anyBeam || isBeam(t);
         }
     if (!anySolid && !anyShell && !anyBeam)
         return p.refuse(QStringLiteral("The model has no mesh to solve."));
@@ -1060,8 +1088,10 @@ void writePressure(Plan& p, const CKwLoad& l, StepLoads& s)
                 lines += std::to_string(p.mesh.ElementID(e)) + ", P" + std::to_string(f + 1)
                          + ", " + num(l.m_magnitude) + "\n";
                 ++faceCount;
-                if (p.balance)
+                if (p.balance && balanceKnows(p.mesh.ElementType(e)))
                     balancePressure(p, e, faces[f], l.m_magnitude);
+                else if (p.balance)
+                    p.balance->complete = false;
             }
         }
     }
@@ -1180,6 +1210,10 @@ void balanceGravity(Plan& p, const double* g)
         if (!p.keep[e])
             continue;
         const int type = p.mesh.ElementType(e);
+        if (!balanceKnows(type)) {
+            p.balance->complete = false;
+            continue;
+        }
         if (!isSolid(type)) {
             balanceShellOrBeamWeight(p, e, g);
             continue;
@@ -1563,6 +1597,12 @@ KwSolverDeck KwWriteSolverDeck(const CKwFEModel& model, const CKwAnalysis& analy
     }
     if (analysis.GetSubCases().isEmpty()) {
         deck.refusal = QStringLiteral("The analysis has no subcase.");
+        return deck;
+    }
+    if (model.m_mesh->CountOfType(CKwMeshModel::Pyr5) + model.m_mesh->CountOfType(CKwMeshModel::Pyr13)
+        > 0) {
+        deck.refusal = QStringLiteral("The mesh has pyramid elements, which the solver run cannot "
+                                      "take: remesh the model without them.");
         return deck;
     }
     std::string out = "** " + analysis.GetName().toStdString() + ", units N, m, kg, s, Pa\n";

@@ -12,6 +12,7 @@
 #include "KwMesherJob.h"
 #include "KwSampleAssembly.h"
 #include "KwSolverJob.h"
+#include "KwSolverResults.h"
 #include "KwTestSupport.h"
 #include "MesherTestSupport.h"
 
@@ -21,7 +22,9 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <memory>
 #include <set>
@@ -353,6 +356,54 @@ TEST_F(AssemblyHost, LinearStaticSolvesOnTheAssembly)
     // The cover is in the deck (the connector joins it to the fixed bracket).
     EXPECT_NE(solver.Deck().text.find("TYPE=S"), std::string::npos);
     EXPECT_NE(solver.Deck().text.find("TYPE=C3D4"), std::string::npos);
+}
+
+// The same analysis on linear and on parabolic elements of one size: every element reaches
+// the solver in its own family, and the parabolic mesh, less stiff than linear tetrahedra,
+// moves at least as far.
+TEST_F(AssemblyHost, ParabolicMeshSolvesInItsOwnFamilies)
+{
+    if (KwSolverJob::SolverProgram().isEmpty())
+        GTEST_SKIP() << "the solver is not installed";
+    CKwAnalysis* linear = nullptr;
+    for (CKwAnalysis* a : model().m_analyses)
+        if (a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic)
+            linear = a;
+    ASSERT_NE(linear, nullptr);
+    const auto largestMove = [&](bool parabolic, std::string* deck) {
+        KwMeshSettings s = model().m_mesh->GetSettings();
+        s.parabolic = parabolic;
+        model().m_mesh->SetSettings(s);
+        m_window->View()->RequestRemesh();
+        EXPECT_TRUE(job().Wait(180000));
+        EXPECT_TRUE(job().Succeeded()) << job().Message().toStdString();
+        KwSolverJob solver(m_window->View());
+        EXPECT_TRUE(solver.Start(&model(), linear, QStringLiteral("Linear Static")))
+            << solver.Message().toStdString();
+        EXPECT_TRUE(solver.Wait(300000));
+        EXPECT_TRUE(solver.Succeeded()) << solver.Message().toStdString();
+        *deck = solver.Deck().text;
+        double most = 0;
+        if (const KwSolverResults* r = linear->GetSolverResults(); r && !r->sets.empty()) {
+            const auto& u = r->sets.front().displacement.values;
+            for (std::size_t i = 0; i + 2 < u.size(); i += 3)
+                most = std::max(most, std::sqrt(u[i] * u[i] + u[i + 1] * u[i + 1] + u[i + 2] * u[i + 2]));
+        }
+        return most;
+    };
+    std::string linearDeck, parabolicDeck;
+    const double uLinear = largestMove(false, &linearDeck);
+    const double uParabolic = largestMove(true, &parabolicDeck);
+    EXPECT_EQ(parabolicDeck.find("TYPE=C3D4,"), std::string::npos);
+    EXPECT_NE(parabolicDeck.find("TYPE=C3D10"), std::string::npos);
+    EXPECT_NE(parabolicDeck.find("TYPE=S8R"), std::string::npos);
+    std::size_t elements = 0;
+    for (std::size_t e = 0; e < model().m_mesh->ElementCount(); ++e)
+        elements += CKwMeshModel::IsParabolic(model().m_mesh->ElementType(e)) ? 1 : 0;
+    EXPECT_EQ(elements, model().m_mesh->ElementCount());
+    ASSERT_GT(uLinear, 0.0);
+    EXPECT_GE(uParabolic, 0.95 * uLinear);
+    EXPECT_LT(uParabolic, 3.0 * uLinear);
 }
 
 } // namespace
