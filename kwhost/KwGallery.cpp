@@ -30,6 +30,8 @@
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
 #include "KwSolverResults.h"
+#include "KwResultMapping.h"
+#include "KwSolverJob.h"
 #include "CKwMFCUIGroupSelection.h"
 
 #include <QAbstractButton>
@@ -120,46 +122,34 @@ void closeDialog(QWidget* w)
         w->close();
 }
 
-// The plot editor's pictures need values: an analysis the gallery has not solved gets a
-// field over the sample mesh shaped like a cantilever under a tip load (bending stress growing
-// towards the fixed end at x = 0, the free end bending down). Only the pictures see it.
-void giveSampleResults(CKwAnalysis* analysis, const CKwMeshModel* mesh)
+// The result pictures show a real solution: the linear static analysis is run as the Analysis
+// menu runs it (the solver as a separate program), and the load balance it ends with is
+// photographed. Without the solver the result dialogs show what they show for an unsolved
+// analysis, and the result pictures of the view are left out.
+void solveForPictures(KwHostWindow* host, const QString& directory, KwGalleryResult& result,
+                      const KwGalleryInspector& inspect)
 {
-    if (!analysis || !mesh || analysis->GetSolverResults() || analysis->GetSubCases().isEmpty())
+    CKwFEModel* model = host->Model();
+    CKwAnalysis* linear = nullptr;
+    for (CKwAnalysis* a : model ? model->m_analyses : QList<CKwAnalysis*>())
+        if (!linear && a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic)
+            linear = a;
+    if (!linear || linear->GetSolverResults() || KwSolverJob::SolverProgram().isEmpty())
         return;
-    double lo[3] = {1e300, 1e300, 1e300}, hi[3] = {-1e300, -1e300, -1e300};
-    for (const CKwMeshModel::Node& n : mesh->Nodes()) {
-        const double p[3] = {n.x, n.y, n.z};
-        for (int k = 0; k < 3; ++k) {
-            lo[k] = std::min(lo[k], p[k]);
-            hi[k] = std::max(hi[k], p[k]);
+    host->SetCurrentAnalysis(linear);
+    if (!host->RunCurrentAnalysis())
+        return;
+    host->SolverJob()->Wait(300000);
+    QApplication::processEvents();
+    for (QMessageBox* box : host->findChildren<QMessageBox*>()) {
+        if (box->objectName() == QLatin1String("LoadBalance") && box->isVisible()) {
+            const QString f = QDir(directory).filePath(QStringLiteral("host-load-balance.png"));
+            photograph(box, f, 0, inspect);
+            result.written << f;
         }
+        box->close();
     }
-    const double length = std::max(hi[0] - lo[0], 1e-9);
-    const double midZ = (lo[2] + hi[2]) / 2, halfZ = std::max((hi[2] - lo[2]) / 2, 1e-9);
-    KwResultSet set;
-    set.step = 1;
-    set.increment = 1;
-    set.subcaseId = analysis->GetSubCases().first()->GetID();
-    set.stress.components = 6;
-    set.displacement.components = 3;
-    set.reaction.components = 3;
-    for (const CKwMeshModel::Node& n : mesh->Nodes()) {
-        const double xi = (n.x - lo[0]) / length;
-        const double bending = 120e6 * (1 - xi) * (n.z - midZ) / halfZ;
-        set.stress.nodeIds.push_back(n.id);
-        set.stress.values.insert(set.stress.values.end(), {bending, 0, 0, 8e6 * (1 - xi), 0, 0});
-        set.displacement.nodeIds.push_back(n.id);
-        set.displacement.values.insert(set.displacement.values.end(),
-                                       {0, 0, -4e-4 * xi * xi * (3 - xi) / 2});
-        if (n.x - lo[0] < 1e-9) {
-            set.reaction.nodeIds.push_back(n.id);
-            set.reaction.values.insert(set.reaction.values.end(), {0, 0, 40});
-        }
-    }
-    auto results = std::make_shared<KwSolverResults>();
-    results->sets.push_back(std::move(set));
-    analysis->SetSolverResults(std::move(results));
+    QApplication::processEvents();
 }
 
 } // namespace
@@ -192,8 +182,7 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
     QApplication::processEvents();
     photograph(host, QDir(directory).filePath(QStringLiteral("host-window.png")), 0, inspect);
     result.written << QDir(directory).filePath(QStringLiteral("host-window.png"));
-    if (CKwFEModel* model = host->Model(); model && !model->m_analyses.isEmpty())
-        giveSampleResults(model->m_analyses.first(), model->m_mesh);
+    solveForPictures(host, directory, result, inspect);
 
     for (const KwHostKind& k : KwHostKinds()) {
         QSet<QWidget*> before;
@@ -395,10 +384,9 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         }
     }
 
-    // The model view: the sample shaded with its mesh edges, a picked set, a contour with its
-    // legend and a deformed shape. The result pictures show a display the gallery fills
-    // itself: the bending line of a cantilever clamped at x = 0 (the sample's constrained
-    // face), as the plot editor would hand over a solved displacement.
+    // The model view: the sample shaded with its mesh edges, a picked set, and, when the
+    // linear static analysis was solved above, its von Mises stress as a contour with its
+    // legend and its deformed shape, as the plot editor hands them to the view.
     if (CFMView* view = host->View(); view && host->Model() && host->Model()->m_mesh) {
         auto save = [&](const char* file) {
             QApplication::processEvents();
@@ -409,35 +397,46 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         view->SetStandardView(KwViewCamera::Isometric);
         save("view-shaded.png");
         CKwFEModel* model = host->Model();
-        view->SetHighlightedEntities({model->FindGeometry(CKwUIEntity::Face, 2),
-                                      model->FindGeometry(CKwUIEntity::Edge, 5)});
-        view->SetHighlightedMesh(CFMView::HighlightElements, {3002, 3005});
+        const CKwMeshModel& mesh = *model->m_mesh;
+        // A face and an edge of the geometry picked, and two elements of a highlighted set.
+        QList<CKwUIEntity*> picked;
+        for (int kind : {int(CKwUIEntity::Face), int(CKwUIEntity::Edge)})
+            for (const auto& g : mesh.GeometryMeshes())
+                if (g.kind == kind && !g.facets.empty()) {
+                    if (CKwUIEntity* e = model->FindGeometry(kind, g.id)) {
+                        picked << e;
+                        break;
+                    }
+                }
+        view->SetHighlightedEntities(picked);
+        std::vector<int> set;
+        for (std::size_t e = 0; e < mesh.ElementCount() && set.size() < 40; e += 7)
+            set.push_back(mesh.ElementID(e));
+        view->SetHighlightedMesh(CFMView::HighlightElements, set);
         save("view-highlight.png");
         view->SetHighlightedEntities({});
         view->ClearMeshHighlight();
-        const CKwMeshModel& mesh = *model->m_mesh;
-        double length = 0;
-        for (const auto& n : mesh.Nodes())
-            length = std::max(length, n.x);
-        KwResultDisplay display;
-        display.active = true;
-        display.title = QStringLiteral("Displacement Z");
-        display.unitLabel = QStringLiteral("mm");
-        display.contour = KwResultDisplay::ContourBanded;
-        display.bands = 9;
-        for (const auto& n : mesh.Nodes()) {
-            const double s = length > 0 ? n.x / length : 0;
-            const double uz = -0.004 * s * s * (3 - s) / 2; // m
-            display.nodalValues.push_back(float(uz * 1000));
-            display.displacement.insert(display.displacement.end(), {0.f, 0.f, float(uz)});
+        const CKwAnalysis* solved = nullptr;
+        for (const CKwAnalysis* a : model->m_analyses)
+            if (!solved && a->GetSolverResults() && !a->GetSolverResults()->sets.empty())
+                solved = a;
+        if (solved) {
+            const KwResultSet& first = solved->GetSolverResults()->sets.front();
+            KwPlotSettings settings;
+            settings.result = KwPlotResult::VonMises;
+            settings.deformedOn = false;
+            view->SetResultDisplay(KwResultMapping::BuildDisplay(
+                settings, &first, mesh, view->GetUnitHolder(), KwPlotMaterial{},
+                QStringLiteral("Von Mises Stress")));
+            save("view-contour.png");
+            settings.result = KwPlotResult::Displacement;
+            settings.deformedOn = true;
+            settings.contourStyle = 1;
+            view->SetResultDisplay(KwResultMapping::BuildDisplay(
+                settings, &first, mesh, view->GetUnitHolder(), KwPlotMaterial{},
+                QStringLiteral("Displacement")));
+            save("view-deformed.png");
         }
-        view->SetResultDisplay(display);
-        save("view-contour.png");
-        display.deformScale = 2.0;
-        display.showMeshEdges = false;
-        display.contour = KwResultDisplay::ContourSmooth;
-        view->SetResultDisplay(display);
-        save("view-deformed.png");
         view->ClearResultDisplay(nullptr);
         QApplication::processEvents();
     }

@@ -51,6 +51,7 @@
 #include <QTableView>
 #include <QMap>
 #include <QMenuBar>
+#include <QAbstractButton>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QSignalBlocker>
@@ -460,6 +461,7 @@ void KwHostWindow::showSolverMessage(const QString& text)
     auto* box = new QMessageBox(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setObjectName(QStringLiteral("SolverMessage"));
+    box->button(QMessageBox::Ok)->setText(KwAnswerText(0));
     box->open();
 }
 
@@ -485,6 +487,7 @@ void KwHostWindow::showLoadBalance()
                                 QMessageBox::Ok, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setObjectName(QStringLiteral("LoadBalance"));
+    box->button(QMessageBox::Ok)->setText(KwAnswerText(0));
     box->open();
 }
 

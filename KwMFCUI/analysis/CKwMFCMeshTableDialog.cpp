@@ -14,6 +14,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <algorithm>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
@@ -167,6 +168,28 @@ void CKwMFCMeshTableDialog::ShowContents(int contents)
     m_lastFindText = QString();
     updateCount();
     KwStyle::FitHeaders(m_table);
+    fitColumnsToRows();
+}
+
+void CKwMFCMeshTableDialog::fitColumnsToRows()
+{
+    // The widths the texts of the first and last hundred rows need: ids mostly grow through
+    // the mesh, so these hold the widest numbers, and a million rows cost no more than two
+    // hundred. A column never takes more than half the table.
+    const int rows = m_model->rowCount();
+    const int columns = m_model->columnCount();
+    const QFontMetrics fm(m_table->font());
+    QHeaderView* header = m_table->horizontalHeader();
+    const int limit = std::max(m_table->viewport()->width() / 2, KwStyle::CharsWidth(fm, 24));
+    for (int c = 0; c + 1 < columns; ++c) {
+        int needed = 0;
+        for (int r = 0; r < rows; r = (r == 99 && rows > 200) ? rows - 100 : r + 1)
+            needed = std::max(needed,
+                              fm.horizontalAdvance(m_model->index(r, c).data().toString()));
+        needed += 2 * KwStyle::CellPadding;
+        if (header->sectionSize(c) < needed)
+            header->resizeSection(c, std::min(needed, limit));
+    }
 }
 
 CKwMFCMeshTableDialog::FindStatus CKwMFCMeshTableDialog::GoToId(const QString& text)

@@ -59,6 +59,7 @@ protected:
 
 private:
     void updateCount();
+    void fitColumnsToRows();
     std::vector<int> selectedRows() const;
 
     CKwMeshModel* m_mesh;
