@@ -30,6 +30,7 @@
 #include "CKwSubCase.h"
 #include "CKwUIEntity.h"
 #include "KwSolverResults.h"
+#include "CKwRestraint.h"
 #include "KwResultMapping.h"
 #include "KwSolverJob.h"
 #include "CKwMFCUIGroupSelection.h"
@@ -368,13 +369,17 @@ KwGalleryResult KwRenderGallery(KwHostWindow* host, const QString& directory,
         }
     }
 
-    // The reaction sum with the sample's fixed end (face 5) picked, about the centroid.
+    // The reaction sum with the faces of the model's first constraint picked, about their
+    // centroid.
     {
         host->Launch(4, false, 0);
         QApplication::processEvents();
+        QList<CKwUIEntity*> held;
+        if (!host->Model()->m_restraints.isEmpty())
+            held = host->Model()->m_restraints.first()->m_entities;
         if (auto* d = dynamic_cast<CKwMFCDialog*>(host->View()->GetOpenDialog())) {
-            if (CKwUIEntity* face = host->Model()->FindGeometry(CKwUIEntity::Face, 5)) {
-                host->View()->SendPickEvent({face}, false);
+            if (!held.isEmpty()) {
+                host->View()->SendPickEvent(held, false);
                 if (auto* centroid = KwControl<QAbstractButton>(d, 12038))
                     centroid->click();
                 shoot(d, "kind04-reaction-sum-picked.png");

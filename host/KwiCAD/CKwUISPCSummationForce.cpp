@@ -1,5 +1,9 @@
 #include "CKwUISPCSummationForce.h"
 
+#include "CKwRestraint.h"
+
+#include <unordered_set>
+
 #include "CKwAnalysis.h"
 #include "CKwFEModel.h"
 #include "CKwMeshModel.h"
@@ -158,11 +162,21 @@ bool CKwUISPCSummationForce::Calculate()
         return false;
     }
     const CKwMeshModel& mesh = *model->m_mesh;
+    // Only nodes a constraint holds carry a reaction: the solver's force at any other node is
+    // what its neighbours, a connector or a load put there, not a support's answer.
+    std::unordered_set<int> held;
+    for (const CKwRestraint* r : model->m_restraints)
+        if (r && !r->IsThermal())
+            for (const CKwUIEntity* e : r->m_entities)
+                if (e)
+                    for (int id : KwGeometryNodes(mesh, *e))
+                        held.insert(id);
     std::vector<int> nodes;
     for (const CKwUIEntity* e : m_entities)
         if (e)
             for (int id : KwGeometryNodes(mesh, *e))
-                nodes.push_back(id);
+                if (held.count(id))
+                    nodes.push_back(id);
     std::array<double, 3> origin = m_typed;
     if (m_origin == OriginPicked) {
         const std::vector<int> at =

@@ -694,6 +694,13 @@ TEST_F(SolverJob, reactionSumOfTheFixedEndBalancesTheTipLoad)
     sum.SetTypedOrigin({L, H / 2, 0.0});
     for (double c : sum.GetSum().moment)
         EXPECT_NEAR(c, 0.0, 1e-3 * P * L);
+    // The loaded free end and a side face hold no support: only the side's nodes on the fixed
+    // end count, and the free end has nothing to sum.
+    sum.SetSummedEntities({m->FindGeometry(CKwUIEntity::Face, 6)});
+    EXPECT_EQ(sum.GetSum().nodes, 0);
+    sum.SetSummedEntities({m->FindGeometry(CKwUIEntity::Face, 1)});
+    EXPECT_EQ(sum.GetSum().nodes,
+              int(m->m_mesh->FindGeometryMesh(CKwUIEntity::Edge, 4)->nodeIds.size()));
 }
 
 } // namespace
