@@ -168,7 +168,13 @@ KwHostWindow::KwHostWindow(QWidget* parent, CKwFEModel* model)
     m_langListener = CKwXMLUtils::AddLanguageChangedListener([this] { refreshCaptions(); });
     resize(1100, 700);
     refreshCaptions();
-    statusBar()->showMessage(KwHostText("StatusReady", "Ready"));
+    // The status bar starts with what a remesh ends with: the size of the mesh.
+    if (m_model && m_model->m_mesh && m_model->m_mesh->ElementCount() > 0)
+        statusBar()->showMessage(KwHostText("MesherDone", "Mesh: %1 elements, %2 nodes.")
+                                     .arg(m_model->m_mesh->ElementCount())
+                                     .arg(m_model->m_mesh->Nodes().size()));
+    else
+        statusBar()->showMessage(KwHostText("StatusReady", "Ready"));
     // The mesh settings' Run asks the view for a new mesh; the mesher answers.
     m_mesher = new KwMesherJob(m_view, this);
     connect(m_view, &CFMView::remeshRequested, this, [this] { Remesh(); });
