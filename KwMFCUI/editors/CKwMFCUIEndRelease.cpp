@@ -124,20 +124,9 @@ long CKwMFCUIEndRelease::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
     long handled = 0;
     {
         // The list's new last line is not the user's choice yet: the logic gives new picks
-        // what the checks show now.
+        // what the checks show now. The list shows only the beams the logic took.
         const QSignalBlocker block(m_ui->selection);
-        handled = CKwMFCUIBase::OnEntitiesPicked(entities);
-    }
-    if (entities) {
-        // The list shows only the beams the logic took.
-        const QList<CKwUIEntity*> picked = GetSelectedEntities();
-        const QSet<CKwUIEntity*> taken(picked.cbegin(), picked.cend());
-        QList<CKwUIEntity*> refused;
-        for (CKwUIEntity* e : std::as_const(*entities))
-            if (e && !taken.contains(e))
-                refused.append(e);
-        if (!refused.isEmpty())
-            m_ui->selection->RemoveEntities(refused);
+        handled = PickKeepingWhatTheLogicTakes(entities, m_ui->selection);
     }
     onListSelection();
     return handled;

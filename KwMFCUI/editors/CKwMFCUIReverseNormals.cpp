@@ -80,16 +80,5 @@ bool CKwMFCUIReverseNormals::OnInitDialog()
 
 long CKwMFCUIReverseNormals::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
 {
-    const long handled = CKwMFCUIBase::OnEntitiesPicked(entities);
-    if (!entities)
-        return handled;
-    const QList<CKwUIEntity*> picked = GetSelectedEntities();
-    const QSet<CKwUIEntity*> taken(picked.cbegin(), picked.cend());
-    QList<CKwUIEntity*> refused;
-    for (CKwUIEntity* e : std::as_const(*entities))
-        if (e && !taken.contains(e))
-            refused.append(e);
-    if (!refused.isEmpty())
-        m_ui->selection->RemoveEntities(refused);
-    return handled;
+    return PickKeepingWhatTheLogicTakes(entities, m_ui->selection);
 }

@@ -174,6 +174,23 @@ void CKwMFCUIBase::boxRequested(const QList<CKwUIEntity*>& entities)
 
 // --- view events ---
 
+long CKwMFCUIBase::PickKeepingWhatTheLogicTakes(QList<CKwUIEntity*>* entities,
+                                                CKwMFCNodeElemSelectionBox* box)
+{
+    const long handled = CKwMFCUIBase::OnEntitiesPicked(entities);
+    if (!entities || !box)
+        return handled;
+    const QList<CKwUIEntity*> picked = GetSelectedEntities();
+    const QSet<CKwUIEntity*> taken(picked.cbegin(), picked.cend());
+    QList<CKwUIEntity*> refused;
+    for (CKwUIEntity* e : std::as_const(*entities))
+        if (e && !taken.contains(e))
+            refused.append(e);
+    if (!refused.isEmpty())
+        box->RemoveEntities(refused);
+    return handled;
+}
+
 long CKwMFCUIBase::OnEntitiesPicked(QList<CKwUIEntity*>* entities)
 {
     if (!m_bNotificationsEnabled || !entities)

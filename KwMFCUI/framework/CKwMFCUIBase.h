@@ -165,6 +165,11 @@ protected:
     // Handlers of the view's events; editors may override them. Each returns the result given
     // back to the view.
     virtual long OnEntitiesPicked(QList<CKwUIEntity*>* entities);
+    // OnEntitiesPicked, then takes back out of `box` what the logic did not keep among its
+    // selected entities (a logic that refuses a pick says why itself): for editors whose
+    // logic judges picks the box's filter cannot tell apart.
+    long PickKeepingWhatTheLogicTakes(QList<CKwUIEntity*>* entities,
+                                      CKwMFCNodeElemSelectionBox* box);
     virtual long OnEntitiesDropped(QList<CKwUIEntity*>* entities);
     virtual long OnViewSelectionReset(QList<CKwUIEntity*>* entities);
     // An option page of this editor changed a control.
