@@ -188,6 +188,13 @@ protected:
         m_window->MesherJob()->SetProgram(m_gmsh);
     }
     CKwFEModel& model() { return *m_window->Model(); }
+    CKwAnalysis* linearStatic()
+    {
+        for (CKwAnalysis* a : model().m_analyses)
+            if (a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic)
+                return a;
+        return nullptr;
+    }
     KwMesherJob& job() { return *m_window->MesherJob(); }
     // A stand-in mesher: a shell script with the given body ($3 is the script, $6 the mesh file).
     QString fake(const QString& body)
@@ -344,10 +351,7 @@ TEST_F(AssemblyHost, LinearStaticSolvesOnTheAssembly)
 {
     if (KwSolverJob::SolverProgram().isEmpty())
         GTEST_SKIP() << "the solver is not installed";
-    CKwAnalysis* linear = nullptr;
-    for (CKwAnalysis* a : model().m_analyses)
-        if (a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic)
-            linear = a;
+    CKwAnalysis* linear = linearStatic();
     ASSERT_NE(linear, nullptr);
     KwSolverJob solver(m_window->View());
     ASSERT_TRUE(solver.Start(&model(), linear, QStringLiteral("Linear Static"))) << solver.Message().toStdString();
@@ -365,10 +369,7 @@ TEST_F(AssemblyHost, ParabolicMeshSolvesInItsOwnFamilies)
 {
     if (KwSolverJob::SolverProgram().isEmpty())
         GTEST_SKIP() << "the solver is not installed";
-    CKwAnalysis* linear = nullptr;
-    for (CKwAnalysis* a : model().m_analyses)
-        if (a->GetAnalysisTypeCode() == CKwAnalysis::LinearStatic)
-            linear = a;
+    CKwAnalysis* linear = linearStatic();
     ASSERT_NE(linear, nullptr);
     const auto largestMove = [&](bool parabolic, std::string* deck) {
         KwMeshSettings s = model().m_mesh->GetSettings();
